@@ -1,0 +1,47 @@
+{ QorDesign demo — starts the demo designer.
+  --screenshot=FILE shows the windows, writes the screen to FILE (PNG) and
+  exits: the headless mode of "make demo". }
+program qordemo;
+
+{$mode objfpc}{$H+}
+
+uses
+  // RTL / FCL
+  {$IFDEF UNIX}cthreads,{$ENDIF}
+  Classes, SysUtils, DateUtils,
+  // LCL
+  Interfaces, Forms,
+  // ours
+  QorDesign, QorDemoMain;
+
+var
+  Main: TQorDemoMain;
+  ShotFile: string;
+  I: Integer;
+  Deadline: TDateTime;
+begin
+  ShotFile := '';
+  for I := 1 to ParamCount do
+    if Pos('--screenshot=', ParamStr(I)) = 1 then
+      ShotFile := Copy(ParamStr(I), Length('--screenshot=') + 1, MaxInt);
+
+  RequireDerivedFormResource := False;
+  Application.Initialize;
+  Main := TQorDemoMain.CreateNew(Application);
+  Main.Show;
+  Main.Stage.Show;
+  if ShotFile = '' then
+  begin
+    Application.Run;
+    Exit;
+  end;
+  // Headless: let both windows map and paint, then take the picture.
+  Deadline := IncMilliSecond(Now, 1500);
+  while Now < Deadline do
+  begin
+    Application.ProcessMessages;
+    Sleep(10);
+  end;
+  SaveScreenshot(ShotFile, Main.BoundsRect);
+  WriteLn('demo: wrote ', ShotFile);
+end.
