@@ -35,6 +35,7 @@ demo-build: packages
 	$(call lazbuild,demo/qordemo.lpi,demo)
 
 tests-build: packages
+	$(call lazbuild,tests/modules/qormsgmodule.lpi,qormsgmodule)
 	$(call lazbuild,tests/qortests.lpi,tests)
 
 bench-build: packages

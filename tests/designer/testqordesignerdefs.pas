@@ -7,7 +7,7 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils, TypInfo, Process, fpcunit, testregistry,
+  Classes, SysUtils, TypInfo, Process, DynLibs, fpcunit, testregistry,
   // LCL
   LCLType, LMessages, Types, Controls, StdCtrls, ExtCtrls, Forms,
   // ours
@@ -29,7 +29,8 @@ type
     procedure TestRectWithRightLessThanLeftContainsNoPoint;
     procedure TestControlCanInlineEditTrueForMemoAndEditFalseForLabelAndPanel;
     procedure TestSizerMovedWithOwnHandleMovesNothing;
-    procedure TestSecondModuleRegistersSameMessageNumbers;
+    procedure TestLoadingTheUnitTwiceInOneProcessGivesSameMessageNumbers;
+    procedure TestSecondProcessRegisteringInAnotherOrderGetsSameNumbers;
     // Other rules of the Part
     procedure TestMessagesRegisteredUnderTheirExactStrings;
     procedure TestMessageNumbersDistinctAndInRegisteredRange;
@@ -124,16 +125,16 @@ begin
   AssertFalse('not a sizer message', IsOwnSizerMessage(M, 4242));
 end;
 
-procedure TTestQorDesignerDefs.TestSecondModuleRegistersSameMessageNumbers;
+procedure TTestQorDesignerDefs.TestSecondProcessRegisteringInAnotherOrderGetsSameNumbers;
 var
   Proc: TProcess;
   Lines: TStringList;
   I: Integer;
 begin
-  // A second module (this test program again, in its own process) registers
-  // another name first and the twelve in reverse order: the numbers must
-  // still be the ones this module holds. Its heap trace is switched off: the
-  // leak check is about this process.
+  // This test program again, in its own process, registers another name
+  // first and the twelve in reverse order: the numbers must still be the
+  // ones this process holds. Its heap trace is switched off: the leak check
+  // is about this process.
   Proc := TProcess.Create(nil);
   Lines := TStringList.Create;
   try
@@ -154,6 +155,29 @@ begin
   finally
     Lines.Free;
     Proc.Free;
+  end;
+end;
+
+procedure TTestQorDesignerDefs.TestLoadingTheUnitTwiceInOneProcessGivesSameMessageNumbers;
+type
+  TModuleMessage = function(Index: Integer): Cardinal; cdecl;
+var
+  Lib: TLibHandle;
+  ModuleMessage: TModuleMessage;
+  I: Integer;
+begin
+  // build/qormsgmodule is a shared library with its own copy of QorDesigner,
+  // initialised when it is loaded: a second module in this process.
+  Lib := LoadLibrary(ExtractFilePath(ParamStr(0)) + 'qormsgmodule');
+  AssertTrue('the second module loads: ' + GetLoadErrorStr, Lib <> NilHandle);
+  try
+    ModuleMessage := TModuleMessage(GetProcAddress(Lib, 'QorModuleMessage'));
+    AssertTrue('the second module exports QorModuleMessage', Assigned(ModuleMessage));
+    for I := 0 to High(QorDesignMessageNames) do
+      AssertEquals(QorDesignMessageNames[I] + ' in the second module',
+        QorRegisterWindowMessage(QorDesignMessageNames[I]), ModuleMessage(I));
+  finally
+    UnloadLibrary(Lib);
   end;
 end;
 
