@@ -5,14 +5,25 @@
   surface and the arrange dialogs, the mouse-down result codes, PointInRect,
   ControlCanInlineEdit and the key-state-to-selection-mode rule.
 
-  Later Parts of subsystem 1 (proxies, sizers, stage, manager, arrange) join
-  this unit; each will live in an include file of its own.
+  Part 1.2 (window-procedure proxies, qorproxies.inc), Part 1.3 (sizers,
+  qorsizers.inc), Part 1.4 (rubber band, grid and design stage,
+  qorstage.inc) and Part 1.5 (design manager, qormanager.inc).
+
+  The Win32 mechanisms are replaced as PLATFORM.md says: a proxy hooks the
+  control's WindowProc; every designed component carries csDesigning and the
+  stage's form gets a TIDesigner (TQorDesignHook) that keeps the designed
+  controls inert; sizers and the rubber band are shaped windows; the sizer
+  runs its own resize loop. docs/platform-notes.md lists every departure.
 
   Sections:
     - Registered design messages
     - Shared enumerations and event types
     - Mouse-down result codes
-    - Free functions }
+    - Free functions
+    - Window-procedure proxies (Part 1.2)
+    - Sizers (Part 1.3)
+    - Rubber band and design stage (Part 1.4)
+    - Design manager (Part 1.5) }
 unit QorDesigner;
 
 {$mode objfpc}{$H+}
@@ -21,9 +32,9 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils,
+  Classes, SysUtils, Contnrs, Types, Math,
   // LCL
-  LCLType, LMessages, Controls, StdCtrls;
+  LCLType, LCLIntf, LMessages, Graphics, Controls, StdCtrls, Forms, Menus;
 
 {************ Registered design messages }
 
@@ -107,6 +118,17 @@ const
   QorMouseDownPassedToParent = 201;
   QorMouseDownComponentInserted = 301;
 
+  { The platform's non-client hit codes of the sizer handles (Part 1.3);
+    the LCL defines only HTTRANSPARENT. }
+  HTLEFT = 10;
+  HTRIGHT = 11;
+  HTTOP = 12;
+  HTTOPLEFT = 13;
+  HTTOPRIGHT = 14;
+  HTBOTTOM = 15;
+  HTBOTTOMLEFT = 16;
+  HTBOTTOMRIGHT = 17;
+
 {************ Free functions }
 
 { All four edges inclusive, unlike the platform's PtInRect. }
@@ -124,7 +146,565 @@ function KeyStateToSelectMode(KeyState: PtrUInt): TControlSelectMode;
   the receiver's own handle, and the receiver must ignore it (Part 1.1). }
 function IsOwnSizerMessage(const Message: TLMessage; OwnHandle: THandle): Boolean;
 
+{ Reads the position packed into a mouse message's lParam as the design
+  surface does everywhere: x and y as unsigned 16-bit words (Part 1.2). }
+function MsgPosToPoint(LParam: PtrInt): TPoint;
+{ Packs x and y into an lParam, each as its low 16 bits. }
+function PointToMsgPos(X, Y: Integer): PtrInt;
+
+type
+  TQorDesignManager = class;
+  TQorSizerList = class;
+  TQorRubberBand = class;
+
+{************ Window-procedure proxies (Part 1.2) }
+
+  { TQorWndProcProxy
+    Replaces the WindowProc of one windowed control by its own method and puts
+    the previous one back. Override ProxyWndMethod to act on messages; call
+    the inherited method (or CallOldWndProc) to pass one on. CreateNewWndProc
+    and ReleaseNewWndProc install and restore; SetControl re-points the proxy.
+    A control being destroyed is left alone on release. }
+
+  TQorWndProcProxy = class(TObject)
+  private
+    FControl: TWinControl;
+    FOldWndProc: TWndMethod;
+    FEnabled: Boolean;
+    FActive: Boolean;   // the Part's second Boolean: set, not otherwise used
+    function GetEnabled: Boolean;
+    procedure SetEnbaled(Value: Boolean);
+  protected
+    procedure CallOldWndProc(var Message: TLMessage);
+  public
+    procedure CreateNewWndProc; virtual;
+    procedure ReleaseNewWndProc; virtual;
+    procedure SetControl(AControl: TWinControl); virtual;
+    procedure ProxyWndMethod(var Message: TLMessage); virtual;
+    constructor Create(AControl: TWinControl); virtual;
+    destructor Destroy; override;
+    { True while our method is the control's WindowProc. }
+    function IsInstalled: Boolean;
+    property Control: TWinControl read FControl write SetControl;
+    property OldWndProc: TWndMethod read FOldWndProc;
+    property Enabled: Boolean read GetEnabled write SetEnbaled;
+  end;
+
+  { TQorDesignWndProcProxy
+    The design behaviour of one control of the stage (Part 1.2): a press
+    selects (posting the selection messages to the owner control), a
+    Ctrl-press climbs to the parent, a press with a palette class chosen
+    inserts a component, moves and resizes are reported upward. }
+
+  TQorDesignWndProcProxy = class(TQorWndProcProxy)
+  private
+    FInlineEditing: Boolean;
+    FOwnerControl: TWinControl;
+    FDesignManager: TQorDesignManager;
+    function GetCanAcceptChild: Boolean;
+    function RouteThrough(var Message: TLMessage): Boolean;
+  protected
+    function IsStageProxy: Boolean; virtual;
+  public
+    constructor Create(AControl: TWinControl); override;
+    destructor Destroy; override;
+    procedure ProxyWndMethod(var Message: TLMessage); override;
+    function DynCreateChildControl(ComponentClass: TComponentClass; const ARect: TRect): TComponent; virtual;
+    procedure ProxyKillFocus(var Message: TLMessage); virtual;
+    procedure ProxyMouseDown(var Message: TLMessage); virtual;
+    procedure ProxyMouseUp(var Message: TLMessage); virtual;
+    procedure ProxyMouseMove(var Message: TLMessage); virtual;
+    procedure ProxyMouseDblClick(var Message: TLMessage); virtual;
+    procedure ProxyMoved(var Message: TLMessage); virtual;
+    procedure ProxySized(var Message: TLMessage); virtual;
+    procedure ProxyQORNCtrlMoved(var Message: TLMessage); virtual;
+    procedure ProxyExitSizeMove(var Message: TLMessage); virtual;
+    function GetSelectedGraphicCtrl(const Message: TLMessage): TControl;
+    function IsInterceptMsgs: Boolean;
+    procedure StartInLineEdit;
+    procedure EndInLineEdit;
+    procedure SetDesignManager(AManager: TQorDesignManager);
+    property CanAcceptChild: Boolean read GetCanAcceptChild;
+    property InlineEditing: Boolean read FInlineEditing;
+    property OwnerControl: TWinControl read FOwnerControl write FOwnerControl;
+    property DesignManager: TQorDesignManager read FDesignManager write SetDesignManager;
+  end;
+
+  { TQorDesignStageProxy
+    The proxy of the design stage: selection, deletion, rubber band, grid. }
+
+  TQorDesignStageProxy = class(TQorDesignWndProcProxy)
+  private
+    FLastSelPos: TPoint;
+    FRubberBand: TQorRubberBand;
+    FGridTemplate: TBitmap;
+    FDisplayGrid: Boolean;
+    FGridSizeX: Integer;
+    FGridSizeY: Integer;
+    procedure SetGridSizeX(Value: Integer);
+    procedure SetGridSizeY(Value: Integer);
+  protected
+    function IsStageProxy: Boolean; override;
+  public
+    constructor Create(AControl: TWinControl); override;
+    destructor Destroy; override;
+    procedure CreateNewWndProc; override;
+    procedure ReleaseNewWndProc; override;
+    procedure SetControl(AControl: TWinControl); override;
+    procedure ProxyWndMethod(var Message: TLMessage); override;
+    procedure ProxyMouseDown(var Message: TLMessage); override;
+    procedure ProxyMouseUp(var Message: TLMessage); override;
+    procedure ProxyMouseMove(var Message: TLMessage); override;
+    procedure ProxyMouseDblClick(var Message: TLMessage); override;
+    procedure ProxyMoved(var Message: TLMessage); override;
+    procedure ProxySized(var Message: TLMessage); override;
+    procedure ProxyQORNCtrlMoved(var Message: TLMessage); override;
+    procedure SelectControl(AControl: TControl; KeyState: Integer; const Pos: TPoint); virtual;
+    procedure StartRubberBand(const Pos: TPoint);
+    procedure EndRubberBand;
+    procedure DrawGridTemplate;
+    procedure DrawGrid(DC: HDC);
+    procedure SetDisplayGrid(Value: Boolean);
+    property LastSelPos: TPoint read FLastSelPos;
+    property RubberBand: TQorRubberBand read FRubberBand;
+    property GridTemplate: TBitmap read FGridTemplate;
+    property DisplayGrid: Boolean read FDisplayGrid write SetDisplayGrid;
+    property GridSizeX: Integer read FGridSizeX write SetGridSizeX;
+    property GridSizeY: Integer read FGridSizeY write SetGridSizeY;
+  end;
+
+  { TQorDesignWndProcProxyList
+    Owns the proxies of one design manager. A control has at most one proxy
+    when callers pass CheckExists (they do); look-ups go through a hash of
+    the controls, so thousands of proxies cost no linear scans. }
+
+  TQorDesignWndProcProxyList = class(TList)
+  private
+    FIndex: TFPHashList;   // control address -> nothing; presence test only
+    function GetProxies(Index: Integer): TQorDesignWndProcProxy;
+    procedure SetProxies(Index: Integer; Value: TQorDesignWndProcProxy);
+    procedure IndexAdd(AControl: TControl);
+    procedure IndexRemove(AControl: TControl);
+  public
+    constructor Create;
+    destructor Destroy; override;
+    function AddControl(AControl: TWinControl; CheckExists: Boolean): Integer;
+    function AddProxy(Proxy: TQorDesignWndProcProxy; CheckExists: Boolean): Integer;
+    function GetControlIndex(AControl: TControl): Integer;
+    procedure DelProxy(Index: Integer);
+    procedure DelControl(AControl: TControl);
+    procedure DelUnassignedProxies;
+    procedure ClearProxies;
+    procedure SetAllEnabled(Value: Boolean);
+    property Proxies[Index: Integer]: TQorDesignWndProcProxy read GetProxies write SetProxies;
+  end;
+
+{************ Sizers (Part 1.3) }
+
+  { TQorSizer
+    The selection mark of one control: a window shaped to its handles (or,
+    while moving, to a frame), laid over the control 2 pixels outside it.
+    A press on a handle resizes in the sizer's own loop (StartMove,
+    UpdatePaintRects per step, EndMove); a press elsewhere, or on the bound
+    control's body, drags it, and the sibling sizers follow through the
+    posted sizer messages. Ctrl+arrows nudge, Delete (on key up) deletes.
+    Override UpdateBounds/BindToControl/Paint for another look or place
+    (TQorStageSizer does). }
+
+  TQorSizer = class(TCustomControl)
+  private
+    FControl: TControl;
+    FSizerMode: TQorSizerMode;
+    FSizerList: TQorSizerList;
+    FSimulateMouseDownWhenSetControl: Boolean;
+    FSingleSelColor: TColor;
+    FMultiSelColor: TColor;
+    FSender: Boolean;
+    FStartPoint: TPoint;
+    FStartOffset: TPoint;
+    FLastPoint: TPoint;
+    FHandleRects: array[1..8] of TRect;
+    FHitCodes: array[1..8] of Integer;
+    FMoving: Boolean;
+    FInlineEditing: Boolean;
+    FCaptionText: string;
+    FStartPos: TPoint;
+    // own resize loop (replaces the platform's move/size loop)
+    FSizingHit: Integer;
+    FSizingStartBounds: TRect;
+    FSizingStartMouse: TPoint;
+    FDragging: Boolean;
+    FShapeKey: string;
+    function GetHandleRect(Index: Integer): TRect;
+    function GetHitCode(Index: Integer): Integer;
+    procedure SetSingleSelColor(Value: TColor);
+    procedure SetMultiSelColor(Value: TColor);
+    procedure SetSizerMode(Value: TQorSizerMode);
+    procedure SetSizerList(Value: TQorSizerList);
+    procedure UpdateShape;
+    procedure CMWantSpecialKey(var Message: TLMessage); message CM_WANTSPECIALKEY;
+  protected
+    procedure SetControl(AControl: TControl); virtual;
+    procedure Notification(AComponent: TComponent; Operation: TOperation); override;
+    procedure Paint; override;
+    procedure Resize; override;
+    procedure WndProc(var Message: TLMessage); override;
+    procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
+    procedure MouseMove(Shift: TShiftState; X, Y: Integer); override;
+    procedure MouseUp(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
+    procedure DblClick; override;
+    procedure KeyDown(var Key: Word; Shift: TShiftState); override;
+    procedure KeyUp(var Key: Word; Shift: TShiftState); override;
+    procedure KeyPress(var Key: Char); override;
+    function HandleAtPoint(const P: TPoint): Integer; virtual;
+    procedure WmLButtonDown(const ClientPos: TPoint; KeyState: PtrUInt); virtual;
+    procedure SizingStep(const ScreenPos: TPoint);
+    procedure PaintHandles(AColor: TColor; CornersOnly: Boolean);
+    { Adds to Rgn what Paint draws; the window is shaped to it. }
+    procedure AddShapeTo(Rgn: TRegion); virtual;
+  public
+    constructor Create(AOwner: TComponent); override;
+    constructor CreateWithControl(AOwner: TComponent; AControl: TControl);
+    destructor Destroy; override;
+    function SizerParent: TWinControl; virtual;
+    procedure UpdatePaintRects; virtual;
+    procedure UpdateBounds; virtual;
+    procedure FeedbackBounds; virtual;
+    procedure BindToControl; virtual;
+    { The hit code (HTTOPLEFT ... HTLEFT) of the handle at client P, 0 for
+      none or HTTRANSPARENT; the Part's WmNcHitTest. }
+    function WmNcHitTest(const ClientPos: TPoint): Integer; virtual;
+    procedure BeginMoveAsSender(const ScreenPoint: TPoint);
+    { One drag step to the cursor at ScreenPos (the Part's MouseMove). }
+    procedure DragTo(const ScreenPos: TPoint);
+    { Ends a drag or a resize begun by this sizer (the button went up). }
+    procedure EndDrag;
+    procedure StartMove;
+    procedure EndMove;
+    procedure ManualMove(DX, DY: Integer; ABroadcast, EndAfter: Boolean);
+    procedure BroadcastMovedMsg(DX, DY: Integer);
+    procedure BroadcastMoveStartMsg;
+    procedure BroadcastMoveEndMsg;
+    procedure DelCurrControl;
+    procedure BringCtrlToFront;
+    procedure SendCtrlToBack;
+    procedure FlipChildren(AllLevels: Boolean); override;
+    procedure StartEmbedEdit;
+    procedure EndEmbedEdit;
+    procedure LaunchCompEditor(AComponent: TComponent);
+    property IsSender: Boolean read FSender;
+    property Moving: Boolean read FMoving;
+    property Dragging: Boolean read FDragging;
+    property Sizing: Integer read FSizingHit;
+    property InlineEditing: Boolean read FInlineEditing;
+    property CaptionText: string read FCaptionText;
+    property HandleRects[Index: Integer]: TRect read GetHandleRect;
+    property HitCodes[Index: Integer]: Integer read GetHitCode;
+  published
+    property Control: TControl read FControl write SetControl;
+    property SizerMode: TQorSizerMode read FSizerMode write SetSizerMode;
+    property SizerList: TQorSizerList read FSizerList write SetSizerList;
+    property SimulateMouseDownWhenSetControl: Boolean read FSimulateMouseDownWhenSetControl
+      write FSimulateMouseDownWhenSetControl;
+    property SingleSelColor: TColor read FSingleSelColor write SetSingleSelColor default clBtnText;
+    property MultiSelColor: TColor read FMultiSelColor write SetMultiSelColor default clBtnShadow;
+    property Enabled;
+    property OnClick;
+    property OnMouseDown;
+    property OnMouseUp;
+  end;
+
+  { TQorSizerList
+    The sizers of one design manager, in selection order; owns them. Finding
+    the sizer of a control goes through a hash, not a scan. }
+
+  TQorSizerList = class(TList)
+  private
+    FDesignManager: TQorDesignManager;
+    FIndex: TFPHashList;
+    function GetSizers(Index: Integer): TQorSizer;
+    procedure IndexAdd(AControl: TControl);
+    procedure IndexRemove(AControl: TControl);
+  protected
+    procedure Notify(Ptr: Pointer; Action: TListNotification); override;
+  public
+    constructor Create;
+    destructor Destroy; override;
+    function AddControl(AControl: TControl; AOwner: TComponent; CheckExists: Boolean): Integer;
+    function AddSizer(Sizer: TQorSizer): Integer;
+    function GetControlIndex(AControl: TControl): Integer;
+    function SizerOf(AControl: TControl): TQorSizer;
+    procedure DelSizer(Index: Integer);
+    procedure DelControl(AControl: TControl);
+    procedure DelAllUnSibling(Sizer: TQorSizer);
+    procedure DelUnassignedSizers;
+    procedure ClearSizer;
+    procedure RemoveAllSizerAndCtrls;
+    procedure BroadcastMessageToAllSizers(Msg: Cardinal; WParam: WParam; LParam: LParam);
+    procedure NotifyMoved;
+    procedure NotifySizerModified;
+    procedure UpdateAllSizerMode;
+    procedure RepaintAllSizers;
+    procedure RepaintSizers;
+    procedure SetAllEnabled(Value: Boolean);
+    { Re-keys the index after a sizer changed its control. }
+    procedure SizerControlChanged(Sizer: TQorSizer; OldControl: TControl);
+    property DesignManager: TQorDesignManager read FDesignManager write FDesignManager;
+    property Sizers[Index: Integer]: TQorSizer read GetSizers;
+  end;
+
+  { TQorStageSizer
+    The sizer of the design stage: it lies behind the stage, in the stage's
+    parent, so only its border around the stage can be grabbed. }
+
+  TQorStageSizer = class(TQorSizer)
+  private
+    FStageSizerMode: TQorStageSizerMode;
+    procedure SetStageSizerMode(Value: TQorStageSizerMode);
+  protected
+    procedure Paint; override;
+    procedure WmLButtonDown(const ClientPos: TPoint; KeyState: PtrUInt); override;
+    procedure AddShapeTo(Rgn: TRegion); override;
+  public
+    procedure UpdateBounds; override;
+    procedure BindToControl; override;
+    function WmNcHitTest(const ClientPos: TPoint): Integer; override;
+  published
+    property StageSizerMode: TQorStageSizerMode read FStageSizerMode write SetStageSizerMode;
+  end;
+
+{************ Rubber band and design stage (Part 1.4) }
+
+  { TQorRubberBand
+    The dotted selection rectangle of the stage: a window shaped to its
+    one-pixel outline, which never takes the mouse. }
+
+  TQorRubberBand = class(TCustomControl)
+  private
+    FPointEnd: TPoint;
+    FPointStart: TPoint;
+    FShapeSize: TPoint;
+  protected
+    procedure Paint; override;
+    procedure Resize; override;
+    procedure Notification(AComponent: TComponent; Operation: TOperation); override;
+  public
+    constructor Create(AOwner: TComponent); override;
+    procedure SetPointStart(const P: TPoint);
+    procedure SetPointEnd(const P: TPoint);
+    procedure UpdateBounds;
+    function WmNcHitTest: Integer;
+    property PointStart: TPoint read FPointStart;
+    property PointEnd: TPoint read FPointEnd;
+  end;
+
+  { TQorDesignStage
+    A ready-made container that accepts child controls and puts a sizer on
+    the control under a click, with a sizer list of its own. }
+
+  TQorDesignStage = class(TCustomControl)
+  private
+    FSizers: TQorSizerList;
+  protected
+    procedure Paint; override;
+    procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
+  public
+    constructor Create(AOwner: TComponent); override;
+    destructor Destroy; override;
+    function PointedControl(const P: TPoint; ReturnParent: Boolean): TControl;
+    function PointInControl(const P: TPoint; AControl: TControl): Boolean;
+    property Sizers: TQorSizerList read FSizers;
+  published
+    property Align;
+    property Color;
+    property Visible;
+  end;
+
+{************ Design manager (Part 1.5) }
+
+  TQorStageMouseMoveEvent = procedure(Sender: TObject; AControl: TControl;
+    Shift: TShiftState; X, Y: Integer) of object;
+
+  { TQorDesignHook
+    The TIDesigner given to the stage's form while designing (PLATFORM.md):
+    LCL hands it every message of a csDesigning control after that control's
+    proxy passed the message on, and it keeps input from making the control
+    act (no click, focus, toggling or pressed look). }
+
+  TQorDesignHook = class(TIDesigner)
+  private
+    FManager: TQorDesignManager;
+  public
+    constructor Create(AManager: TQorDesignManager);
+    function IsDesignMsg(Sender: TControl; var Message: TLMessage): Boolean; override;
+    procedure UTF8KeyPress(var UTF8Key: TUTF8Char); override;
+    procedure Modified; override;
+    procedure Notification(AComponent: TComponent; Operation: TOperation); override;
+    procedure PaintGrid; override;
+    procedure ValidateRename(AComponent: TComponent; const CurName, NewName: string); override;
+    function GetShiftState: TShiftState; override;
+    procedure SelectOnlyThisComponent(AComponent: TComponent); override;
+    function UniqueName(const BaseName: string): string; override;
+    procedure PrepareFreeDesigner(AFreeComponent: Boolean); override;
+  end;
+
+  { TQorDesignManager
+    Makes a design stage designable: owns the proxies, the sizers, the stage
+    proxy and the stage sizer, keeps SelectedComps in selection order and
+    tells the design center and the inspector of changes (Part 1.5). }
+
+  TQorDesignManager = class(TComponent)
+  private
+    FEmbeddedEditing: Boolean;
+    FDesignProxies: TQorDesignWndProcProxyList;
+    FIsDesigning: Boolean;
+    FDesignStage: TWinControl;
+    FSizers: TQorSizerList;
+    FStageProxy: TQorDesignStageProxy;
+    FStageSizer: TQorStageSizer;
+    FSelectedComps: TComponentList;
+    FObjInspector: TComponent;
+    FConsoleCenter: TComponent;
+    FDesignPopupMenu: TPopupMenu;
+    FDirty: Boolean;
+    FOnDynInsComponent: TDynInsComponentEvent;
+    FOnStageMouseMove: TQorStageMouseMoveEvent;
+    FOnCompsChange: TNotifyEvent;
+    FOnControlsMoved: TNotifyEvent;
+    FEnabled: Boolean;
+    // LCL mechanics (PLATFORM.md)
+    FHook: TQorDesignHook;
+    FHookForm: TCustomForm;
+    FMarked: TFPList;          // components we set csDesigning on
+    FDragSizer: TQorSizer;     // the sizer being dragged or resized, if any
+    FBatchDepth: Integer;
+    FPendingProxies: TFPList;  // controls to proxy once constructed
+    FCtrlMovedCount: Integer;
+    procedure AsyncAddProxied(Data: PtrInt);
+    function GetDisplayGrid: Boolean;
+    function GetGridSizeX: Integer;
+    function GetGridSizeY: Integer;
+    procedure SetDisplayGrid(Value: Boolean);
+    procedure SetGridSizeX(Value: Integer);
+    procedure SetGridSizeY(Value: Integer);
+    procedure SetIsDesigning(Value: Boolean);
+    procedure SetDesignStage(Value: TWinControl);
+    procedure SetDesignPopupMenu(Value: TPopupMenu);
+    procedure SetObjInspector(Value: TComponent);
+    procedure SetEnabled(Value: Boolean);
+    procedure MarkDesigning(AComponent: TComponent);
+    procedure UnmarkAll;
+    procedure InstallHook;
+    procedure ReleaseHook;
+    function CenterIsDesignCenter: Boolean;
+  protected
+    procedure Notification(AComponent: TComponent; Operation: TOperation); override;
+    procedure InitDesigning; virtual;
+    procedure DoneDesigning; virtual;
+    procedure InstallAllSizers; virtual;
+    procedure InstallStageSizer; virtual;
+    procedure InstallStageProxy; virtual;
+    procedure InstallAllProxies; virtual;
+    procedure ReleaseAllSizers; virtual;
+    procedure ReleaseStageSizer; virtual;
+    procedure ReleaseAllProxies; virtual;
+    procedure ReleaseStageProxy; virtual;
+  public
+    constructor Create(AOwner: TComponent); override;
+    destructor Destroy; override;
+    function CanProxyInterceptMsgs: Boolean;
+    procedure AddProxiedControl(AControl: TWinControl);
+    function ComponentBelongToStage(AComponent: TComponent): Boolean;
+    // selection
+    procedure SelectControl(AControl: TControl; const Pos: TPoint; Mode: TControlSelectMode;
+      Notify: Boolean; BeginMove: Boolean);
+    procedure SelectControlInRect(const ARect: TRect; Mode: TControlSelectMode);
+    function ControlInRect(AControl: TControl; const ARect: TRect): Boolean;
+    procedure SelectAllControls;
+    procedure DeselectAll;
+    procedure ReSelectComps;
+    procedure DeselectUnsiblingControl(AControl: TControl; DeleteNonControls: Boolean);
+    procedure DeselectComponent;
+    procedure FillSelectedComps;
+    procedure SetSelectedComps(List: TComponentList);
+    function GetSelectSizer: TQorSizer;
+    procedure RefreshSizers;
+    procedure RepaintSizers;
+    procedure Refresh;
+    // notifications
+    procedure NotifyObjInspector;
+    procedure NotifyCenterSelChanged;
+    procedure SizersMoved;
+    procedure SizersModified;
+    procedure CtrlMoved(AControl: TControl);
+    procedure SetDirty(Value: Boolean);
+    procedure EnvokeStageMouseMove(AControl: TControl; Shift: TShiftState; const Pos: TPoint);
+    procedure SetConsoleCenter(ACenter: TComponent);
+    // dynamic insertion
+    function GetIsDynInsComp: Boolean;
+    function GetDynInsCompClass: TComponentClass;
+    procedure DynInsCompDone(AComponent: TComponent);
+    // inline editing
+    procedure StartEmbedEdit;
+    procedure EndEmbedEdit;
+    // deletion and z-order
+    procedure DelSelectedControls;
+    procedure BringSelCtrlsToFront;
+    procedure SendSelCtrlsToBack;
+    // stage image
+    procedure GetStageBitmap(Bitmap: TBitmap);
+    procedure GetStagePicture(Picture: TPicture);
+    procedure PrintStage;
+    { True while the stage proxy drags a rubber band. }
+    function IsRubbering: Boolean;
+    { True for the stage and for a control owned by the stage: a pointer that
+      arrived in a posted message is checked before it is used. }
+    function IsKnownControl(AControl: TControl): Boolean;
+    { Marks or unmarks one component as designing (csDesigning), remembering
+      which marks are ours to take back. }
+    procedure SetControlDesigning(AComponent: TComponent; Value: Boolean);
+    { The sizer that a press started dragging or resizing, if any; the proxies
+      route the moves and the release of that press to it. }
+    property DragSizer: TQorSizer read FDragSizer write FDragSizer;
+    { Bulk changes of many controls: one align pass of the stage. }
+    procedure BeginBatch;
+    procedure EndBatch;
+    property EmbeddedEditing: Boolean read FEmbeddedEditing;
+    { How many CtrlMoved reports the manager acted on (for hosts and tests). }
+    property CtrlMovedCount: Integer read FCtrlMovedCount;
+    property IsDynInsComp: Boolean read GetIsDynInsComp;
+    property DesignProxies: TQorDesignWndProcProxyList read FDesignProxies;
+    property IsDesigning: Boolean read FIsDesigning write SetIsDesigning;
+    property Sizers: TQorSizerList read FSizers;
+    property StageProxy: TQorDesignStageProxy read FStageProxy;
+    property StageSizer: TQorStageSizer read FStageSizer;
+    property SelectedComps: TComponentList read FSelectedComps;
+    property ObjInspector: TComponent read FObjInspector write SetObjInspector;
+    property ConsoleCenter: TComponent read FConsoleCenter write SetConsoleCenter;
+    property Dirty: Boolean read FDirty write SetDirty;
+    property OnDynInsComponent: TDynInsComponentEvent read FOnDynInsComponent write FOnDynInsComponent;
+    property DisplayGrid: Boolean read GetDisplayGrid write SetDisplayGrid;
+    property GridSizeX: Integer read GetGridSizeX write SetGridSizeX;
+    property GridSizeY: Integer read GetGridSizeY write SetGridSizeY;
+  published
+    property Enabled: Boolean read FEnabled write SetEnabled default True;
+    property DesignStage: TWinControl read FDesignStage write SetDesignStage;
+    property DesignPopupMenu: TPopupMenu read FDesignPopupMenu write SetDesignPopupMenu;
+    property OnStageMouseMove: TQorStageMouseMoveEvent read FOnStageMouseMove write FOnStageMouseMove;
+    property OnCompsChange: TNotifyEvent read FOnCompsChange write FOnCompsChange;
+    property OnControlsMoved: TNotifyEvent read FOnControlsMoved write FOnControlsMoved;
+  end;
+
+{ Sends Message to every child control of AParent, synchronously, through
+  each child's WindowProc (the VCL's TWinControl.Broadcast). }
+procedure BroadcastToChildren(AParent: TWinControl; var Message: TLMessage);
+
+
 implementation
+
+uses
+  // ours
+  VhoSysUtils, QorTransUtils, QorDesignConsole;
 
 {************ Registered design messages }
 
@@ -221,6 +801,39 @@ begin
   Result := ((Message.Msg = QORM_SizerMoved) or (Message.Msg = QORM_SizerMoveEnd) or
     (Message.Msg = QORM_SizerMoveStart)) and (THandle(Message.WParam) = OwnHandle);
 end;
+
+function MsgPosToPoint(LParam: PtrInt): TPoint;
+begin
+  Result.X := Word(LParam and $FFFF);
+  Result.Y := Word((LParam shr 16) and $FFFF);
+end;
+
+function PointToMsgPos(X, Y: Integer): PtrInt;
+begin
+  Result := PtrInt((Word(Y) shl 16) or Word(X));
+end;
+
+procedure BroadcastToChildren(AParent: TWinControl; var Message: TLMessage);
+var
+  I: Integer;
+begin
+  if AParent = nil then
+    Exit;
+  for I := 0 to AParent.ControlCount - 1 do
+  begin
+    AParent.Controls[I].WindowProc(Message);
+    if Message.Result <> 0 then
+      Exit;
+  end;
+end;
+
+type
+  TQorComponentAccess = class(TComponent);
+
+{$I qorproxies.inc}
+{$I qorsizers.inc}
+{$I qorstage.inc}
+{$I qormanager.inc}
 
 initialization
   Inc(InitCount);

@@ -22,7 +22,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, DateUtils, Process, fpcunit,
   // LCL
-  Controls, Forms;
+  LCLType, LCLIntf, Graphics, Controls, Forms;
 
 {************ Conditions and waiting }
 
@@ -94,6 +94,11 @@ type
     procedure Click(AControl: TControl; X, Y: Integer; Button: Integer = 1);
     procedure TypeText(const S: string);
     procedure PressKey(const KeySym: string);
+    // what is on the screen
+    { The screen inside AControl's client area (as shown, windows above it
+      included), as a bitmap the caller frees. }
+    function GrabClient(AControl: TControl): TBitmap;
+    procedure SavePng(ABitmap: TBitmap; const FileName: string);
   end;
 
 implementation
@@ -270,6 +275,45 @@ end;
 procedure TQorGuiTestCase.PressKey(const KeySym: string);
 begin
   XDo('key ' + KeySym);
+end;
+
+function TQorGuiTestCase.GrabClient(AControl: TControl): TBitmap;
+var
+  ScreenDC: HDC;
+  Whole: TBitmap;
+  Origin: TPoint;
+  W, H: Integer;
+begin
+  Application.ProcessMessages;
+  Whole := TBitmap.Create;
+  ScreenDC := GetDC(0);
+  try
+    Whole.LoadFromDevice(ScreenDC);
+    Origin := AControl.ClientToScreen(Point(0, 0));
+    W := AControl.ClientWidth;
+    H := AControl.ClientHeight;
+    Result := TBitmap.Create;
+    Result.SetSize(W, H);
+    Result.Canvas.CopyRect(Rect(0, 0, W, H), Whole.Canvas,
+      Rect(Origin.X, Origin.Y, Origin.X + W, Origin.Y + H));
+  finally
+    ReleaseDC(0, ScreenDC);
+    Whole.Free;
+  end;
+end;
+
+procedure TQorGuiTestCase.SavePng(ABitmap: TBitmap; const FileName: string);
+var
+  Png: TPortableNetworkGraphic;
+begin
+  ForceDirectories(ExtractFileDir(FileName));
+  Png := TPortableNetworkGraphic.Create;
+  try
+    Png.Assign(ABitmap);
+    Png.SaveToFile(FileName);
+  finally
+    Png.Free;
+  end;
 end;
 
 end.
