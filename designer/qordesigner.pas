@@ -34,7 +34,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, Contnrs, Types, Math,
   // LCL
-  LCLType, LCLIntf, LMessages, Graphics, Controls, StdCtrls, Forms, Menus;
+  LCLType, LCLIntf, LMessages, Graphics, Controls, StdCtrls, ExtCtrls, Forms, Menus;
 
 {************ Registered design messages }
 
@@ -237,12 +237,16 @@ type
   private
     FLastSelPos: TPoint;
     FRubberBand: TQorRubberBand;
+    FRubberPending: Boolean;
+    FRubberTimer: TTimer;
     FGridTemplate: TBitmap;
     FDisplayGrid: Boolean;
     FGridSizeX: Integer;
     FGridSizeY: Integer;
     procedure SetGridSizeX(Value: Integer);
     procedure SetGridSizeY(Value: Integer);
+    procedure RubberTimerTick(Sender: TObject);
+    procedure ProxyMouseMoveBand(const P: TPoint);
   protected
     function IsStageProxy: Boolean; override;
   public
@@ -267,6 +271,8 @@ type
     procedure SetDisplayGrid(Value: Boolean);
     property LastSelPos: TPoint read FLastSelPos;
     property RubberBand: TQorRubberBand read FRubberBand;
+    { A press started a band that no move has given an area yet. }
+    property RubberPending: Boolean read FRubberPending;
     property GridTemplate: TBitmap read FGridTemplate;
     property DisplayGrid: Boolean read FDisplayGrid write SetDisplayGrid;
     property GridSizeX: Integer read FGridSizeX write SetGridSizeX;
@@ -342,6 +348,7 @@ type
     procedure SetSizerMode(Value: TQorSizerMode);
     procedure SetSizerList(Value: TQorSizerList);
     procedure UpdateShape;
+    procedure TakeFocus;
     procedure CMWantSpecialKey(var Message: TLMessage); message CM_WANTSPECIALKEY;
   protected
     procedure SetControl(AControl: TControl); virtual;

@@ -12,7 +12,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, Contnrs, fpcunit, testregistry,
   // LCL
-  LCLType, LCLIntf, LMessages, Controls, StdCtrls, ExtCtrls, Forms, Graphics,
+  LCLType, LCLIntf, LCLProc, LMessages, Controls, StdCtrls, ExtCtrls, Forms, Graphics,
   // ours
   QorGuiTest, QorDesigner, QorDesignConsole;
 
@@ -47,6 +47,7 @@ type
     procedure DragBy(C: TControl; X, Y, DX, DY: Integer; const Keys: string = '');
     procedure ShiftClick(C: TControl; X, Y: Integer);
     procedure WaitSelection(const Expected: string);
+    procedure WaitForComponent(const AName: string);
   end;
 
   { TTestDesignSurface }
@@ -56,6 +57,22 @@ type
     procedure TestDesigningOnSelectsTheStage;
     procedure TestClickOnButtonSelectsItWithoutOnClick;
     procedure TestScreenshotsShowHandlesAndControls;
+    procedure TestPressAndDragMovesControlByTheTravel;
+    procedure TestDragOfThreeSelectedSiblingsMovesAllThree;
+    procedure TestDragDeselectsControlInAnotherContainerFirst;
+    procedure TestShiftClickThreeGivesClickOrderAndToggleKeepsOrder;
+    procedure TestSecondSelectedControlSwitchesToCornerMarks;
+    procedure TestEachHandleResizesByTheTravel;
+    procedure TestCtrlArrowsMoveSelectionOnePixelPlainArrowsNothing;
+    procedure TestDeleteDeletesSelectionOnceOnKeyUpShiftDeleteNothing;
+    procedure TestRubberBandSelectsEveryTouchedControlEdgeIncluded;
+    procedure TestClickOnLabelInPanelSelectsTheLabel;
+    procedure TestCtrlClickOnButtonInPanelStartsRubberBandOnStage;
+    procedure TestClassChosenClickOnPanelInsertsInsideAtClick;
+    procedure TestClassChosenClickThroughButtonReachesContainer;
+    procedure TestDesigningOffRestoresWindowProcsBoundsAndClicks;
+    procedure TestControlFreedWhileSelectedLeavesNoSizerNoProxy;
+    procedure TestFreeingManagerWhileDesigningLeavesStageUsable;
   end;
 
 implementation
@@ -165,7 +182,7 @@ var
 begin
   MouseMoveTo(C, X, Y);
   if Keys <> '' then
-    XDo('keydown ' + Keys);
+    KeyHold(Keys);
   MouseDown;
   DrainMessages(60);
   P := ScreenPoint(C, X, Y);
@@ -177,16 +194,16 @@ begin
   DrainMessages(60);
   MouseUp;
   if Keys <> '' then
-    XDo('keyup ' + Keys);
+    KeyRelease(Keys);
   DrainMessages(80);
 end;
 
 procedure TQorSurfaceTestCase.ShiftClick(C: TControl; X, Y: Integer);
 begin
   MouseMoveTo(C, X, Y);
-  XDo('keydown shift');
+  KeyHold('shift');
   XDo('click 1');
-  XDo('keyup shift');
+  KeyRelease('shift');
   DrainMessages(80);
 end;
 
@@ -200,6 +217,18 @@ procedure TQorSurfaceTestCase.WaitSelection(const Expected: string);
 begin
   WaitUntil(@Selected);
   AssertEquals('SelectedComps', Expected, SelNames);
+end;
+
+procedure TQorSurfaceTestCase.WaitForComponent(const AName: string);
+
+  function Exists: Boolean;
+  begin
+    Result := Stage.FindComponent(AName) <> nil;
+  end;
+
+begin
+  AssertWait(AName + ' was created', @Exists);
+  DrainMessages(60);
 end;
 
 { TTestDesignSurface }
@@ -254,6 +283,417 @@ begin
   finally
     Bmp.Free;
   end;
+end;
+
+procedure TTestDesignSurface.TestPressAndDragMovesControlByTheTravel;
+var
+  Before: TRect;
+begin
+  StartDesigning;
+  Before := Button2.BoundsRect;
+  DragBy(Button2, 30, 12, 37, 23);
+  AssertEquals('SelectedComps', 'Button2', SelNames);
+  AssertEquals('left moved by the travel', Before.Left + 37, Button2.Left);
+  AssertEquals('top moved by the travel', Before.Top + 23, Button2.Top);
+  AssertEquals('width kept', Before.Right - Before.Left, Button2.Width);
+  AssertEquals('OnClick does not fire', 0, Clicks);
+  AssertTrue('the sizer follows the control',
+    (SizerOf(Button2).Left = Button2.Left - 2) and (SizerOf(Button2).Top = Button2.Top - 2));
+end;
+
+procedure TTestDesignSurface.TestDragOfThreeSelectedSiblingsMovesAllThree;
+var
+  B2, B3, E: TPoint;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  ShiftClick(Button3, 30, 12);
+  ShiftClick(Edit, 30, 10);
+  WaitSelection('Button2,Button3,Edit1');
+  B2 := Button2.BoundsRect.TopLeft;
+  B3 := Button3.BoundsRect.TopLeft;
+  E := Edit.BoundsRect.TopLeft;
+  DragBy(Button3, 30, 12, -41, 17);
+  AssertEquals('selection kept', 'Button2,Button3,Edit1', SelNames);
+  AssertEquals('Button3 left', B3.X - 41, Button3.Left);
+  AssertEquals('Button3 top', B3.Y + 17, Button3.Top);
+  AssertEquals('Button2 left', B2.X - 41, Button2.Left);
+  AssertEquals('Button2 top', B2.Y + 17, Button2.Top);
+  AssertEquals('Edit1 left', E.X - 41, Edit.Left);
+  AssertEquals('Edit1 top', E.Y + 17, Edit.Top);
+end;
+
+procedure TTestDesignSurface.TestDragDeselectsControlInAnotherContainerFirst;
+var
+  PB: TRect;
+  B2: TPoint;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  ShiftClick(PanelButton, 30, 12);
+  WaitSelection('Button2,Button1');
+  PB := PanelButton.BoundsRect;
+  B2 := Button2.BoundsRect.TopLeft;
+  DragBy(Button2, 30, 12, 15, 9);
+  AssertNull('the sizer of the control in the panel is freed', SizerOf(PanelButton));
+  AssertEquals('one sizer left', 1, Manager.Sizers.Count);
+  AssertEquals('Button2 moved', B2.X + 15, Button2.Left);
+  AssertTrue('the control in the panel did not move', EqualRect(PB, PanelButton.BoundsRect));
+end;
+
+procedure TTestDesignSurface.TestShiftClickThreeGivesClickOrderAndToggleKeepsOrder;
+begin
+  StartDesigning;
+  ShiftClick(Button3, 30, 12);
+  ShiftClick(Edit, 30, 10);
+  ShiftClick(Button2, 30, 12);
+  WaitSelection('Button3,Edit1,Button2');
+  ShiftClick(Edit, 30, 10);
+  WaitSelection('Button3,Button2');
+  AssertEquals('OnClick does not fire', 0, Clicks);
+end;
+
+procedure TTestDesignSurface.TestSecondSelectedControlSwitchesToCornerMarks;
+var
+  Bmp: TBitmap;
+  S2, S3: TQorSizer;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  AssertTrue('one selected: single mode', SizerOf(Button2).SizerMode = smSingle);
+  ShiftClick(Button3, 30, 12);
+  WaitSelection('Button2,Button3');
+  S2 := SizerOf(Button2);
+  S3 := SizerOf(Button3);
+  AssertTrue('first sizer in multi mode', S2.SizerMode = smMulti);
+  AssertTrue('second sizer in multi mode', S3.SizerMode = smMulti);
+  DrainMessages(150);
+  Bmp := GrabClient(Stage);
+  try
+    AssertEquals('a corner mark in the multi colour', ColorToRGB(S2.MultiSelColor),
+      Bmp.Canvas.Pixels[S2.Left + 1, S2.Top + 1]);
+    AssertTrue('no top-middle handle any more',
+      Bmp.Canvas.Pixels[S2.Left + S2.Width div 2, S2.Top + 1] <> ColorToRGB(S2.MultiSelColor));
+    AssertTrue('nor one in the single colour',
+      Bmp.Canvas.Pixels[S2.Left + S2.Width div 2, S2.Top + 1] <> ColorToRGB(S2.SingleSelColor));
+  finally
+    Bmp.Free;
+  end;
+end;
+
+procedure TTestDesignSurface.TestEachHandleResizesByTheTravel;
+const
+  DX = 13;
+  DY = 9;
+var
+  I: Integer;
+  Before, Expected: TRect;
+  Sizer: TQorSizer;
+  R: TRect;
+  C: TPoint;
+begin
+  StartDesigning;
+  for I := 1 to 8 do
+  begin
+    Click(Button2, 30, 12);
+    WaitSelection('Button2');
+    DrainMessages(60);
+    Sizer := SizerOf(Button2);
+    AssertNotNull('sizer', Sizer);
+    Before := Button2.BoundsRect;
+    R := Sizer.HandleRects[I];
+    C := Point((R.Left + R.Right) div 2, (R.Top + R.Bottom) div 2);
+    DragBy(Sizer, C.X, C.Y, DX, DY);
+    Expected := Before;
+    case Sizer.HitCodes[I] of
+      HTTOPLEFT: begin Inc(Expected.Left, DX); Inc(Expected.Top, DY); end;
+      HTTOP: Inc(Expected.Top, DY);
+      HTTOPRIGHT: begin Inc(Expected.Right, DX); Inc(Expected.Top, DY); end;
+      HTRIGHT: Inc(Expected.Right, DX);
+      HTBOTTOMRIGHT: begin Inc(Expected.Right, DX); Inc(Expected.Bottom, DY); end;
+      HTBOTTOM: Inc(Expected.Bottom, DY);
+      HTBOTTOMLEFT: begin Inc(Expected.Left, DX); Inc(Expected.Bottom, DY); end;
+      HTLEFT: Inc(Expected.Left, DX);
+    end;
+    AssertEquals(Format('handle %d left', [I]), Expected.Left, Button2.Left);
+    AssertEquals(Format('handle %d top', [I]), Expected.Top, Button2.Top);
+    AssertEquals(Format('handle %d width', [I]), Expected.Right - Expected.Left, Button2.Width);
+    AssertEquals(Format('handle %d height', [I]), Expected.Bottom - Expected.Top, Button2.Height);
+    Button2.BoundsRect := Before;
+  end;
+end;
+
+procedure TTestDesignSurface.TestCtrlArrowsMoveSelectionOnePixelPlainArrowsNothing;
+var
+  B2, B3: TPoint;
+
+  procedure Check(const Key: string; DX, DY: Integer);
+  begin
+    PressKey(Key);
+    DrainMessages(120);
+    AssertEquals(Key + ': Button2 left', B2.X + DX, Button2.Left);
+    AssertEquals(Key + ': Button2 top', B2.Y + DY, Button2.Top);
+    AssertEquals(Key + ': Button3 left', B3.X + DX, Button3.Left);
+    AssertEquals(Key + ': Button3 top', B3.Y + DY, Button3.Top);
+    B2 := Button2.BoundsRect.TopLeft;
+    B3 := Button3.BoundsRect.TopLeft;
+  end;
+
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  ShiftClick(Button3, 30, 12);
+  WaitSelection('Button2,Button3');
+  B2 := Button2.BoundsRect.TopLeft;
+  B3 := Button3.BoundsRect.TopLeft;
+  Check('ctrl+Right', 1, 0);
+  Check('ctrl+Left', -1, 0);
+  Check('ctrl+Down', 0, 1);
+  Check('ctrl+Up', 0, -1);
+  Check('Right', 0, 0);
+  Check('Down', 0, 0);
+  AssertEquals('selection kept', 'Button2,Button3', SelNames);
+end;
+
+procedure TTestDesignSurface.TestDeleteDeletesSelectionOnceOnKeyUpShiftDeleteNothing;
+var
+  Deleted: Boolean;
+  Count0: Integer;
+
+  function Gone: Boolean;
+  begin
+    Result := Stage.FindComponent('Button3') = nil;
+  end;
+
+begin
+  StartDesigning;
+  Click(Button3, 30, 12);
+  WaitSelection('Button3');
+  Count0 := Stage.ComponentCount;
+  KeyHold('shift');
+  DrainMessages(30);
+  PressKey('Delete');
+  DrainMessages(150);
+  KeyRelease('shift');
+  DrainMessages(50);
+  AssertNotNull('Shift+Delete deletes nothing', Stage.FindComponent('Button3'));
+  KeyHold('Delete');
+  DrainMessages(150);
+  AssertNotNull('nothing is deleted on key down', Stage.FindComponent('Button3'));
+  KeyRelease('Delete');
+  Deleted := WaitUntil(@Gone);
+  AssertTrue('plain Delete deletes the selection on key up', Deleted);
+  Button3 := nil;
+  DrainMessages(100);
+  AssertEquals('exactly one component deleted', Count0 - 1, Stage.ComponentCount);
+  AssertEquals('the stage is selected afterwards', 'StageForm', SelNames);
+  AssertEquals('no sizer left', 0, Manager.Sizers.Count);
+end;
+
+procedure TTestDesignSurface.TestRubberBandSelectsEveryTouchedControlEdgeIncluded;
+var
+  P0: TPoint;
+  Band: TQorRubberBand;
+  Seen: Boolean;
+begin
+  StartDesigning;
+  // From the empty stage right of the buttons to exactly Button2's right
+  // edge column (x = 419) and down over Button3: Button2 and Button3 are
+  // touched, Button3 only... both at their right edge.
+  MouseMoveTo(Stage, 540, 130);
+  MouseDown;
+  DrainMessages(80);
+  P0 := ScreenPoint(Stage, 0, 0);
+  XDo(Format('mousemove --sync %d %d', [P0.X + 480, P0.Y + 170]));
+  DrainMessages(40);
+  XDo(Format('mousemove --sync %d %d', [P0.X + 419, P0.Y + 215]));
+  DrainMessages(80);
+  Band := Manager.StageProxy.RubberBand;
+  Seen := (Band <> nil) and Band.Visible;
+  AssertTrue('a rubber band is shown while dragging', Seen);
+  AssertEquals('band left', 419, Band.Left);
+  AssertEquals('band top', 130, Band.Top);
+  AssertEquals('band right', 540, Band.Left + Band.Width);
+  AssertEquals('band bottom', 215, Band.Top + Band.Height);
+  MouseUp;
+  DrainMessages(120);
+  AssertNull('the band is gone after the release', Manager.StageProxy.RubberBand);
+  AssertEquals('SelectedComps in stage component order', 'Button2,Button3', SelNames);
+end;
+
+procedure TTestDesignSurface.TestClickOnLabelInPanelSelectsTheLabel;
+begin
+  StartDesigning;
+  Click(PanelLabel, 10, 8);
+  WaitSelection('Label1');
+  AssertEquals('OnClick of the label does not fire', 0, Clicks);
+end;
+
+procedure TTestDesignSurface.TestCtrlClickOnButtonInPanelStartsRubberBandOnStage;
+var
+  P: TPoint;
+
+  function Rubbering: Boolean;
+  begin
+    Result := Manager.IsRubbering;
+  end;
+
+begin
+  StartDesigning;
+  MouseMoveTo(PanelButton, 30, 12);
+  KeyHold('ctrl');
+  MouseDown;
+  AssertWait('a Ctrl-press on the button starts a rubber band on the stage', @Rubbering);
+  AssertNull('the press did not select the button', SizerOf(PanelButton));
+  AssertEquals('the press selected the stage', 'StageForm', SelNames);
+  P := ScreenPoint(Stage, 5, 5);
+  XDo(Format('mousemove --sync %d %d', [P.X + 100, P.Y + 100]));
+  XDo(Format('mousemove --sync %d %d', [P.X, P.Y]));
+  DrainMessages(60);
+  MouseUp;
+  KeyRelease('ctrl');
+  DrainMessages(120);
+  AssertFalse('the band ended', Manager.IsRubbering);
+  // The band reached from the button to the stage's corner: it touches the
+  // panel and the button in it (every stage component, any depth).
+  AssertEquals('the band selected what it touched', 'Panel1,Button1', SelNames);
+end;
+
+procedure TTestDesignSurface.TestClassChosenClickOnPanelInsertsInsideAtClick;
+var
+  B: TComponent;
+begin
+  StartDesigning;
+  Center.PalleteSelectedClass := TButton;
+  Click(Panel, 150, 100);
+  WaitForComponent('Button4');
+  B := Stage.FindComponent('Button4');
+  // The new component gets the only sizer; the Part selects it without
+  // notifying (the tree view's insert path refreshes the lists).
+  AssertNotNull('the new button has a sizer', SizerOf(TControl(B)));
+  AssertEquals('only it', 1, Manager.Sizers.Count);
+  AssertNotNull('a new button named after GetCompUniqueID', B);
+  AssertSame('inside the panel', Panel, TControl(B).Parent);
+  AssertEquals('at the click x', 150, TControl(B).Left);
+  AssertEquals('at the click y', 100, TControl(B).Top);
+  AssertSame('owned by the stage', Stage, B.Owner);
+  AssertTrue('the palette choice is dropped', Center.PalleteSelectedClass = nil);
+  AssertTrue('the new button is designed', csDesigning in B.ComponentState);
+  AssertTrue('and proxied', Manager.DesignProxies.GetControlIndex(TControl(B)) >= 0);
+end;
+
+procedure TTestDesignSurface.TestClassChosenClickThroughButtonReachesContainer;
+var
+  B: TControl;
+begin
+  StartDesigning;
+  Center.PalleteSelectedClass := TLabel;
+  // A button cannot hold children: the click reaches the panel beneath.
+  Click(PanelButton, 10, 10);
+  WaitForComponent('Label2');
+  B := TControl(Stage.FindComponent('Label2'));
+  AssertNotNull(B);
+  AssertNotNull('the new label has a sizer', SizerOf(B));
+  AssertNull('the button was not selected', SizerOf(PanelButton));
+  AssertSame('the label went into the panel', Panel, B.Parent);
+  AssertEquals('at the click, in the panel''s coordinates', PanelButton.Left + 10, B.Left);
+  AssertEquals(PanelButton.Top + 10, B.Top);
+end;
+
+procedure TTestDesignSurface.TestDesigningOffRestoresWindowProcsBoundsAndClicks;
+var
+  Procs: array of TMethod;
+  Bounds: array of TRect;
+  Ctrls: array of TControl;
+  I: Integer;
+
+  function Clicked: Boolean;
+  begin
+    Result := Clicks > 0;
+  end;
+
+begin
+  SetLength(Ctrls, 7);
+  Ctrls[0] := Panel; Ctrls[1] := PanelButton; Ctrls[2] := Edit; Ctrls[3] := Memo;
+  Ctrls[4] := CheckBox; Ctrls[5] := Button2; Ctrls[6] := Stage;
+  SetLength(Procs, Length(Ctrls));
+  SetLength(Bounds, Length(Ctrls));
+  for I := 0 to High(Ctrls) do
+  begin
+    Procs[I] := TMethod(Ctrls[I].WindowProc);
+    Bounds[I] := Ctrls[I].BoundsRect;
+  end;
+  StartDesigning;
+  AssertTrue('designing replaced the button''s WindowProc',
+    TMethod(PanelButton.WindowProc).Code <> Procs[1].Code);
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  ShiftClick(Button3, 30, 12);
+  Manager.IsDesigning := False;
+  DrainMessages(100);
+  for I := 0 to High(Ctrls) do
+  begin
+    AssertTrue(Ctrls[I].Name + ': WindowProc code restored', TMethod(Ctrls[I].WindowProc).Code = Procs[I].Code);
+    AssertTrue(Ctrls[I].Name + ': WindowProc data restored', TMethod(Ctrls[I].WindowProc).Data = Procs[I].Data);
+    AssertTrue(Ctrls[I].Name + ': bounds unchanged', EqualRect(Bounds[I], Ctrls[I].BoundsRect));
+    AssertFalse(Ctrls[I].Name + ': not designing', csDesigning in Ctrls[I].ComponentState);
+  end;
+  AssertEquals('no sizer remains', 0, Manager.Sizers.Count);
+  AssertNull('no rubber band remains', Manager.StageProxy.RubberBand);
+  AssertNull('the stage sizer is unbound', Manager.StageSizer.Control);
+  for I := 0 to Stage.ControlCount - 1 do
+    AssertFalse('no sizer window on the stage', Stage.Controls[I] is TQorSizer);
+  Click(Button2, 30, 12);
+  AssertWait('the button acts as a button again', @Clicked);
+end;
+
+procedure TTestDesignSurface.TestControlFreedWhileSelectedLeavesNoSizerNoProxy;
+var
+  I: Integer;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  AssertTrue('proxied', Manager.DesignProxies.GetControlIndex(Button2) >= 0);
+  Button2.Free;
+  Button2 := nil;
+  DrainMessages(100);
+  AssertEquals('no sizer', 0, Manager.Sizers.Count);
+  for I := 0 to Manager.DesignProxies.Count - 1 do
+    AssertTrue('no proxy without its control', Manager.DesignProxies.Proxies[I].Control <> nil);
+  for I := 0 to Stage.ControlCount - 1 do
+    AssertFalse('no sizer window on the stage', Stage.Controls[I] is TQorSizer);
+  AssertTrue('not in the selection', Pos('Button2', SelNames) = 0);
+  // Designing goes on: another control can be selected.
+  Click(Button3, 30, 12);
+  WaitSelection('Button3');
+end;
+
+procedure TTestDesignSurface.TestFreeingManagerWhileDesigningLeavesStageUsable;
+var
+  Proc: TMethod;
+
+  function Clicked: Boolean;
+  begin
+    Result := Clicks > 0;
+  end;
+
+begin
+  Proc := TMethod(Button2.WindowProc);
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  FreeAndNil(Manager);
+  DrainMessages(100);
+  AssertTrue('WindowProc restored', TMethod(Button2.WindowProc).Code = Proc.Code);
+  AssertFalse('not designing', csDesigning in Button2.ComponentState);
+  AssertNull('no designer on the form', Stage.Designer);
+  Click(Button2, 30, 12);
+  AssertWait('the stage is usable: the button clicks', @Clicked);
 end;
 
 initialization

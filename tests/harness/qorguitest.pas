@@ -77,6 +77,7 @@ type
   private
     FForms: TFPList;
     FButtonDown: Boolean;
+    FHeldKeys: TStringList;
   protected
     procedure SetUp; override;
     procedure TearDown; override;
@@ -94,6 +95,9 @@ type
     procedure Click(AControl: TControl; X, Y: Integer; Button: Integer = 1);
     procedure TypeText(const S: string);
     procedure PressKey(const KeySym: string);
+    { Holds a key down until KeyRelease (TearDown releases what is held). }
+    procedure KeyHold(const KeySym: string);
+    procedure KeyRelease(const KeySym: string);
     // what is on the screen
     { The screen inside AControl's client area (as shown, windows above it
       included), as a bitmap the caller frees. }
@@ -154,6 +158,7 @@ begin
   if not HaveDisplay then
     Ignore('needs an X display (run the suite with make test)');
   FForms := TFPList.Create;
+  FHeldKeys := TStringList.Create;
 end;
 
 procedure TQorGuiTestCase.TearDown;
@@ -163,7 +168,11 @@ begin
   try
     if FButtonDown then
       MouseUp(1);
+    if FHeldKeys <> nil then
+      while FHeldKeys.Count > 0 do
+        KeyRelease(FHeldKeys[FHeldKeys.Count - 1]);
   finally
+    FreeAndNil(FHeldKeys);
     if FForms <> nil then
     begin
       for I := FForms.Count - 1 downto 0 do
@@ -275,6 +284,22 @@ end;
 procedure TQorGuiTestCase.PressKey(const KeySym: string);
 begin
   XDo('key ' + KeySym);
+end;
+
+procedure TQorGuiTestCase.KeyHold(const KeySym: string);
+begin
+  XDo('keydown ' + KeySym);
+  FHeldKeys.Add(KeySym);
+end;
+
+procedure TQorGuiTestCase.KeyRelease(const KeySym: string);
+var
+  I: Integer;
+begin
+  I := FHeldKeys.IndexOf(KeySym);
+  if I >= 0 then
+    FHeldKeys.Delete(I);
+  XDo('keyup ' + KeySym);
 end;
 
 function TQorGuiTestCase.GrabClient(AControl: TControl): TBitmap;
