@@ -261,6 +261,7 @@ var
   Handle5, Inside: TColor;
   Sizer: TQorSizer;
   Dir: string;
+  I, Dots: Integer;
 begin
   Dir := ExtractFilePath(ParamStr(0)) + '../docs/img/';
   StartDesigning;
@@ -283,6 +284,46 @@ begin
   finally
     Bmp.Free;
   end;
+  // Three selected: corner marks in the multi colour, controls visible.
+  ShiftClick(Button3, 30, 12);
+  ShiftClick(Edit, 30, 10);
+  WaitSelection('Button2,Button3,Edit1');
+  DrainMessages(200);
+  Bmp := GrabClient(Stage);
+  try
+    SavePng(Bmp, Dir + 'surface-three-selected.png');
+    Sizer := SizerOf(Edit);
+    AssertEquals('a corner mark of the edit''s sizer', ColorToRGB(Sizer.MultiSelColor),
+      Bmp.Canvas.Pixels[Sizer.Left + Sizer.Width - 2, Sizer.Top + 1]);
+    AssertEquals('the edit shows through its sizer (white field)', clWhite,
+      Bmp.Canvas.Pixels[Edit.Left + Edit.Width - 8, Edit.Top + Edit.Height div 2]);
+  finally
+    Bmp.Free;
+  end;
+  // A rubber band in progress: its dotted outline is drawn.
+  MouseMoveTo(Stage, 560, 300);
+  MouseDown;
+  DrainMessages(60);
+  P := ScreenPoint(Stage, 0, 0);
+  XDo(Format('mousemove --sync %d %d', [P.X + 500, P.Y + 250]));
+  DrainMessages(40);
+  XDo(Format('mousemove --sync %d %d', [P.X + 300, P.Y + 120]));
+  DrainMessages(200);
+  Bmp := GrabClient(Stage);
+  try
+    SavePng(Bmp, Dir + 'surface-rubber-band.png');
+    AssertTrue('the band shows', Manager.IsRubbering);
+    Dots := 0;
+    for I := 300 to 559 do
+      if Bmp.Canvas.Pixels[I, 300 - 1] = clBlack then
+        Inc(Dots);
+    AssertTrue(Format('the band''s bottom edge is dotted black (%d black pixels)', [Dots]),
+      (Dots > 40) and (Dots < 240));
+  finally
+    Bmp.Free;
+  end;
+  MouseUp;
+  DrainMessages(100);
 end;
 
 procedure TTestDesignSurface.TestPressAndDragMovesControlByTheTravel;
