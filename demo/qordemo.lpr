@@ -10,9 +10,9 @@ uses
   {$IFDEF UNIX}cthreads,{$ENDIF}
   Classes, SysUtils, DateUtils,
   // LCL
-  Interfaces, Forms,
+  Interfaces, Forms, Controls,
   // ours
-  QorDesign, QorDemoMain;
+  QorDesign, QorDesigner, QorDemoMain;
 
 var
   Main: TQorDemoMain;
@@ -35,13 +35,25 @@ begin
     Application.Run;
     Exit;
   end;
-  // Headless: let both windows map and paint, then take the picture.
-  Deadline := IncMilliSecond(Now, 1500);
+  // Headless: let both windows map, design the stage with two controls
+  // selected, let it paint, then take the picture.
+  Deadline := IncMilliSecond(Now, 700);
   while Now < Deadline do
   begin
     Application.ProcessMessages;
     Sleep(10);
   end;
-  SaveScreenshot(ShotFile, Main.BoundsRect);
+  Main.DesignSwitch.Checked := True;
+  Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Button1')), Point(-1, -1),
+    csmSelect, True, False);
+  Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Edit1')), Point(-1, -1),
+    csmAdd, True, False);
+  Deadline := IncMilliSecond(Now, 800);
+  while Now < Deadline do
+  begin
+    Application.ProcessMessages;
+    Sleep(10);
+  end;
+  SaveScreenshot(ShotFile, Rect(0, 0, Main.Width, Main.Height));
   WriteLn('demo: wrote ', ShotFile);
 end.

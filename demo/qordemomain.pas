@@ -2,8 +2,10 @@
 
   The main window holds the palette area (top), the component tree area
   (left) and the object inspector area (right); the stage form beside it is
-  the form the user designs. Each area is an empty frame until the issue
-  that builds its component lands and puts the component there.
+  the form the user designs. The palette area has the Design switch and a
+  provisional palette (arrow, TButton, TLabel, TEdit, TPanel) until the
+  palette component (Part 6.2) replaces it; the tree and inspector areas
+  wait for their issues.
 
   Sections:
     - TQorDemoMain
@@ -19,7 +21,9 @@ uses
   // RTL / FCL
   Classes, SysUtils,
   // LCL
-  LCLType, LCLIntf, Graphics, Controls, StdCtrls, ExtCtrls, Forms;
+  LCLType, LCLIntf, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
+  // ours
+  QorDesigner, QorDesignConsole;
 
 type
 
@@ -32,6 +36,16 @@ type
     FInspectorArea: TPanel;
     FCenterArea: TPanel;
     FStage: TForm;
+    FManager: TQorDesignManager;
+    FCenter: TQorDesignCenter;
+    FDesignSwitch: TCheckBox;
+    FPaletteButtons: array of TSpeedButton;
+    FStatus: TLabel;
+    procedure BuildPalette;
+    procedure DesignSwitchClick(Sender: TObject);
+    procedure PaletteClick(Sender: TObject);
+    procedure PaletteChanged(Sender: TObject);
+    procedure SelectionChanged(Sender: TObject);
     function NewArea(const ACaption: string; AAlign: TAlign; ASize: Integer): TPanel;
     procedure BuildStage;
     procedure MainClose(Sender: TObject; var CloseAction: TCloseAction);
@@ -41,6 +55,9 @@ type
     property TreeArea: TPanel read FTreeArea;
     property InspectorArea: TPanel read FInspectorArea;
     property Stage: TForm read FStage;
+    property Manager: TQorDesignManager read FManager;
+    property DesignSwitch: TCheckBox read FDesignSwitch;
+    property Center: TQorDesignCenter read FCenter;
   end;
 
 { Writes the screen's content inside Area as a PNG file (the demo's headless
@@ -75,6 +92,78 @@ begin
   HintLabel.Caption := 'The stage form is the form being designed.';
   OnClose := @MainClose;
   BuildStage;
+  BuildPalette;
+end;
+
+const
+  PaletteClasses: array[0..4] of TComponentClass = (nil, TButton, TLabel, TEdit, TPanel);
+  PaletteCaptions: array[0..4] of string = ('Arrow', 'TButton', 'TLabel', 'TEdit', 'TPanel');
+
+procedure TQorDemoMain.BuildPalette;
+var
+  I: Integer;
+  B: TSpeedButton;
+begin
+  FDesignSwitch := TCheckBox.Create(Self);
+  FDesignSwitch.Parent := FPaletteArea;
+  FDesignSwitch.SetBounds(8, 30, 80, 24);
+  FDesignSwitch.Caption := 'Design';
+  FDesignSwitch.OnClick := @DesignSwitchClick;
+  SetLength(FPaletteButtons, Length(PaletteClasses));
+  for I := 0 to High(PaletteClasses) do
+  begin
+    B := TSpeedButton.Create(Self);
+    B.Parent := FPaletteArea;
+    B.SetBounds(100 + I * 84, 28, 80, 28);
+    B.Caption := PaletteCaptions[I];
+    B.GroupIndex := 1;
+    B.Tag := I;
+    B.Down := I = 0;
+    B.OnClick := @PaletteClick;
+    FPaletteButtons[I] := B;
+  end;
+  FStatus := TLabel.Create(Self);
+  FStatus.Parent := FPaletteArea;
+  FStatus.SetBounds(530, 34, 700, 20);
+  FStatus.Caption := 'Switch Design on, then click, Shift-click, drag, resize by the handles, '
+    + 'Ctrl+arrows, Delete, or pick a class and click on the stage.';
+end;
+
+procedure TQorDemoMain.DesignSwitchClick(Sender: TObject);
+begin
+  FManager.IsDesigning := FDesignSwitch.Checked;
+  if not FDesignSwitch.Checked then
+    FStatus.Caption := 'Designing is off: the controls act as controls.';
+end;
+
+procedure TQorDemoMain.PaletteClick(Sender: TObject);
+begin
+  FCenter.PalleteSelectedClass := PaletteClasses[TSpeedButton(Sender).Tag];
+end;
+
+procedure TQorDemoMain.PaletteChanged(Sender: TObject);
+var
+  I: Integer;
+begin
+  // After an insertion the center drops the choice: back to the arrow.
+  for I := 0 to High(PaletteClasses) do
+    if PaletteClasses[I] = FCenter.PalleteSelectedClass then
+      FPaletteButtons[I].Down := True;
+end;
+
+procedure TQorDemoMain.SelectionChanged(Sender: TObject);
+var
+  I: Integer;
+  S: string;
+begin
+  S := '';
+  for I := 0 to FCenter.SelectedComps.Count - 1 do
+  begin
+    if S <> '' then
+      S := S + ', ';
+    S := S + FCenter.SelectedComps[I].Name;
+  end;
+  FStatus.Caption := 'Selected: ' + S;
 end;
 
 procedure TQorDemoMain.MainClose(Sender: TObject; var CloseAction: TCloseAction);
@@ -158,6 +247,14 @@ begin
   Check.Parent := FStage;
   Check.SetBounds(340, 64, 200, 24);
   Check.Caption := 'CheckBox1';
+
+  FManager := TQorDesignManager.Create(FStage);
+  FManager.Name := 'DesignManager1';
+  FCenter := TQorDesignCenter.Create(FStage);
+  FCenter.Name := 'DesignCenter1';
+  FCenter.DesignManager := FManager;
+  FCenter.OnCompsChange := @SelectionChanged;
+  FCenter.OnPalleteChange := @PaletteChanged;
 end;
 
 {************ Screenshot }
