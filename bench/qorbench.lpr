@@ -10,7 +10,17 @@
   Rows:
     unique_name_5000   GetUniqueName('Button', Owner) on an owner that holds
                        Button1..Button5000; floor: one CompareText pass over
-                       the 5000 names. }
+                       the 5000 names.
+    surface.*          a shown stage form with 1000 buttons (Part 1.5):
+      design_on_1000   IsDesigning := True; floor: hooking the WindowProc of
+                       the 1000 controls and marking them designing
+      design_off_1000  IsDesigning := False; floor: putting the 1000
+                       WindowProcs back and unmarking them
+      select_all_1000  SelectAllControls until every sizer is on screen;
+                       floor: creating and showing 1000 plain child windows
+      drag_step_200    one drag step of 200 selected siblings, from the first
+                       moved sizer until every control has its new bounds;
+                       floor: moving the same 200 controls with SetBounds }
 program qorbench;
 
 {$mode objfpc}{$H+}
@@ -20,9 +30,9 @@ uses
   {$IFDEF UNIX}cthreads,{$ENDIF}
   Classes, SysUtils, {$IFDEF LINUX}Linux, UnixType,{$ENDIF}
   // LCL
-  Interfaces, Forms,
+  Interfaces, Forms, Controls, StdCtrls, LMessages,
   // ours
-  QorDesign, VhoSysUtils;
+  QorDesign, VhoSysUtils, QorDesigner;
 
 type
   TBenchProc = procedure;
@@ -117,6 +127,198 @@ begin
   end;
 end;
 
+{ surface.* }
+
+type
+  TCompAccess = class(TComponent);
+
+  { TSurfaceBench }
+
+  TSurfaceBench = class
+    Stage: TForm;
+    Manager: TQorDesignManager;
+    Buttons: array of TButton;
+    SavedProcs: array of TWndMethod;
+    procedure Dummy(var Message: TLMessage);
+    procedure Build(Count: Integer);
+    procedure Settle;
+    function Time(Proc: TProcedure): Double;
+  end;
+
+var
+  SB: TSurfaceBench;
+
+procedure TSurfaceBench.Dummy(var Message: TLMessage);
+begin
+end;
+
+procedure TSurfaceBench.Build(Count: Integer);
+var
+  I: Integer;
+  B: TButton;
+begin
+  Stage := TForm.CreateNew(nil);
+  Stage.Name := 'BenchStage';
+  Stage.Position := poDesigned;
+  Stage.SetBounds(0, 0, 1240, 900);
+  Stage.DisableAlign;
+  SetLength(Buttons, Count);
+  for I := 0 to Count - 1 do
+  begin
+    B := TButton.Create(Stage);
+    B.Name := 'B' + IntToStr(I + 1);
+    B.SetBounds(10 + (I mod 40) * 30, 10 + (I div 40) * 34, 26, 24);
+    B.Caption := '';
+    B.Parent := Stage;
+    Buttons[I] := B;
+  end;
+  Stage.EnableAlign;
+  Stage.Show;
+  Settle;
+  Manager := TQorDesignManager.Create(Stage);
+end;
+
+procedure TSurfaceBench.Settle;
+var
+  I: Integer;
+begin
+  for I := 1 to 5 do
+    Application.ProcessMessages;
+end;
+
+function TSurfaceBench.Time(Proc: TProcedure): Double;
+var
+  T0: Double;
+begin
+  Settle;
+  T0 := NowMs;
+  Proc();
+  Settle;
+  Result := NowMs - T0;
+end;
+
+procedure DesignOn;
+begin
+  SB.Manager.IsDesigning := True;
+end;
+
+procedure DesignOff;
+begin
+  SB.Manager.IsDesigning := False;
+end;
+
+procedure HookFloor;
+var
+  I: Integer;
+begin
+  SetLength(SB.SavedProcs, Length(SB.Buttons));
+  for I := 0 to High(SB.Buttons) do
+  begin
+    SB.SavedProcs[I] := SB.Buttons[I].WindowProc;
+    SB.Buttons[I].WindowProc := @SB.Dummy;
+    TCompAccess(SB.Buttons[I]).SetDesigning(True, False);
+  end;
+end;
+
+procedure UnhookFloor;
+var
+  I: Integer;
+begin
+  for I := 0 to High(SB.Buttons) do
+  begin
+    SB.Buttons[I].WindowProc := SB.SavedProcs[I];
+    TCompAccess(SB.Buttons[I]).SetDesigning(False, False);
+  end;
+end;
+
+procedure SelectAll;
+begin
+  SB.Manager.SelectAllControls;
+end;
+
+var
+  FloorWindows: TList;
+
+procedure WindowsFloor;
+var
+  I: Integer;
+  C: TCustomControl;
+begin
+  SB.Stage.DisableAlign;
+  for I := 0 to High(SB.Buttons) do
+  begin
+    C := TCustomControl.Create(nil);
+    C.SetBounds(SB.Buttons[I].Left - 2, SB.Buttons[I].Top - 2, 30, 28);
+    C.Parent := SB.Stage;
+    FloorWindows.Add(C);
+  end;
+  SB.Stage.EnableAlign;
+end;
+
+procedure DragStep;
+var
+  Target: Integer;
+  Guard: Integer;
+begin
+  Target := SB.Buttons[199].Left + 1;
+  SB.Manager.Sizers.Sizers[0].ManualMove(1, 0, True, True);
+  // Until the last control has its new bounds (bounded).
+  Guard := 0;
+  while (SB.Buttons[199].Left <> Target) and (Guard < 100000) do
+  begin
+    Application.ProcessMessages;
+    Inc(Guard);
+  end;
+end;
+
+procedure MoveFloor;
+var
+  I: Integer;
+begin
+  SB.Stage.DisableAlign;
+  for I := 0 to 199 do
+    with SB.Buttons[I] do
+      SetBounds(Left + 1, Top, Width, Height);
+  SB.Stage.EnableAlign;
+end;
+
+procedure BenchSurface;
+var
+  I: Integer;
+  OnMs, OffMs, HookMs, UnhookMs, SelMs, WinMs, DragMs, MoveMs: Double;
+begin
+  SB := TSurfaceBench.Create;
+  FloorWindows := TList.Create;
+  try
+    SB.Build(1000);
+    HookMs := SB.Time(@HookFloor);
+    UnhookMs := SB.Time(@UnhookFloor);
+    OnMs := SB.Time(@DesignOn);
+    SelMs := SB.Time(@SelectAll);
+    OffMs := SB.Time(@DesignOff);
+    WinMs := SB.Time(@WindowsFloor);
+    for I := 0 to FloorWindows.Count - 1 do
+      TObject(FloorWindows[I]).Free;
+    FloorWindows.Clear;
+    AddRow('surface.design_on_1000', 'hook_windowprocs_1000', OnMs, HookMs);
+    AddRow('surface.design_off_1000', 'unhook_windowprocs_1000', OffMs, UnhookMs);
+    AddRow('surface.select_all_1000', 'show_windows_1000', SelMs, WinMs);
+    // 200 sibling controls selected, then one drag step.
+    SB.Manager.IsDesigning := True;
+    for I := 0 to 199 do
+      SB.Manager.SelectControl(SB.Buttons[I], Point(-1, -1), csmAdd, False, False);
+    SB.Settle;
+    DragMs := SB.Time(@DragStep);
+    MoveMs := SB.Time(@MoveFloor);
+    AddRow('surface.drag_step_200', 'setbounds_200', DragMs, MoveMs);
+    SB.Manager.IsDesigning := False;
+  finally
+    FloorWindows.Free;
+    SB.Stage.Free;
+    SB.Free;
+  end;
+end;
+
 procedure WriteResults(const FileName: string);
 var
   Tsv: TStringList;
@@ -129,7 +331,7 @@ begin
   Tsv := TStringList.Create;
   try
     Tsv.Add('name'#9'ms'#9'floor_name'#9'floor_ms'#9'ratio');
-    WriteLn(Format('%-24s %12s  %-24s %12s %8s', ['name', 'ms', 'floor_name', 'floor_ms', 'ratio']));
+    WriteLn(Format('%-26s %12s  %-26s %12s %8s', ['name', 'ms', 'floor_name', 'floor_ms', 'ratio']));
     for Row in Rows do
     begin
       if Row.FloorMs > 0 then
@@ -138,7 +340,7 @@ begin
         Ratio := 0;
       Tsv.Add(Format('%s'#9'%.4f'#9'%s'#9'%.4f'#9'%.2f',
         [Row.Name, Row.Ms, Row.FloorName, Row.FloorMs, Ratio], FS));
-      WriteLn(Format('%-24s %12.4f  %-24s %12.4f %8.2f',
+      WriteLn(Format('%-26s %12.4f  %-26s %12.4f %8.2f',
         [Row.Name, Row.Ms, Row.FloorName, Row.FloorMs, Ratio], FS));
     end;
     Tsv.SaveToFile(FileName);
@@ -156,5 +358,6 @@ begin
     OutFile := ParamStr(1);
   Application.Initialize;
   BenchUniqueName;
+  BenchSurface;
   WriteResults(OutFile);
 end.
