@@ -14,11 +14,23 @@ uses
   // ours
   QorDesign, QorDesigner, QorDemoMain;
 
+{ Lets the windows map and paint for Ms milliseconds (headless mode only). }
+procedure PumpFor(Ms: Integer);
+var
+  Deadline: TDateTime;
+begin
+  Deadline := IncMilliSecond(Now, Ms);
+  while Now < Deadline do
+  begin
+    Application.ProcessMessages;
+    Sleep(10);
+  end;
+end;
+
 var
   Main: TQorDemoMain;
   ShotFile: string;
   I: Integer;
-  Deadline: TDateTime;
 begin
   ShotFile := '';
   for I := 1 to ParamCount do
@@ -37,23 +49,13 @@ begin
   end;
   // Headless: let both windows map, design the stage with two controls
   // selected, let it paint, then take the picture.
-  Deadline := IncMilliSecond(Now, 700);
-  while Now < Deadline do
-  begin
-    Application.ProcessMessages;
-    Sleep(10);
-  end;
+  PumpFor(700);
   Main.DesignSwitch.Checked := True;
   Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Button1')), Point(-1, -1),
     csmSelect, True, False);
   Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Edit1')), Point(-1, -1),
     csmAdd, True, False);
-  Deadline := IncMilliSecond(Now, 800);
-  while Now < Deadline do
-  begin
-    Application.ProcessMessages;
-    Sleep(10);
-  end;
+  PumpFor(800);
   SaveScreenshot(ShotFile, Rect(0, 0, Main.Width, Main.Height));
   WriteLn('demo: wrote ', ShotFile);
 end.
