@@ -279,6 +279,22 @@ type
     property GridSizeY: Integer read FGridSizeY write SetGridSizeY;
   end;
 
+  { TQorControlSet
+    A counted set of controls by address. The proxy and sizer lists ask it
+    before they scan, so a control without a proxy or sizer costs no scan. }
+
+  TQorControlSet = class
+  private
+    FItems: TFPHashList;   // hex address -> count
+  public
+    constructor Create;
+    destructor Destroy; override;
+    procedure Include(AControl: TControl);
+    procedure Exclude(AControl: TControl);
+    function Contains(AControl: TControl): Boolean;
+    procedure Clear;
+  end;
+
   { TQorDesignWndProcProxyList
     Owns the proxies of one design manager. A control has at most one proxy
     when callers pass CheckExists (they do); look-ups go through a hash of
@@ -286,11 +302,9 @@ type
 
   TQorDesignWndProcProxyList = class(TList)
   private
-    FIndex: TFPHashList;   // control address -> nothing; presence test only
+    FIndex: TQorControlSet;
     function GetProxies(Index: Integer): TQorDesignWndProcProxy;
     procedure SetProxies(Index: Integer; Value: TQorDesignWndProcProxy);
-    procedure IndexAdd(AControl: TControl);
-    procedure IndexRemove(AControl: TControl);
   public
     constructor Create;
     destructor Destroy; override;
@@ -363,7 +377,6 @@ type
     procedure KeyDown(var Key: Word; Shift: TShiftState); override;
     procedure KeyUp(var Key: Word; Shift: TShiftState); override;
     procedure KeyPress(var Key: Char); override;
-    function HandleAtPoint(const P: TPoint): Integer; virtual;
     procedure WmLButtonDown(const ClientPos: TPoint; KeyState: PtrUInt); virtual;
     procedure SizingStep(const ScreenPos: TPoint);
     procedure PaintHandles(AColor: TColor; CornersOnly: Boolean);
@@ -428,10 +441,8 @@ type
   TQorSizerList = class(TList)
   private
     FDesignManager: TQorDesignManager;
-    FIndex: TFPHashList;
+    FIndex: TQorControlSet;
     function GetSizers(Index: Integer): TQorSizer;
-    procedure IndexAdd(AControl: TControl);
-    procedure IndexRemove(AControl: TControl);
   protected
     procedure Notify(Ptr: Pointer; Action: TListNotification); override;
   public
