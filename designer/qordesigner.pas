@@ -53,6 +53,14 @@ var
   QORN_EndInlineEdit: Cardinal = 0;
   QORN_DynCompCreated: Cardinal = 0;
   QORN_DelSelCtrls: Cardinal = 0;
+  { Ours, not the Part's: closes a batch opened by a sizer broadcast
+    (TQorDesignManager.HoldBatchUntilPosted); wParam is the batch generation. }
+  QORI_SizerBatchEnd: Cardinal = 0;
+
+const
+  { Window changes from which a batch freezes the stage (one repaint of the
+    whole stage costs about as much as this many separate changes). }
+  QorFreezeMinOps = 16;
 
   { Set by the host application while designing is in progress; the package
     itself neither sets nor reads it. }
@@ -355,6 +363,8 @@ type
     FSizingStartMouse: TPoint;
     FDragging: Boolean;
     FShapeKey: string;
+    FShapeDeferredBy: TQorDesignManager; // the manager that will shape us
+    FFollowing: Boolean;       // ending a move another sizer started
     function GetHandleRect(Index: Integer): TRect;
     function GetHitCode(Index: Integer): Integer;
     procedure SetSingleSelColor(Value: TColor);
@@ -362,7 +372,9 @@ type
     procedure SetSizerMode(Value: TQorSizerMode);
     procedure SetSizerList(Value: TQorSizerList);
     procedure UpdateShape;
+    procedure ApplyShape;
     procedure TakeFocus;
+    function IsAboveControls: Boolean;
     procedure CMWantSpecialKey(var Message: TLMessage); message CM_WANTSPECIALKEY;
   protected
     procedure SetControl(AControl: TControl); virtual;
@@ -596,6 +608,11 @@ type
     FMarked: TFPList;          // components we set csDesigning on
     FDragSizer: TQorSizer;     // the sizer being dragged or resized, if any
     FBatchDepth: Integer;
+    FPostedBatches: Integer;   // batches closed by a posted message
+    FBatchGeneration: PtrUInt; // tells stale closing messages apart
+    FDeferredShapes: TFPList;  // sizers to shape when the batch ends
+    FFrozen: Pointer;          // FreezeStageWindows' result, while frozen
+    FFrozenDepth: Integer;     // the batch depth that froze
     FPendingProxies: TFPList;  // controls to proxy once constructed
     FCtrlMovedCount: Integer;
     procedure AsyncAddProxied(Data: PtrInt);
@@ -684,9 +701,23 @@ type
     { The sizer that a press started dragging or resizing, if any; the proxies
       route the moves and the release of that press to it. }
     property DragSizer: TQorSizer read FDragSizer write FDragSizer;
-    { Bulk changes of many controls: one align pass of the stage. }
-    procedure BeginBatch;
+    { Bulk changes of many controls: one align pass of the stage, and the
+      sizers' window shapes set once, when the outermost batch ends. A batch
+      expecting at least QorFreezeMinOps window changes, run at once (not
+      across messages), also freezes the stage's child windows
+      (qorwsfreeze.inc) until it ends. }
+    procedure BeginBatch(ExpectedOps: Integer = 0);
     procedure EndBatch;
+    { Opens a batch that a message posted now to the stage closes: the work
+      of messages posted before it (a sizer broadcast) runs inside the batch. }
+    procedure HoldBatchUntilPosted;
+    { Handles the closing message of HoldBatchUntilPosted. }
+    procedure EndPostedBatch(Generation: PtrUInt);
+    { Closes every batch still waiting for its message (designing ends). }
+    procedure DropPostedBatches;
+    { Shapes Sizer's window when the current batch ends. }
+    procedure DeferShape(Sizer: TQorSizer);
+    procedure CancelDeferredShape(Sizer: TQorSizer);
     property EmbeddedEditing: Boolean read FEmbeddedEditing;
     { How many CtrlMoved reports the manager acted on (for hosts and tests). }
     property CtrlMovedCount: Integer read FCtrlMovedCount;
@@ -721,8 +752,12 @@ procedure BroadcastToChildren(AParent: TWinControl; var Message: TLMessage);
 implementation
 
 uses
+  // LCL widgetset (qorwsfreeze.inc)
+  {$IFDEF LCLGTK2}glib2, gdk2, gtk2, Gtk2Proc,{$ENDIF}
   // ours
   VhoSysUtils, QorTransUtils, QorDesignConsole;
+
+{$I qorwsfreeze.inc}
 
 {************ Registered design messages }
 
@@ -789,6 +824,7 @@ begin
   QORN_EndInlineEdit := QorRegisterWindowMessage(QorDesignMessageNames[9]);
   QORN_DynCompCreated := QorRegisterWindowMessage(QorDesignMessageNames[10]);
   QORN_DelSelCtrls := QorRegisterWindowMessage(QorDesignMessageNames[11]);
+  QORI_SizerBatchEnd := QorRegisterWindowMessage('QOR_SizerBatchEnd');
 end;
 
 {************ Free functions }

@@ -47,6 +47,10 @@ type
     procedure DragBy(C: TControl; X, Y, DX, DY: Integer; const Keys: string = '');
     procedure ShiftClick(C: TControl; X, Y: Integer);
     procedure WaitSelection(const Expected: string);
+    { Designing on; Button2 clicked, Button3 and Edit1 Shift-clicked. }
+    procedure ClickSelectThreeSiblings;
+    { Gives the sizer of C the LCL and the widgetset focus. }
+    procedure FocusSizerOf(C: TControl);
     procedure WaitForComponent(const AName: string);
   end;
 
@@ -219,6 +223,23 @@ begin
   AssertEquals('SelectedComps', Expected, SelNames);
 end;
 
+procedure TQorSurfaceTestCase.ClickSelectThreeSiblings;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  ShiftClick(Button3, 30, 12);
+  ShiftClick(Edit, 30, 10);
+  WaitSelection('Button2,Button3,Edit1');
+end;
+
+procedure TQorSurfaceTestCase.FocusSizerOf(C: TControl);
+begin
+  SizerOf(C).SetFocus;
+  LCLIntf.SetFocus(SizerOf(C).Handle);
+  DrainMessages(50);
+end;
+
 procedure TQorSurfaceTestCase.WaitForComponent(const AName: string);
 
   function Exists: Boolean;
@@ -346,12 +367,7 @@ procedure TTestDesignSurface.TestDragOfThreeSelectedSiblingsMovesAllThree;
 var
   B2, B3, E: TPoint;
 begin
-  StartDesigning;
-  Click(Button2, 30, 12);
-  WaitSelection('Button2');
-  ShiftClick(Button3, 30, 12);
-  ShiftClick(Edit, 30, 10);
-  WaitSelection('Button2,Button3,Edit1');
+  ClickSelectThreeSiblings;
   B2 := Button2.BoundsRect.TopLeft;
   B3 := Button3.BoundsRect.TopLeft;
   E := Edit.BoundsRect.TopLeft;
@@ -475,6 +491,8 @@ var
   begin
     PressKey(Key);
     DrainMessages(120);
+    // The arrow must not move the focus on to a control of the stage.
+    AssertTrue(Key + ': focus stays on a sizer', Screen.ActiveControl is TQorSizer);
     AssertEquals(Key + ': Button2 left', B2.X + DX, Button2.Left);
     AssertEquals(Key + ': Button2 top', B2.Y + DY, Button2.Top);
     AssertEquals(Key + ': Button3 left', B3.X + DX, Button3.Left);

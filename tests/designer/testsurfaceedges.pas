@@ -46,6 +46,12 @@ type
     procedure TestDroppedComponentWithClashingNameIsRenamed;
     procedure TestPrintStageOnPanelStageDoesNothing;
     procedure TestDeselectUnsiblingControlKeepsSiblingsInOrder;
+    // Ours: a sizer broadcast runs its followers inside one batch
+    procedure TestDragStepBatchEndsWhenFollowersHaveMoved;
+    procedure TestDesigningOffWithBatchPendingFreesTheStage;
+    procedure TestFollowerLeavesFocusWithSender;
+    // Ours: bulk changes on a crowded stage freeze its child windows
+    procedure TestSelectAllOnCrowdedStageShowsEverySizerAndStaysLive;
   end;
 
 implementation
@@ -173,11 +179,7 @@ procedure TTestSurfaceEdges.TestCtrlRightMovesThreeSiblingsAndFreesFourthInOther
 var
   B2, B3, E, PB: TPoint;
 begin
-  StartDesigning;
-  Click(Button2, 30, 12);
-  WaitSelection('Button2');
-  ShiftClick(Button3, 30, 12);
-  ShiftClick(Edit, 30, 10);
+  ClickSelectThreeSiblings;
   ShiftClick(PanelButton, 30, 12);
   WaitSelection('Button2,Button3,Edit1,Button1');
   B2 := Button2.BoundsRect.TopLeft;
@@ -186,9 +188,7 @@ begin
   PB := PanelButton.BoundsRect.TopLeft;
   // The focus is with the last selected sizer (the one in the panel): the
   // keys go to a sibling of the three instead.
-  SizerOf(Button2).SetFocus;
-  LCLIntf.SetFocus(SizerOf(Button2).Handle);
-  DrainMessages(50);
+  FocusSizerOf(Button2);
   PressKey('ctrl+Right');
   DrainMessages(200);
   AssertNull('the sizer in the other container is freed', SizerOf(PanelButton));
@@ -375,6 +375,170 @@ begin
   finally
     L.Free;
   end;
+end;
+
+type
+  TControlAccess = class(TControl);
+
+{ A broadcast holds the stage's align (and the sizers' shapes) until the
+  followers have handled their messages, then lets it go: no lock is left. }
+procedure TTestSurfaceEdges.TestDragStepBatchEndsWhenFollowersHaveMoved;
+var
+  B2, B3, E: TPoint;
+  Lock0: Integer;
+
+  function StageLock: Integer;
+  begin
+    Result := TControlAccess(Stage).AutoSizingLockCount;
+  end;
+
+  function Moved: Boolean;
+  begin
+    Result := (Button3.Left = B3.X + 1) and (Edit.Left = E.X + 1);
+  end;
+
+begin
+  StartDesigning;
+  Manager.SelectControl(Button2, Point(-1, -1), csmAdd, False, False);
+  Manager.SelectControl(Button3, Point(-1, -1), csmAdd, False, False);
+  Manager.SelectControl(Edit, Point(-1, -1), csmAdd, False, False);
+  DrainMessages(50);
+  B2 := Button2.BoundsRect.TopLeft;
+  B3 := Button3.BoundsRect.TopLeft;
+  E := Edit.BoundsRect.TopLeft;
+  Lock0 := StageLock;
+  SizerOf(Button2).ManualMove(1, 0, True, True);
+  AssertTrue('the stage is held while the messages are queued',
+    StageLock > Lock0);
+  AssertWait('followers moved', @Moved);
+  DrainMessages(30);
+  AssertEquals('the lock is given back', Lock0, StageLock);
+  AssertEquals('Button2', B2.X + 1, Button2.Left);
+  AssertEquals('Button3 sizer follows', Button3.Left - 2, SizerOf(Button3).Left);
+  AssertEquals('Edit1 sizer follows', Edit.Left - 2, SizerOf(Edit).Left);
+  AssertFalse('no follower is left moving', SizerOf(Edit).Moving);
+end;
+
+{ Designing ends before the closing message arrives: the lock is given back
+  at once and the late message changes nothing. }
+procedure TTestSurfaceEdges.TestDesigningOffWithBatchPendingFreesTheStage;
+var
+  Lock0: Integer;
+
+  function StageLock: Integer;
+  begin
+    Result := TControlAccess(Stage).AutoSizingLockCount;
+  end;
+
+begin
+  StartDesigning;
+  Manager.SelectControl(Button2, Point(-1, -1), csmAdd, False, False);
+  Manager.SelectControl(Button3, Point(-1, -1), csmAdd, False, False);
+  DrainMessages(50);
+  Lock0 := StageLock;
+  SizerOf(Button2).ManualMove(1, 0, True, True);
+  Manager.IsDesigning := False;
+  AssertEquals('lock given back when designing ends', Lock0, StageLock);
+  DrainMessages(50);
+  AssertEquals('the late message takes nothing', Lock0, StageLock);
+  // A new designing session is not closed by stale messages either.
+  Manager.IsDesigning := True;
+  Manager.SelectControl(Button2, Point(-1, -1), csmAdd, False, False);
+  Manager.SelectControl(Button3, Point(-1, -1), csmAdd, False, False);
+  SizerOf(Button2).ManualMove(1, 0, True, True);
+  Manager.IsDesigning := False;
+  Manager.IsDesigning := True;
+  DrainMessages(50);
+  AssertEquals('stale messages after a restart take nothing', Lock0, StageLock);
+end;
+
+{ After a drag step the focus stays with the sizer that moved, not with the
+  follower that handled its message last. }
+procedure TTestSurfaceEdges.TestFollowerLeavesFocusWithSender;
+begin
+  ClickSelectThreeSiblings;
+  FocusSizerOf(Button3);
+  PressKey('ctrl+Down');
+  DrainMessages(150);
+  AssertSame('focus with the sender', SizerOf(Button3), Screen.ActiveControl);
+end;
+
+{ 40 more buttons make Select All and designing off bulk changes (the stage's
+  child windows are frozen meanwhile): afterwards every sizer is on screen
+  with its corner marks, the buttons show through, a click still selects,
+  and with designing off a click reaches the button again. }
+procedure TTestSurfaceEdges.TestSelectAllOnCrowdedStageShowsEverySizerAndStaysLive;
+var
+  I: Integer;
+  B: TButton;
+  Extra: array of TButton;
+  Bmp: TBitmap;
+  S: TQorSizer;
+  Total: Integer;
+
+  function ClickedOnce: Boolean;
+  begin
+    Result := Clicks = 1;
+  end;
+
+  function AllShown: Boolean;
+  var
+    K: Integer;
+  begin
+    Result := Manager.Sizers.Count = Total;
+    if Result then
+      for K := 0 to Manager.Sizers.Count - 1 do
+        if not Manager.Sizers.Sizers[K].HandleAllocated or
+          not IsWindowVisible(Manager.Sizers.Sizers[K].Handle) then
+          Exit(False);
+  end;
+
+begin
+  SetLength(Extra, 40);
+  for I := 0 to High(Extra) do
+  begin
+    B := TButton.Create(Stage);
+    B.Name := 'Crowd' + IntToStr(I + 1);
+    B.Caption := '';
+    B.SetBounds(440 + (I mod 5) * 38, 20 + (I div 5) * 34, 30, 24);
+    B.OnClick := @AnyClick;
+    B.Parent := Stage;
+    Extra[I] := B;
+  end;
+  DrainMessages(100);
+  StartDesigning;
+  Manager.SelectAllControls;
+  Total := Manager.SelectedComps.Count;
+  // The eight controls of the stage and the forty buttons: enough to freeze.
+  AssertEquals('all selected', 8 + 40, Total);
+  AssertTrue('a bulk change', Total >= QorFreezeMinOps);
+  AssertWait('every sizer on screen', @AllShown);
+  DrainMessages(200);
+  Bmp := GrabClient(Stage);
+  try
+    for I := 0 to High(Extra) do
+    begin
+      S := SizerOf(Extra[I]);
+      AssertEquals(Extra[I].Name + ': corner mark drawn', ColorToRGB(S.MultiSelColor),
+        Bmp.Canvas.Pixels[S.Left + 1, S.Top + 1]);
+      AssertTrue(Extra[I].Name + ': the button shows through',
+        Bmp.Canvas.Pixels[Extra[I].Left + Extra[I].Width div 2, Extra[I].Top + Extra[I].Height div 2] <>
+        ColorToRGB(S.MultiSelColor));
+    end;
+  finally
+    Bmp.Free;
+  end;
+  // The surface still takes input: a click on the empty stage selects the
+  // stage, then a click selects one button.
+  Click(Stage, 620, 420);
+  WaitSelection('StageForm');
+  Click(Extra[7], 15, 12);
+  WaitSelection('Crowd8');
+  AssertEquals('no OnClick while designing', 0, Clicks);
+  Manager.IsDesigning := False;
+  AssertEquals('no sizer left', 0, Manager.Sizers.Count);
+  Click(Extra[12], 15, 12);
+  AssertWait('a click reaches the button again', @ClickedOnce);
 end;
 
 initialization
