@@ -9,7 +9,12 @@ SHELL := /bin/bash
 # lazbuild keeps its configuration inside the project, so that nothing
 # outside the work tree is written (PLATFORM.md).
 LAZCONFIG := $(CURDIR)/build/lazconfig
-LAZBUILD = lazbuild --pcp=$(LAZCONFIG) -q
+# lazbuild compiles its base packages (LCL, BuildIntf, IDEIntf, ...) inside
+# the Lazarus directory whenever their state files look stale, which they do
+# in Debian's packages; it works on a copy of that directory inside build/.
+LAZSRC ?= /usr/lib/lazarus/default
+LAZCOPY := $(CURDIR)/build/lazarus
+LAZBUILD = lazbuild --pcp=$(LAZCONFIG) --lazarusdir=$(LAZCOPY) -q
 LOGS := build/logs
 XVFB_SCREEN := -screen 0 1280x1024x24
 
@@ -27,7 +32,13 @@ define lazbuild
 	@$(LAZBUILD) $(1) > $(LOGS)/$(2).log 2>&1 || { grep -E "Error|Fatal" $(LOGS)/$(2).log || tail -n 40 $(LOGS)/$(2).log; exit 1; }
 endef
 
-packages: deps
+$(LAZCOPY)/.copied: | deps
+	@echo "copying the Lazarus directory to $(LAZCOPY)"
+	@rm -rf $(LAZCOPY) && mkdir -p $(LAZCOPY)
+	@cp -a "$$(readlink -f $(LAZSRC))/." $(LAZCOPY)/
+	@touch $@
+
+packages: deps $(LAZCOPY)/.copied
 	$(call lazbuild,packages/qordesign.lpk,qordesign)
 	$(call lazbuild,packages/qordesign_dsgn.lpk,qordesign_dsgn)
 
