@@ -364,6 +364,7 @@ type
     FDragging: Boolean;
     FShapeKey: string;
     FShapeDeferredBy: TQorDesignManager; // the manager that will shape us
+    FShapeDeferredAt: Integer; // our entry in its deferred-shape list
     FFollowing: Boolean;       // ending a move another sizer started
     function GetHandleRect(Index: Integer): TRect;
     function GetHitCode(Index: Integer): Integer;
