@@ -1,7 +1,8 @@
 { QorDesign — the design center.
 
-  Part 5.1, so far as the design manager (Part 1.5) calls it: the shared
-  selection list, the selection and move notifications with their events,
+  Part 5.1, so far as the design manager (Part 1.5) and the inspector
+  (Part 2.3) call it: the shared selection list, the inspector link, the
+  selection, move and property-change notifications with their events,
   the palette class choice for insertion, the insertion hand-over, deletion
   of the selection and the dirty flag. The links to the inspector, the tree
   view, the palette and the popup menu, the clipboard commands and the
@@ -23,7 +24,7 @@ uses
   // LCL
   Controls, Menus,
   // ours
-  QorDesigner;
+  QorDesigner, ObjInspect;
 
 {************ Design elements }
 
@@ -41,6 +42,8 @@ type
   TQorDesignCenter = class(TComponent)
   private
     FDesignManager: TQorDesignManager;
+    FObjInspector: TVhoObjInspector;
+    FOnInspectorPropChange: TNotifyEvent;
     FSelectedComps: TComponentList;
     FAfterDynInsComponent: TDynInsComponentEvent;
     FEnabled: Boolean;
@@ -52,6 +55,7 @@ type
     FOnControlsMoved: TNotifyEvent;
     FOnPalleteChange: TNotifyEvent;
     procedure SetDesignManager(Value: TQorDesignManager);
+    procedure SetObjInspector(Value: TVhoObjInspector);
     procedure SetEnabled(Value: Boolean);
     procedure SetPalleteSelectedClass(Value: TComponentClass);
   protected
@@ -62,6 +66,9 @@ type
     // calls from the design manager (Part 1.5)
     procedure DesignerSelCompChanged;
     procedure DesignerSelCompMoved;
+    // calls from the inspector (Part 2.3)
+    procedure InspectorPropChanged;
+    procedure NotifyObjInspectorChanged; virtual;
     procedure DesignStageCompsModified(AComponent: TComponent; Operation: TOperation);
     procedure DynCompCreated(AComponent: TComponent);
     procedure PalleteSelCompDynCreated;
@@ -80,11 +87,14 @@ type
   published
     property Enabled: Boolean read FEnabled write SetEnabled default True;
     property PersistEnabled: Boolean read FPersistEnabled write FPersistEnabled default True;
+    property ObjInspector: TVhoObjInspector read FObjInspector write SetObjInspector;
     property DesignManager: TQorDesignManager read FDesignManager write SetDesignManager;
     property AfterDynInsComponent: TDynInsComponentEvent read FAfterDynInsComponent
       write FAfterDynInsComponent;
     property OnCompsChange: TNotifyEvent read FOnCompsChange write FOnCompsChange;
     property OnControlsMoved: TNotifyEvent read FOnControlsMoved write FOnControlsMoved;
+    property OnInspectorPropChange: TNotifyEvent read FOnInspectorPropChange
+      write FOnInspectorPropChange;
   end;
 
 {************ Free functions }
@@ -109,6 +119,7 @@ end;
 destructor TQorDesignCenter.Destroy;
 begin
   DesignManager := nil;
+  ObjInspector := nil;
   FreeAndNil(FSelectedComps);
   inherited Destroy;
 end;
@@ -118,6 +129,8 @@ begin
   inherited Notification(AComponent, Operation);
   if (Operation = opRemove) and (AComponent = FDesignManager) then
     FDesignManager := nil;
+  if (Operation = opRemove) and (AComponent = FObjInspector) then
+    FObjInspector := nil;
 end;
 
 procedure TQorDesignCenter.SetDesignManager(Value: TQorDesignManager);
@@ -161,14 +174,52 @@ procedure TQorDesignCenter.DesignerSelCompChanged;
 begin
   if FDesignManager <> nil then
     FSelectedComps.Assign(FDesignManager.SelectedComps, laCopy);
+  if FObjInspector <> nil then
+    FObjInspector.SetActiveComponents(FSelectedComps);
   if Assigned(FOnCompsChange) then
     FOnCompsChange(Self);
 end;
 
 procedure TQorDesignCenter.DesignerSelCompMoved;
 begin
+  if FObjInspector <> nil then
+    FObjInspector.RefreshValues;
   if Assigned(FOnControlsMoved) then
     FOnControlsMoved(Self);
+end;
+
+procedure TQorDesignCenter.InspectorPropChanged;
+begin
+  if FDesignManager <> nil then
+    FDesignManager.RefreshSizers;
+  if Assigned(FOnInspectorPropChange) then
+    FOnInspectorPropChange(Self);
+end;
+
+procedure TQorDesignCenter.SetObjInspector(Value: TVhoObjInspector);
+begin
+  if Value = FObjInspector then
+    Exit;
+  if FObjInspector <> nil then
+  begin
+    FObjInspector.SetConsoleCenter(nil);
+    FObjInspector.RemoveFreeNotification(Self);
+  end;
+  FObjInspector := Value;
+  if FObjInspector <> nil then
+  begin
+    FObjInspector.FreeNotification(Self);
+    FObjInspector.SetConsoleCenter(Self);
+  end;
+  NotifyObjInspectorChanged;
+end;
+
+procedure TQorDesignCenter.NotifyObjInspectorChanged;
+begin
+  // RefreshAllExcept([deObjInspector]) of Part 5.1 once the tree view
+  // exists: the design manager's refresh is all there is to run.
+  if (FObjInspector <> nil) and (FDesignManager <> nil) then
+    FDesignManager.RefreshSizers;
 end;
 
 procedure TQorDesignCenter.DesignStageCompsModified(AComponent: TComponent; Operation: TOperation);

@@ -756,7 +756,7 @@ uses
   // LCL widgetset (qorwsfreeze.inc)
   {$IFDEF LCLGTK2}glib2, gdk2, gtk2, Gtk2Proc,{$ENDIF}
   // ours
-  VhoSysUtils, QorTransUtils, QorDesignConsole;
+  VhoSysUtils, QorTransUtils, QorDesignConsole, ObjInspect;
 
 {$I qorwsfreeze.inc}
 

@@ -7,6 +7,7 @@
   manager behind them here; their callers stay as they are.
 
   Sections:
+    - Enumerations
     - Free functions }
 unit QorTransUtils;
 
@@ -17,6 +18,12 @@ interface
 uses
   // RTL / FCL
   Classes, SysUtils;
+
+{************ Enumerations }
+
+type
+  { The inspector's view of a text: a property's name or its value. }
+  TTransRole = (trPropName, trPropValue);
 
 {************ Free functions }
 
