@@ -266,9 +266,10 @@ type
     FOutputPropNames: TStringList;
     FConcealedEventNames: TStringList;
     function GetFilling: Boolean;
-    procedure SetLineItemProps(Strings: TStrings; LineIndex: Integer;
-      Item: TObjInspecPropertyItem);
   public
+    { Edit style, pick list and read-only flag of grid line LineIndex,
+      showing Item (Part 2.2, item properties of a line). }
+    procedure SetLineItemProps(LineIndex: Integer; Item: TObjInspecPropertyItem);
     constructor Create(ABasedObject: TObject; AListPropEditors: Boolean); override;
     destructor Destroy; override;
     function CheckIfOutputThisProp(Item: TObjInspecPropertyItem): Boolean; virtual;
@@ -369,6 +370,8 @@ type
     function GetIndentStr: string;
     procedure UpdateList; virtual;
     procedure AppendToStrings(Strings: TStrings); override;
+    { The True/False pick list of an element's grid line. }
+    procedure SetLineItemProps(Grid: TValueListEditor; LineIndex: Integer);
     procedure CopyDetailsFrom(AList: TObjInspecList); override;
     procedure CopyDetailFromUpperLevel(AList: TObjInspecList); override;
     { Part 2.2's name for the step above. }
@@ -440,11 +443,11 @@ type
     function GetOnTranslateToIdent: TRttiTranslateEvent;
     procedure SetOnTranslateToIdent(Value: TRttiTranslateEvent);
     function LineValue(Index: Integer): string;
+    procedure GridButtonClick(Sender: TObject; ACol, ARow: Integer);
   protected
     procedure KeyDown(var Key: Word; Shift: TShiftState); override;
     procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
     procedure DblClick; override;
-    procedure DoEditButtonClick(const ACol, ARow: Integer); override;
     function ValidateEntry(const ACol, ARow: Integer; const OldValue: string;
       var NewValue: string): Boolean; override;
     procedure Notification(AComponent: TComponent; Operation: TOperation); override;
@@ -462,6 +465,9 @@ type
     procedure EndFillList; virtual;
     procedure Refresh; virtual; reintroduce;
     procedure RefreshValues; virtual;
+    { Sets the item properties of every line; run when a fill has ended,
+      since the grid gives none while its strings are updating. }
+    procedure ApplyLineItemProps;
     { Runs PropertyValueChanged for the current row; an error is reported
       through the application (Part 2.3, left to the implementer) after the
       row shows the property's value again. Result false on an error. }
@@ -537,6 +543,9 @@ implementation
 uses
   // RTL / FCL
   Math,
+  // IDEIntf: registers the colour, cursor, font, graphic and image-index
+  // editors that PropEdits alone leaves to the integer and class editors.
+  GraphPropEdits,
   // ours
   QorDesignConsole;
 
