@@ -22,7 +22,15 @@
                        floor: creating and showing 1000 plain child windows
       drag_step_200    one drag step of 200 selected siblings, from the first
                        moved sizer until every control has its new bounds;
-                       floor: moving the same 200 controls with SetBounds }
+                       floor: moving the same 200 controls with SetBounds
+    inspector.*        TQorObjInspector (Part 2.3) on a shown form; floor:
+                       IDEIntf's TOIPropertyGrid on a shown form of the same
+                       size given the same selection, in the same run
+      show_1           switching between two single buttons
+      show_100         switching between two selections of 100 buttons
+      show_100_mixed   the same with 100 controls of six classes
+      refresh_values   RefreshValues after one Width change (the grid's
+                       RefreshPropertyValues for the floor) }
 program qorbench;
 
 {$mode objfpc}{$H+}
@@ -32,9 +40,11 @@ uses
   {$IFDEF UNIX}cthreads,{$ENDIF}
   Classes, SysUtils, {$IFDEF LINUX}Linux, UnixType,{$ENDIF}
   // LCL
-  Interfaces, Forms, Controls, StdCtrls, LMessages,
+  Interfaces, Forms, Controls, StdCtrls, ExtCtrls, LMessages, Contnrs, TypInfo,
+  // IDEIntf
+  PropEdits, PropEditUtils, ObjectInspector,
   // ours
-  QorDesign, VhoSysUtils, QorDesigner;
+  QorDesign, VhoSysUtils, QorDesigner, ObjInspect;
 
 type
   TBenchProc = procedure;
@@ -347,6 +357,145 @@ begin
   end;
 end;
 
+{ inspector.* }
+
+var
+  InspStage, InspForm, OIForm: TForm;
+  Insp: TQorObjInspector;
+  OI: TOIPropertyGrid;
+  OIHook: TPropertyEditorHook;
+  SelA, SelB: TObjectList;
+  OISelA, OISelB: TPersistentSelectionList;
+  Flip: Boolean;
+  InspButton: TButton;
+
+procedure FillSelections(First, Count, Stride: Integer);
+var
+  I: Integer;
+begin
+  SelA.Clear;
+  SelB.Clear;
+  OISelA.Clear;
+  OISelB.Clear;
+  for I := 0 to Count - 1 do
+  begin
+    SelA.Add(InspStage.Components[First + I * Stride]);
+    OISelA.Add(InspStage.Components[First + I * Stride]);
+    SelB.Add(InspStage.Components[First + 1 + I * Stride]);
+    OISelB.Add(InspStage.Components[First + 1 + I * Stride]);
+  end;
+end;
+
+procedure InspShow;
+begin
+  Flip := not Flip;
+  if Flip then
+    Insp.SetActiveComponents(SelA)
+  else
+    Insp.SetActiveComponents(SelB);
+  Application.ProcessMessages;
+end;
+
+procedure OIShow;
+begin
+  Flip := not Flip;
+  if Flip then
+    OI.Selection := OISelA
+  else
+    OI.Selection := OISelB;
+  Application.ProcessMessages;
+end;
+
+procedure InspRefresh;
+begin
+  InspButton.Width := InspButton.Width xor 1;
+  Insp.RefreshValues;
+  Application.ProcessMessages;
+end;
+
+procedure OIRefresh;
+begin
+  InspButton.Width := InspButton.Width xor 1;
+  OI.RefreshPropertyValues;
+  Application.ProcessMessages;
+end;
+
+procedure BenchInspector;
+const
+  Classes: array[0..5] of TControlClass = (TButton, TLabel, TEdit, TPanel, TCheckBox, TMemo);
+var
+  I: Integer;
+  C: TControl;
+begin
+  InspStage := TForm.CreateNew(nil);
+  InspForm := TForm.CreateNew(nil);
+  OIForm := TForm.CreateNew(nil);
+  SelA := TObjectList.Create(False);
+  SelB := TObjectList.Create(False);
+  OISelA := TPersistentSelectionList.Create;
+  OISelB := TPersistentSelectionList.Create;
+  OIHook := TPropertyEditorHook.Create(nil);
+  try
+    InspStage.SetBounds(10, 10, 600, 600);
+    // 0..201: buttons; 202..401: six classes in turn.
+    for I := 0 to 401 do
+    begin
+      if I < 202 then
+        C := TButton.Create(InspStage)
+      else
+        C := Classes[I mod 6].Create(InspStage);
+      C.Name := 'C' + IntToStr(I);
+      C.SetBounds((I mod 20) * 28, (I div 20) * 28, 26, 26);
+      C.Parent := InspStage;
+    end;
+    InspButton := TButton(InspStage.Components[0]);
+    InspStage.Show;
+    InspForm.SetBounds(620, 10, 360, 700);
+    Insp := TQorObjInspector.Create(InspForm);
+    Insp.Parent := InspForm;
+    Insp.Align := alClient;
+    InspForm.Show;
+    OIForm.SetBounds(620, 10, 360, 700);
+    OIHook.LookupRoot := InspStage;
+    OI := TOIPropertyGrid.CreateWithParams(OIForm, OIHook, tkAny - [tkMethod], 0);
+    OI.Parent := OIForm;
+    OI.Align := alClient;
+    OIForm.Show;
+    Application.ProcessMessages;
+    Flip := False;
+    FillSelections(0, 1, 1);
+    if Wanted('inspector.show_1') then
+      AddRow('inspector.show_1', 'oi_property_grid_show_1',
+        TimeIt(@InspShow, 20, 5), TimeIt(@OIShow, 20, 5));
+    FillSelections(0, 100, 2);
+    if Wanted('inspector.show_100') then
+      AddRow('inspector.show_100', 'oi_property_grid_show_100',
+        TimeIt(@InspShow, 4, 5), TimeIt(@OIShow, 4, 5));
+    FillSelections(202, 100, 2);
+    if Wanted('inspector.show_100_mixed') then
+      AddRow('inspector.show_100_mixed', 'oi_property_grid_show_100_mixed',
+        TimeIt(@InspShow, 4, 5), TimeIt(@OIShow, 4, 5));
+    FillSelections(0, 1, 1);
+    Insp.SetActiveComponent(InspButton);
+    OISelA.Clear;
+    OISelA.Add(InspButton);
+    OI.Selection := OISelA;
+    Application.ProcessMessages;
+    if Wanted('inspector.refresh_values') then
+      AddRow('inspector.refresh_values', 'oi_property_grid_refresh_values',
+        TimeIt(@InspRefresh, 20, 5), TimeIt(@OIRefresh, 20, 5));
+  finally
+    OIForm.Free;
+    InspForm.Free;
+    InspStage.Free;
+    OIHook.Free;
+    OISelB.Free;
+    OISelA.Free;
+    SelB.Free;
+    SelA.Free;
+  end;
+end;
+
 procedure WriteResults(const FileName: string);
 var
   Tsv: TStringList;
@@ -392,5 +541,6 @@ begin
   if Wanted('unique_name_5000') then
     BenchUniqueName;
   BenchSurface;
+  BenchInspector;
   WriteResults(OutFile);
 end.

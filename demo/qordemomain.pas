@@ -23,7 +23,7 @@ uses
   // LCL
   LCLType, LCLIntf, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
   // ours
-  QorDesigner, QorDesignConsole;
+  QorDesigner, QorDesignConsole, ObjInspect;
 
 type
 
@@ -34,6 +34,7 @@ type
     FPaletteArea: TPanel;
     FTreeArea: TPanel;
     FInspectorArea: TPanel;
+    FInspector: TQorObjInspector;
     FCenterArea: TPanel;
     FStage: TForm;
     FManager: TQorDesignManager;
@@ -255,6 +256,16 @@ begin
   FCenter.DesignManager := FManager;
   FCenter.OnCompsChange := @SelectionChanged;
   FCenter.OnPalleteChange := @PaletteChanged;
+
+  // The inspector follows the stage selection through the center and
+  // edits it (Part 2.3); owned by the main form, not by the stage.
+  FInspector := TQorObjInspector.Create(Self);
+  FInspector.Name := 'ObjInspector1';
+  FInspector.Parent := FInspectorArea;
+  FInspector.Align := alClient;
+  FInspector.ColWidths[0] := 130;
+  FCenter.ObjInspector := FInspector;
+  FInspector.SetActiveComponent(FStage);
 end;
 
 {************ Screenshot }
