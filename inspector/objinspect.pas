@@ -124,6 +124,8 @@ type
     procedure SetEnumIndex(Value: Integer);
     function GetEnumInformation: TEnumInformation;
     function GetValueString: string;
+    { The element occurs in the set's text (a substring test, Part 2.2). }
+    function IsIncludedIn(const SetText: string): Boolean;
     property BasedProperty: TPropertyDetailEx read FBasedProperty write SetBasedProperty;
     property EnumIndex: Integer read FEnumIndex write SetEnumIndex;
   end;
@@ -343,6 +345,9 @@ type
     { The value the row shows, before label mapping (Part 2.2, output line
       step 2); several objects that disagree show an empty text. }
     function GetShownValue: string;
+    { The row reads and writes through its editor: it has one and is not a
+      class-typed row with a value list (Parts 2.2 and 2.3). }
+    function UsesPropEditor: Boolean;
     property SubList: TObjInspecList read FSubList;
     property Expanded: Boolean read GetExpanded write SetExpanded;
     property Expandable: Boolean read GetExpandable;
