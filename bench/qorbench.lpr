@@ -393,6 +393,7 @@ begin
     Insp.SetActiveComponents(SelA)
   else
     Insp.SetActiveComponents(SelB);
+  Insp.Update;
   Application.ProcessMessages;
 end;
 
@@ -403,6 +404,7 @@ begin
     OI.Selection := OISelA
   else
     OI.Selection := OISelB;
+  OI.Update;
   Application.ProcessMessages;
 end;
 
@@ -410,6 +412,7 @@ procedure InspRefresh;
 begin
   InspButton.Width := InspButton.Width xor 1;
   Insp.RefreshValues;
+  Insp.Update;
   Application.ProcessMessages;
 end;
 
@@ -417,6 +420,7 @@ procedure OIRefresh;
 begin
   InspButton.Width := InspButton.Width xor 1;
   OI.RefreshPropertyValues;
+  OI.Update;
   Application.ProcessMessages;
 end;
 
@@ -450,12 +454,13 @@ begin
     end;
     InspButton := TButton(InspStage.Components[0]);
     InspStage.Show;
-    InspForm.SetBounds(620, 10, 360, 700);
+    // Side by side, neither covering the other: both grids paint in full.
+    InspForm.SetBounds(620, 10, 320, 700);
     Insp := TQorObjInspector.Create(InspForm);
     Insp.Parent := InspForm;
     Insp.Align := alClient;
     InspForm.Show;
-    OIForm.SetBounds(620, 10, 360, 700);
+    OIForm.SetBounds(950, 10, 320, 700);
     OIHook.LookupRoot := InspStage;
     OI := TOIPropertyGrid.CreateWithParams(OIForm, OIHook, tkAny - [tkMethod], 0);
     OI.Parent := OIForm;

@@ -22,7 +22,7 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils, TypInfo, Contnrs,
+  Classes, SysUtils, Math, TypInfo, Contnrs,
   // LCL
   Graphics, Controls;
 
@@ -151,6 +151,42 @@ begin
   Result := (PTI <> nil) and SameText(PTI^.Name, 'Boolean');
 end;
 
+{ Sorted property lists, one per class, made once: type information never
+  changes while the program runs, and the inspector points a class
+  information at the same few classes for every row it builds. }
+
+var
+  SortedPropLists: TFPHashList = nil; // hex address of the PTI -> PPropList
+
+function SortedPropListOf(PTI: PTypeInfo): PPropList;
+var
+  Key: ShortString;
+  Count: Integer;
+begin
+  if SortedPropLists = nil then
+    SortedPropLists := TFPHashList.Create;
+  Key := HexStr(PTI);
+  Result := PPropList(SortedPropLists.Find(Key));
+  if Result <> nil then
+    Exit;
+  Count := GetTypeData(PTI)^.PropCount;
+  GetMem(Result, Max(Count, 1) * SizeOf(PPropInfo));
+  GetPropInfos(PTI, Result);
+  SortPropList(Result, Count);
+  SortedPropLists.Add(Key, Result);
+end;
+
+procedure FreeSortedPropLists;
+var
+  I: Integer;
+begin
+  if SortedPropLists = nil then
+    Exit;
+  for I := 0 to SortedPropLists.Count - 1 do
+    FreeMem(SortedPropLists[I]);
+  FreeAndNil(SortedPropLists);
+end;
+
 { TRTTIInformation }
 
 function TRTTIInformation.GetTypeKind: TTypeKind;
@@ -228,8 +264,7 @@ begin
   if FPropCount > 0 then
   begin
     GetMem(FPropList, FPropCount * SizeOf(PPropInfo));
-    GetPropInfos(PTI, FPropList);
-    SortPropList(FPropList, FPropCount);
+    Move(SortedPropListOf(PTI)^, FPropList^, FPropCount * SizeOf(PPropInfo));
   end;
 end;
 
@@ -485,4 +520,6 @@ begin
   end;
 end;
 
+finalization
+  FreeSortedPropLists;
 end.

@@ -65,7 +65,9 @@ type
     FPropInfoRef: PPropInfo;
     FBasedObject: TObject;
     FClassInformation: TClassInformation;
+    FClassInfoStale: Boolean; // RefreshClassInformation's work is due
     FBasedObjects: TObjectList;
+    function GetClassInformation: TClassInformation;
   protected
     { The Part 2.1 write, dispatched between one object and several. }
     procedure WriteValueStr(const Value: string);
@@ -90,7 +92,7 @@ type
     procedure SetPropName(const Value: string);
     property PropInfoRef: PPropInfo read FPropInfoRef write SetPropInfoRef;
     property BasedObject: TObject read FBasedObject write SetBasedObject;
-    property ClassInformation: TClassInformation read FClassInformation;
+    property ClassInformation: TClassInformation read GetClassInformation;
     property BasedObjects: TObjectList read FBasedObjects write SetBasedObjects;
     property PropName: string read GetPropName write SetPropName;
   end;
@@ -218,6 +220,9 @@ type
     procedure SetPropertyItems(Index: Integer; Value: TObjInspecPropertyItem);
     function GetPropertyHook: TPropertyEditorHook;
     procedure SetPropertyHook(Value: TPropertyEditorHook);
+  protected
+    { The type kinds ListAllPropEditors asks IDEIntf editors for. }
+    function EditorKinds: TTypeKinds; virtual;
   public
     constructor Create(ABasedObject: TObject; AListPropEditors: Boolean); virtual;
     destructor Destroy; override;
@@ -268,10 +273,15 @@ type
     FOutputPropNames: TStringList;
     FConcealedEventNames: TStringList;
     function GetFilling: Boolean;
+  protected
+    function EditorKinds: TTypeKinds; override;
   public
     { Edit style, pick list and read-only flag of grid line LineIndex,
       showing Item (Part 2.2, item properties of a line). }
     procedure SetLineItemProps(LineIndex: Integer; Item: TObjInspecPropertyItem);
+    { The pick list of a pick-list line showing Item, filled when the line's
+      editor opens (SetLineItemProps leaves it empty). }
+    procedure FillLinePickList(Item: TObjInspecPropertyItem; Pick: TStrings);
     constructor Create(ABasedObject: TObject; AListPropEditors: Boolean); override;
     destructor Destroy; override;
     function CheckIfOutputThisProp(Item: TObjInspecPropertyItem): Boolean; virtual;
@@ -317,6 +327,7 @@ type
     FSubList: TObjInspecList;
     FExpanded: Boolean;
     FValueList: TStringList;
+    FValueListStale: Boolean; // FillValueList is due when ValueList is read
     FOwnerObject: TComponent;
     FOwnerObjects: TComponentList;
     FPropList: TObjInspecPropListEx;
@@ -341,6 +352,7 @@ type
     procedure SetOwnerObjects(Value: TComponentList);
     procedure SetObjInspecPropList(Value: TObjInspecPropListEx);
     procedure SetValueList(Value: TStringList);
+    function GetValueList: TStringList;
     function IsEvent: Boolean;
     { The value the row shows, before label mapping (Part 2.2, output line
       step 2); several objects that disagree show an empty text. }
@@ -352,7 +364,7 @@ type
     property Expanded: Boolean read GetExpanded write SetExpanded;
     property Expandable: Boolean read GetExpandable;
     property HasValueList: Boolean read GetHasValueList;
-    property ValueList: TStringList read FValueList write SetValueList;
+    property ValueList: TStringList read GetValueList write SetValueList;
     property OwnerObject: TComponent read GetOwnerObject write SetOwnerObject;
     property OwnerObjects: TComponentList read GetOwnerObjects write SetOwnerObjects;
     property PropList: TObjInspecPropListEx read FPropList write SetObjInspecPropList;
@@ -431,6 +443,10 @@ type
     FConsoleCenter: TComponent;
     FModified: Boolean;
     FOnPropNameChanged: TPropChangedEvent;
+    FLinesChange: TNotifyEvent;     // the grid's own handler of its strings' change
+    FTrackLines: Boolean;           // lines rewritten in place: paint only those
+    FChangedLines: array of Integer;
+    FMerging: Boolean;              // RefreshOutput lays new lines over the old
     function GetOwnerComponent: TComponent;
     function GetActiveComponent: TComponent;
     function GetPropertyFilterStyles: TPropertyFilterStyles;
@@ -449,7 +465,11 @@ type
     procedure SetOnTranslateToIdent(Value: TRttiTranslateEvent);
     function LineValue(Index: Integer): string;
     procedure GridButtonClick(Sender: TObject; ACol, ARow: Integer);
+    procedure LinesChanged(Sender: TObject);
+    procedure SetLineInPlace(Index: Integer; const S: string);
+    procedure MergeLines(Fresh: TStrings);
   protected
+    function GetDefaultEditor(Column: Integer): TWinControl; override;
     procedure KeyDown(var Key: Word; Shift: TShiftState); override;
     procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
     procedure DblClick; override;

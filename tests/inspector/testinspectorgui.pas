@@ -68,6 +68,9 @@ type
     procedure TestPfEventListsEventsWithEmptyValues;
     procedure TestSelectingAndMovingOnStageShowsAndUpdatesValues;
     procedure TestEditInInspectorMovesTheSizer;
+    // Lines laid over the old ones (RefreshOutput) and pick lists filled
+    // when the editor opens
+    procedure TestSelectingAnotherButtonShowsItsValuesAndEditsIt;
   end;
 
 implementation
@@ -696,6 +699,52 @@ begin
     Stage.ScreenToClient(PanelButton.ClientToScreen(Point(0, 0))).X - 2, S.Left);
 end;
 
+procedure TTestInspectorGui.TestSelectingAnotherButtonShowsItsValuesAndEditsIt;
+var
+  Fresh: TQorObjInspector;
+  I, R: Integer;
+
+  function Combo: Boolean;
+  begin
+    Result := (Insp.Row = R) and (Insp.Editor is TCustomComboBox) and Insp.Editor.Visible;
+  end;
+
+begin
+  Button2.Caption := 'first';
+  Button2.Width := 77;
+  Button3.Caption := 'second';
+  Button3.Width := 88;
+  Insp.SetActiveComponent(Button2);
+  AssertEquals('first shown', 'first', ValueOf('Caption'));
+  Insp.SetActiveComponent(Button3);
+  AssertEquals('second caption', 'second', ValueOf('Caption'));
+  AssertEquals('second width', '88', ValueOf('Width'));
+  // The same lines as a new inspector given the second button alone.
+  Fresh := TQorObjInspector.Create(InspForm);
+  try
+    Fresh.Parent := InspForm;
+    Fresh.Visible := False;
+    Fresh.SetActiveComponent(Button3);
+    AssertEquals('line count', Fresh.Strings.Count, Insp.Strings.Count);
+    for I := 0 to Fresh.Strings.Count - 1 do
+      AssertEquals('line ' + IntToStr(I), Fresh.Strings[I], Insp.Strings[I]);
+  finally
+    Fresh.Free;
+  end;
+  R := RowOf('Align');
+  AssertTrue('Align line is a pick list', Insp.ItemProps[R - Insp.FixedRows].EditStyle = esPickList);
+  ClickCell(1, R);
+  AssertWait('pick list on Align', @Combo);
+  AssertEquals('offered when opened', 'alNone,alTop,alBottom,alLeft,alRight,alClient,alCustom',
+    TCustomComboBox(Insp.Editor).Items.CommaText);
+  EditValue('Caption', 'edited');
+  PressKey('Return');
+  DrainMessages(100);
+  AssertEquals('the shown button written', 'edited', Button3.Caption);
+  AssertEquals('the one shown before untouched', 'first', Button2.Caption);
+end;
+
 initialization
   RegisterTest(TTestInspectorGui);
+
 end.

@@ -97,6 +97,9 @@ type
     // Part 2.2, values with the IDEIntf editors
     procedure TestRowsComeInNameOrderWithEditorsAttached;
     procedure TestComponentReferenceRowOffersOwnedComponentsOfItsClass;
+    // Editors made for the rows (ListAllPropEditors)
+    procedure TestMixedClassSelectionGetsEditorsOverAllObjectsAndOnlySharedRows;
+    procedure TestEventEditorsAreMadeWhenEventsAreAskedFor;
   end;
 
 implementation
@@ -669,6 +672,64 @@ begin
   end;
 end;
 
+procedure TTestObjInspect.TestMixedClassSelectionGetsEditorsOverAllObjectsAndOnlySharedRows;
+var
+  Button: TButton;
+  Lbl: TLabel;
+  Objects: TObjectList;
+  List: TObjInspecPropListEx;
+  Row: TObjInspecPropertyItem;
+begin
+  Button := TButton.Create(FOwner);
+  Button.Hint := 'Same';
+  Lbl := TLabel.Create(FOwner);
+  Lbl.Hint := 'Same';
+  Objects := TObjectList.Create(False);
+  List := nil;
+  try
+    Objects.Add(Button);
+    Objects.Add(Lbl);
+    List := TObjInspecPropListEx.Create(nil, True);
+    List.SetBasedObjects(Objects);
+    AssertEquals('a button-only property has no row', -1, List.IndexOfPropName('Cancel'));
+    AssertEquals('a label-only property has no row', -1, List.IndexOfPropName('Layout'));
+    Row := List.GetPropItemsByName('Hint');
+    AssertNotNull('hint editor', Row.PropEditor);
+    AssertEquals('one editor over both objects', 2, Row.PropEditor.PropCount);
+    AssertEquals('agreeing value', 'Same', Row.GetShownValue);
+    Row.PropEditor.SetValue('Both');
+    AssertEquals('button written', 'Both', Button.Hint);
+    AssertEquals('label written', 'Both', Lbl.Hint);
+    // Lazarus gives a label's caption its own editor class: as in its
+    // object inspector, the shared row gets no editor.
+    AssertNull('caption editors differ by class', List.GetPropItemsByName('Caption').PropEditor);
+  finally
+    List.Free;
+    Objects.Free;
+  end;
+end;
+
+procedure TTestObjInspect.TestEventEditorsAreMadeWhenEventsAreAskedFor;
+var
+  Button: TButton;
+  List: TObjInspecPropListEx;
+begin
+  Button := TButton.Create(FOwner);
+  List := TObjInspecPropListEx.Create(Button, True);
+  try
+    AssertNotNull('event row listed', List.GetPropItemsByName('OnClick'));
+    AssertNull('no event editor while events are hidden',
+      List.GetPropItemsByName('OnClick').PropEditor);
+    List.PropertyFilterStyles := [pfProperty, pfEvent];
+    AssertNotNull('event editor once events are shown',
+      List.GetPropItemsByName('OnClick').PropEditor);
+    AssertNotNull('property editors kept', List.GetPropItemsByName('Align').PropEditor);
+  finally
+    List.Free;
+  end;
+end;
+
 initialization
   RegisterTest(TTestObjInspect);
+
 end.
