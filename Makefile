@@ -3,6 +3,7 @@
 #               (without a DISPLAY: runs it under Xvfb and writes demo-screenshot.png)
 #   make test   installs what is missing, builds everything, runs the whole suite
 #   make bench  builds and runs the benchmarks, writes bench/results.tsv
+#   make dict   builds tools/qordict and remakes resources/dict/*.xml from their CSV
 SHELL := /bin/bash
 .SHELLFLAGS := -eo pipefail -c
 
@@ -18,7 +19,7 @@ LAZBUILD = lazbuild --pcp=$(LAZCONFIG) --lazarusdir=$(LAZCOPY) -q
 LOGS := build/logs
 XVFB_SCREEN := -screen 0 1280x1024x24
 
-.PHONY: all deps packages demo-build tests-build bench-build build demo test bench clean
+.PHONY: all deps packages demo-build tests-build bench-build tools build demo test bench dict clean
 
 all: build
 
@@ -52,7 +53,16 @@ tests-build: packages
 bench-build: packages
 	$(call lazbuild,bench/qorbench.lpi,bench)
 
-build: demo-build tests-build bench-build
+# qordict needs no LCL: the compiler alone builds it.
+tools: deps
+	@mkdir -p build/tools
+	@echo "fpc tools/qordict.lpr"
+	@fpc -Mobjfpc -Sh -O2 -FEbuild -FUbuild/tools -Futools tools/qordict.lpr > $(LOGS)/qordict.log 2>&1 || { cat $(LOGS)/qordict.log; exit 1; }
+
+build: demo-build tests-build bench-build tools
+
+dict: tools
+	@for csv in resources/dict/*.csv; do build/qordict csv2xml "$$csv" "$${csv%.csv}.xml"; echo "$${csv%.csv}.xml"; done
 
 demo: demo-build
 	@if [ -n "$$DISPLAY" ]; then \
