@@ -9,7 +9,9 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils, fpcunit, testregistry,
+  Classes, SysUtils, TypInfo, fpcunit, testregistry,
+  // LCL
+  Controls, StdCtrls,
   // ours
   QorTransUtils, QorDictCsv;
 
@@ -32,6 +34,7 @@ type
     procedure TestQuoteInsideUnquotedFieldAndTextAfterClosingQuoteAreMalformed;
     procedure TestCsvToXmlIsReadByTheManagerAndConvertsBack;
     procedure TestMalformedCsvWritesNoDictionary;
+    procedure TestShippedDictionaryMatchesItsCsvAndTranslatesTheStage;
   end;
 
 implementation
@@ -161,6 +164,40 @@ begin
   end;
   AssertEquals('file and line', TempName('d.csv') + ':2:', Copy(Msg, 1, Length(TempName('d.csv')) + 3));
   AssertFalse('nothing written', FileExists(TempName('d.xml')));
+end;
+
+procedure TTestQorDict.TestShippedDictionaryMatchesItsCsvAndTranslatesTheStage;
+var
+  Dir: string;
+  Shipped, Made: TStringList;
+  Man: TQorTransMan;
+begin
+  Dir := ExpandFileName(ExtractFilePath(ParamStr(0)) + '../resources/dict/');
+  Shipped := TStringList.Create;
+  Made := TStringList.Create;
+  Man := TQorTransMan.Create(Dir + 'qordesign-zh.xml');
+  try
+    // The XML is the CSV, made with qordict.
+    DictToCsv(Dir + 'qordesign-zh.xml', TempName('back.csv'));
+    Shipped.LoadFromFile(TempName('back.csv'));
+    Made.LoadFromFile(Dir + 'qordesign-zh.csv');
+    AssertEquals('same rows as its CSV', Made.Text, Shipped.Text);
+    AssertTrue('at least 150 rows', Made.Count - 1 >= 150);
+    AssertTrue('opens', Man.OpenDb);
+    AssertEquals('property name', '标题',
+      Man.IdentToLabel(trPropName, GetPropInfo(TButton, 'Caption')^.PropType, 'Caption', nil));
+    AssertEquals('enumeration value', '客户区', Man.IdentToLabel(trPropValue, TypeInfo(TAlign), 'alClient', nil));
+    AssertEquals('typed back', 'alClient', Man.LabelToIdent(trPropValue, TypeInfo(TAlign), '客户区', nil));
+    AssertEquals('anchors', '[上,左]', Man.IdentToLabel(trPropValue, TypeInfo(TAnchors), '[akTop,akLeft]', nil));
+    AssertEquals('event', '单击', Man.IdentToLabel(trPropValue, TypeInfo(TNotifyEvent), 'OnClick', nil));
+    AssertEquals('class', '按钮', Man.ClassToTransedName(TButton));
+  finally
+    Man.Free;
+    Made.Free;
+    Shipped.Free;
+    while QorTransCache.Count > 0 do
+      QorTransCache.RemoveItem(0);
+  end;
 end;
 
 initialization
