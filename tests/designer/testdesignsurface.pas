@@ -77,6 +77,7 @@ type
     procedure TestDesigningOffRestoresWindowProcsBoundsAndClicks;
     procedure TestControlFreedWhileSelectedLeavesNoSizerNoProxy;
     procedure TestFreeingManagerWhileDesigningLeavesStageUsable;
+    procedure TestFreeingStageThatOwnsItsManagerWhileDesigningFreesCleanly;
   end;
 
 implementation
@@ -753,6 +754,31 @@ begin
   AssertNull('no designer on the form', Stage.Designer);
   Click(Button2, 30, 12);
   AssertWait('the stage is usable: the button clicks', @Clicked);
+end;
+
+{ The application frees the stage form while designing, the manager among
+  its own components: they are freed after the controls were marked
+  destroying, and a control removed from its parent afterwards must not
+  reach a freed hook. }
+procedure TTestDesignSurface.TestFreeingStageThatOwnsItsManagerWhileDesigningFreesCleanly;
+var
+  Errors: Integer;
+begin
+  StartDesigning;
+  Click(Button2, 30, 12);
+  WaitSelection('Button2');
+  AssertTrue('the manager belongs to the stage', Manager.Owner = Stage);
+  Errors := 0;
+  try
+    FreeForm(Stage);
+  except
+    Inc(Errors);
+  end;
+  Manager := nil;
+  Center := nil;
+  Stage := nil;
+  DrainMessages(100);
+  AssertEquals('freed without an error', 0, Errors);
 end;
 
 initialization

@@ -22,7 +22,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, DateUtils, Process, fpcunit,
   // LCL
-  LCLType, LCLIntf, Graphics, Controls, Forms;
+  LCLType, LCLIntf, Math, Graphics, Controls, Forms, Grids;
 
 {************ Conditions and waiting }
 
@@ -83,6 +83,8 @@ type
     procedure TearDown; override;
     function NewForm(ALeft, ATop, AWidth, AHeight: Integer): TQorTestForm;
     procedure ShowForm(AForm: TQorTestForm);
+    { Frees a form NewForm made, before TearDown would. }
+    procedure FreeForm(AForm: TQorTestForm);
     procedure AssertWait(const AMessage: string; Cond: TQorCondition;
       TimeoutMs: Integer = QorDefaultTimeoutMs);
     // real input
@@ -93,6 +95,8 @@ type
     procedure MouseDown(Button: Integer = 1);
     procedure MouseUp(Button: Integer = 1);
     procedure Click(AControl: TControl; X, Y: Integer; Button: Integer = 1);
+    { Scrolls ARow into view (three rows above it) and clicks the cell's middle. }
+    procedure ClickGridCell(Grid: TCustomDrawGrid; ACol, ARow: Integer);
     procedure TypeText(const S: string);
     procedure PressKey(const KeySym: string);
     { Holds a key down until KeyRelease (TearDown releases what is held). }
@@ -182,6 +186,12 @@ begin
     Application.ProcessMessages;
     inherited TearDown;
   end;
+end;
+
+procedure TQorGuiTestCase.FreeForm(AForm: TQorTestForm);
+begin
+  FForms.Remove(AForm);
+  AForm.Free;
 end;
 
 function TQorGuiTestCase.NewForm(ALeft, ATop, AWidth, AHeight: Integer): TQorTestForm;
@@ -274,6 +284,17 @@ procedure TQorGuiTestCase.Click(AControl: TControl; X, Y: Integer; Button: Integ
 begin
   MouseMoveTo(AControl, X, Y);
   XDo(Format('click %d', [Button]));
+end;
+
+procedure TQorGuiTestCase.ClickGridCell(Grid: TCustomDrawGrid; ACol, ARow: Integer);
+var
+  R: TRect;
+begin
+  Grid.TopRow := Max(0, ARow - 3);
+  DrainMessages(30);
+  R := Grid.CellRect(ACol, ARow);
+  Click(Grid, (R.Left + R.Right) div 2, (R.Top + R.Bottom) div 2);
+  DrainMessages(60);
 end;
 
 procedure TQorGuiTestCase.TypeText(const S: string);
