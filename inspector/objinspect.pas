@@ -33,7 +33,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, TypInfo, Contnrs, Variants,
   // LCL
-  LCLType, LMessages, Graphics, Controls, Forms, Grids, ValEdit,
+  LCLType, LMessages, Graphics, Controls, StdCtrls, Forms, Grids, ValEdit,
   // IDEIntf
   PropEditUtils, PropEdits,
   // ours

@@ -65,6 +65,7 @@ type
     procedure TestMemoLinesEditButtonOpensStringsDialogAndOkStoresTheLine;
     procedure TestTwoButtonsWithDifferentCaptionsShowEmptyAndEmptyEntryChangesNeither;
     procedure TestAbcInWidthGivesClearErrorWidthStaysAndInspectorKeepsWorking;
+    procedure TestUnknownNameTypedIntoAlignGivesClearErrorAndAlignStays;
     procedure TestPfEventListsEventsWithEmptyValues;
     procedure TestSelectingAndMovingOnStageShowsAndUpdatesValues;
     procedure TestEditInInspectorMovesTheSizer;
@@ -73,7 +74,25 @@ type
     procedure TestSelectingAnotherButtonShowsItsValuesAndEditsIt;
   end;
 
+{ The row whose name, without indent and expansion mark, is AName; -1. }
+function InspRowOf(Insp: TVhoObjInspector; const AName: string): Integer;
+
 implementation
+
+function InspRowOf(Insp: TVhoObjInspector; const AName: string): Integer;
+var
+  S: string;
+begin
+  for Result := 0 to Insp.Strings.Count - 1 do
+  begin
+    S := Trim(Insp.Strings.Names[Result]);
+    if (Copy(S, 1, 2) = '+ ') or (Copy(S, 1, 2) = '- ') then
+      Delete(S, 1, 2);
+    if S = AName then
+      Exit;
+  end;
+  Result := -1;
+end;
 
 procedure TTestInspectorGui.SetUp;
 begin
@@ -119,18 +138,8 @@ begin
 end;
 
 function TTestInspectorGui.RowOf(const PropName: string): Integer;
-var
-  S: string;
 begin
-  for Result := 0 to Insp.Strings.Count - 1 do
-  begin
-    S := Trim(Insp.Strings.Names[Result]);
-    if (Copy(S, 1, 2) = '+ ') or (Copy(S, 1, 2) = '- ') then
-      Delete(S, 1, 2);
-    if S = PropName then
-      Exit;
-  end;
-  Result := -1;
+  Result := InspRowOf(Insp, PropName);
 end;
 
 function TTestInspectorGui.ValueOf(const PropName: string): string;
@@ -151,14 +160,8 @@ begin
 end;
 
 procedure TTestInspectorGui.ClickCell(ACol, ARow: Integer);
-var
-  P: TPoint;
 begin
-  Insp.TopRow := Max(0, ARow - 3);
-  DrainMessages(30);
-  P := CellPoint(ACol, ARow);
-  Click(Insp, P.X, P.Y);
-  DrainMessages(60);
+  ClickGridCell(Insp, ACol, ARow);
 end;
 
 procedure TTestInspectorGui.DoubleClickName(const PropName: string);
@@ -637,6 +640,44 @@ begin
   PressKey('Return');
   DrainMessages(100);
   AssertEquals('the inspector still writes', W + 33, PanelButton.Width);
+  AssertEquals('one error only', 1, FErrors.Count);
+end;
+
+{ Lazarus' enumeration editor drops an unknown name silently; the inspector
+  reports it as Delphi's would, and typing into the pick list writes nothing
+  before Enter (no error for the half-typed text). }
+procedure TTestInspectorGui.TestUnknownNameTypedIntoAlignGivesClearErrorAndAlignStays;
+var
+  R: Integer;
+
+  function Combo: Boolean;
+  begin
+    Result := (Insp.Row = R) and (Insp.Editor is TCustomComboBox) and Insp.Editor.Visible;
+  end;
+
+  function Reported: Boolean;
+  begin
+    Result := FErrors.Count > 0;
+  end;
+
+begin
+  PanelButton.Align := alNone;
+  Insp.SetActiveComponent(PanelButton);
+  R := RowOf('Align');
+  ClickCell(1, R);
+  AssertWait('pick list on Align', @Combo);
+  Click(Insp.Editor, 10, Insp.Editor.Height div 2);
+  DrainMessages(100);
+  PressKey('ctrl+a');
+  TypeText('alMiddle');
+  DrainMessages(100);
+  AssertEquals('nothing reported while typing', '', FErrors.Text);
+  PressKey('Return');
+  AssertWait('an error was reported', @Reported);
+  AssertTrue('names the property: ' + FErrors.Text, Pos('Align', FErrors[0]) > 0);
+  AssertTrue('names the value: ' + FErrors.Text, Pos('alMiddle', FErrors[0]) > 0);
+  AssertEquals('Align unchanged', Ord(alNone), Ord(PanelButton.Align));
+  AssertEquals('row shows alNone again', 'alNone', ValueOf('Align'));
   AssertEquals('one error only', 1, FErrors.Count);
 end;
 
