@@ -1,6 +1,7 @@
 { QorDesign demo — starts the demo designer.
   --screenshot=FILE shows the windows, writes the screen to FILE (PNG) and
-  exits: the headless mode of "make demo". }
+  exits: the headless mode of "make demo"; --chinese turns the inspector's
+  Chinese labels on first. }
 program qordemo;
 
 {$mode objfpc}{$H+}
@@ -30,12 +31,16 @@ end;
 var
   Main: TQorDemoMain;
   ShotFile: string;
+  Chinese: Boolean;
   I: Integer;
 begin
   ShotFile := '';
+  Chinese := False;
   for I := 1 to ParamCount do
     if Pos('--screenshot=', ParamStr(I)) = 1 then
-      ShotFile := Copy(ParamStr(I), Length('--screenshot=') + 1, MaxInt);
+      ShotFile := Copy(ParamStr(I), Length('--screenshot=') + 1, MaxInt)
+    else if ParamStr(I) = '--chinese' then
+      Chinese := True;
 
   RequireDerivedFormResource := False;
   Application.Initialize;
@@ -51,6 +56,7 @@ begin
   // selected, let it paint, then take the picture.
   PumpFor(700);
   Main.DesignSwitch.Checked := True;
+  Main.LabelsSwitch.Checked := Chinese;
   Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Button1')), Point(-1, -1),
     csmSelect, True, False);
   Main.Manager.SelectControl(TControl(Main.Stage.FindComponent('Edit1')), Point(-1, -1),

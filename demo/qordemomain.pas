@@ -4,11 +4,13 @@
   (left) and the object inspector area (right); the stage form beside it is
   the form the user designs. The palette area has the Design switch and a
   provisional palette (arrow, TButton, TLabel, TEdit, TPanel) until the
-  palette component (Part 6.2) replaces it; the tree and inspector areas
-  wait for their issues.
+  palette component (Part 6.2) replaces it; the tree area waits for its
+  issue. The inspector area has the switch between identifiers and the
+  Chinese labels of the shipped dictionary (Parts 4.2 and 2.2).
 
   Sections:
     - TQorDemoMain
+    - Labels
     - Stage
     - Screenshot }
 unit QorDemoMain;
@@ -19,11 +21,11 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils,
+  Classes, SysUtils, TypInfo,
   // LCL
   LCLType, LCLIntf, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
   // ours
-  QorDesigner, QorDesignConsole, ObjInspect;
+  QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils;
 
 type
 
@@ -42,7 +44,15 @@ type
     FDesignSwitch: TCheckBox;
     FPaletteButtons: array of TSpeedButton;
     FStatus: TLabel;
+    FLabelsSwitch: TCheckBox;
     procedure BuildPalette;
+    procedure BuildLabelsSwitch;
+    procedure LabelsSwitchClick(Sender: TObject);
+    procedure ShowPaletteCaptions;
+    procedure InspIdentToLabel(Sender: TObject; PTI: PTypeInfo; const Src: string;
+      TransRole: TTransRole; var Dest: string);
+    procedure InspLabelToIdent(Sender: TObject; PTI: PTypeInfo; const Src: string;
+      TransRole: TTransRole; var Dest: string);
     procedure DesignSwitchClick(Sender: TObject);
     procedure PaletteClick(Sender: TObject);
     procedure PaletteChanged(Sender: TObject);
@@ -59,7 +69,14 @@ type
     property Manager: TQorDesignManager read FManager;
     property DesignSwitch: TCheckBox read FDesignSwitch;
     property Center: TQorDesignCenter read FCenter;
+    function PaletteButtonOf(AClass: TComponentClass): TSpeedButton;
+    property Inspector: TQorObjInspector read FInspector;
+    property LabelsSwitch: TCheckBox read FLabelsSwitch;
   end;
+
+{ The shipped Chinese dictionary beside the program (build/ -> resources/dict),
+  or '' when it is not there. }
+function DemoDictionaryFile: string;
 
 { Writes the screen's content inside Area as a PNG file (the demo's headless
   mode). }
@@ -94,6 +111,7 @@ begin
   OnClose := @MainClose;
   BuildStage;
   BuildPalette;
+  BuildLabelsSwitch;
 end;
 
 const
@@ -140,6 +158,27 @@ end;
 procedure TQorDemoMain.PaletteClick(Sender: TObject);
 begin
   FCenter.PalleteSelectedClass := PaletteClasses[TSpeedButton(Sender).Tag];
+end;
+
+function TQorDemoMain.PaletteButtonOf(AClass: TComponentClass): TSpeedButton;
+var
+  I: Integer;
+begin
+  for I := 0 to High(PaletteClasses) do
+    if PaletteClasses[I] = AClass then
+      Exit(FPaletteButtons[I]);
+  Result := nil;
+end;
+
+procedure TQorDemoMain.ShowPaletteCaptions;
+var
+  I: Integer;
+begin
+  for I := 0 to High(PaletteClasses) do
+    if (PaletteClasses[I] <> nil) and FLabelsSwitch.Checked then
+      FPaletteButtons[I].Caption := QorTransMan.ClassToTransedName(PaletteClasses[I])
+    else
+      FPaletteButtons[I].Caption := PaletteCaptions[I];
 end;
 
 procedure TQorDemoMain.PaletteChanged(Sender: TObject);
@@ -193,6 +232,76 @@ begin
   Header.BorderSpacing.Around := 4;
   Header.Font.Style := [fsBold];
   Header.Caption := ACaption;
+end;
+
+{************ Labels }
+
+function DemoDictionaryFile: string;
+const
+  Candidates: array[0..1] of string = ('../resources/dict/', 'dict/');
+var
+  I: Integer;
+begin
+  for I := 0 to High(Candidates) do
+  begin
+    Result := ExpandFileName(ExtractFilePath(ParamStr(0)) + Candidates[I] +
+      'qordesign-zh.xml');
+    if FileExists(Result) then
+      Exit;
+  end;
+  Result := '';
+end;
+
+procedure TQorDemoMain.BuildLabelsSwitch;
+var
+  DictFile: string;
+begin
+  FLabelsSwitch := TCheckBox.Create(Self);
+  FLabelsSwitch.Parent := FInspectorArea;
+  FLabelsSwitch.Align := alTop;
+  FLabelsSwitch.BorderSpacing.Around := 4;
+  FLabelsSwitch.Caption := 'Chinese labels (中文)';
+  DictFile := DemoDictionaryFile;
+  if DictFile <> '' then
+    QorTransMan.DbFileName := DictFile;
+  // A missing or unreadable dictionary leaves the identifiers, switch off.
+  FLabelsSwitch.Enabled := QorTransMan.OpenDb;
+  if not FLabelsSwitch.Enabled then
+    FLabelsSwitch.Hint := 'No dictionary found beside the program.';
+  FLabelsSwitch.ShowHint := True;
+  FLabelsSwitch.OnClick := @LabelsSwitchClick;
+  // The identifiers first; the switch turns the dictionary's labels on.
+  FInspector.OnTranslateIdent := @InspIdentToLabel;
+  FInspector.OnTranslateToIdent := @InspLabelToIdent;
+  FInspector.Translate := False;
+end;
+
+procedure TQorDemoMain.LabelsSwitchClick(Sender: TObject);
+begin
+  FInspector.Translate := FLabelsSwitch.Checked;
+  ShowPaletteCaptions;
+end;
+
+{ The root for component references is the inspected component's owner, so
+  that "Panel1" names the stage's panel. }
+function ListOwner(Sender: TObject): TComponent;
+begin
+  if Sender is TObjInspecPropList then
+    Result := TObjInspecPropList(Sender).OwnerObject
+  else
+    Result := nil;
+end;
+
+procedure TQorDemoMain.InspIdentToLabel(Sender: TObject; PTI: PTypeInfo;
+  const Src: string; TransRole: TTransRole; var Dest: string);
+begin
+  Dest := QorTransMan.IdentToLabel(TransRole, PTI, Src, ListOwner(Sender));
+end;
+
+procedure TQorDemoMain.InspLabelToIdent(Sender: TObject; PTI: PTypeInfo;
+  const Src: string; TransRole: TTransRole; var Dest: string);
+begin
+  Dest := QorTransMan.LabelToIdent(TransRole, PTI, Src, ListOwner(Sender));
 end;
 
 {************ Stage }

@@ -3,7 +3,8 @@
 # Installs only what is missing, so a second run does nothing and asks no registry.
 set -euo pipefail
 
-PKGS=(fpc lcl-2.2 lcl-gtk2-2.2 lcl-utils-2.2 lazarus-src-2.2 xvfb xauth xdotool)
+# fonts-wqy-microhei: a CJK font, so the demo's Chinese labels show as text, not boxes.
+PKGS=(fpc lcl-2.2 lcl-gtk2-2.2 lcl-utils-2.2 lazarus-src-2.2 xvfb xauth xdotool fonts-wqy-microhei)
 
 missing=()
 for p in "${PKGS[@]}"; do
