@@ -30,7 +30,17 @@
       show_100         switching between two selections of 100 buttons
       show_100_mixed   the same with 100 controls of six classes
       refresh_values   RefreshValues after one Width change (the grid's
-                       RefreshPropertyValues for the floor) }
+                       RefreshPropertyValues for the floor)
+    translation.*      TQorTransMan (Part 4.2) over a generated dictionary of
+                       100,000 rows (plus the shipped one's); floor: the
+                       linear TBufDataset.Locate of the same key
+      hit              IdentToLabel answered by the cache
+      miss_found       IdentToLabel of a key the cache lacks and the
+                       dictionary has (a fresh key each call)
+      miss_absent      IdentToLabel of a key nobody has (not cached, by
+                       the Part: every repaint asks again)
+      inspector_refresh  the inspector's refresh_values with the demo's
+                       translate events on; floor: the same, translation off }
 program qorbench;
 
 {$mode objfpc}{$H+}
@@ -38,13 +48,14 @@ program qorbench;
 uses
   // RTL / FCL
   {$IFDEF UNIX}cthreads,{$ENDIF}
-  Classes, SysUtils, {$IFDEF LINUX}Linux, UnixType,{$ENDIF}
+  Classes, SysUtils, Math, {$IFDEF LINUX}Linux, UnixType,{$ENDIF}
   // LCL
   Interfaces, Forms, Controls, StdCtrls, ExtCtrls, LMessages, Contnrs, TypInfo,
+  DB, BufDataset, Variants,
   // IDEIntf
   PropEdits, PropEditUtils, ObjectInspector,
   // ours
-  QorDesign, VhoSysUtils, QorDesigner, ObjInspect;
+  QorDesign, VhoSysUtils, QorDesigner, ObjInspect, QorTransUtils;
 
 type
   TBenchProc = procedure;
@@ -501,6 +512,264 @@ begin
   end;
 end;
 
+{ translation.* }
+
+const
+  DictRows = 100000;
+  KindNames: array[0..2] of string = ('PROPNAME', 'ENUM', 'CLASSVALUE');
+
+var
+  TransMan: TQorTransMan;
+  KeyIndex: Integer;
+  FloorKey: Integer;
+
+{ Row I of the generated part: kind, type name, identifier, label. }
+function DictKind(I: Integer): string;
+begin
+  Result := KindNames[I mod 3];
+end;
+
+function DictType(I: Integer): string;
+begin
+  Result := 'TBenchType' + IntToStr(I mod 997);
+end;
+
+function DictIdent(I: Integer): string;
+begin
+  Result := 'BenchIdent' + IntToStr(I);
+end;
+
+{ Keys spread over the whole dictionary, in a fixed order. }
+function SpreadKey(N: Integer): Integer;
+begin
+  Result := (Int64(N) * 7919) mod DictRows;
+end;
+
+procedure WriteBenchDictionary(const FileName, ShippedFile: string);
+var
+  Dict, Shipped: TBufDataset;
+  I: Integer;
+begin
+  Dict := TBufDataset.Create(nil);
+  Shipped := nil;
+  try
+    Dict.FieldDefs.Add('TranTypeKind', ftString, 20);
+    Dict.FieldDefs.Add('TypeName', ftString, 60);
+    Dict.FieldDefs.Add('Indent', ftString, 60);
+    Dict.FieldDefs.Add('CnLabel', ftString, 120);
+    Dict.CreateDataset;
+    // The shipped rows first: the inspector's real names find their labels.
+    if FileExists(ShippedFile) then
+    begin
+      Shipped := TBufDataset.Create(nil);
+      Shipped.LoadFromFile(ShippedFile);
+      Shipped.First;
+      while not Shipped.EOF do
+      begin
+        Dict.AppendRecord([Shipped.FieldByName('TranTypeKind').AsString,
+          Shipped.FieldByName('TypeName').AsString, Shipped.FieldByName('Indent').AsString,
+          Shipped.FieldByName('CnLabel').AsString]);
+        Shipped.Next;
+      end;
+    end;
+    for I := 0 to DictRows - 1 do
+    begin
+      Dict.AppendRecord([DictKind(I), DictType(I), DictIdent(I), '标签' + IntToStr(I)]);
+      // TBufDataset searches its change log at each append: kept short.
+      if I mod 1000 = 999 then
+        Dict.MergeChangeLog;
+    end;
+    Dict.SaveToFile(FileName, dfXML);
+  finally
+    Shipped.Free;
+    Dict.Free;
+  end;
+end;
+
+function KindOf(I: Integer): TTransTypeKind;
+begin
+  case I mod 3 of
+    0: Result := ttkPropName;
+    1: Result := ttkEnum;
+  else
+    Result := ttkClassValue;
+  end;
+end;
+
+procedure CheckLabel(const Got, Want: string);
+begin
+  if Got <> Want then
+    raise Exception.CreateFmt('translation gave "%s", not "%s"', [Got, Want]);
+end;
+
+procedure TransHit;
+var
+  K: Integer;
+begin
+  // Ten keys the cache holds, spread over the dictionary, in turn.
+  KeyIndex := KeyIndex mod 10 + 1;
+  K := SpreadKey(KeyIndex);
+  CheckLabel(TransMan.IdentToLabel(KindOf(K), DictType(K), DictIdent(K), nil),
+    '标签' + IntToStr(K));
+end;
+
+procedure TransMissFound;
+var
+  K: Integer;
+begin
+  // A key never asked before: the cache cannot have it.
+  Inc(KeyIndex);
+  K := SpreadKey(KeyIndex);
+  CheckLabel(TransMan.IdentToLabel(KindOf(K), DictType(K), DictIdent(K), nil),
+    '标签' + IntToStr(K));
+end;
+
+procedure TransMissAbsent;
+begin
+  KeyIndex := (KeyIndex + 1) mod 1000;
+  CheckLabel(TransMan.IdentToLabel(ttkEnum, 'TBenchType1', 'NoSuchIdent' + IntToStr(KeyIndex),
+    nil), 'NoSuchIdent' + IntToStr(KeyIndex));
+end;
+
+{ The floor: what the manager did before the index, a case-insensitive
+  Locate over the rows. }
+procedure LocateFloor(const Kind, TypeName, Ident: string; Expect: Boolean);
+begin
+  if TransMan.DataSet.Locate('TranTypeKind;TypeName;Indent',
+    VarArrayOf([Kind, TypeName, Ident]), [loCaseInsensitive]) <> Expect then
+    raise Exception.Create('Locate answered wrongly');
+end;
+
+procedure LocateHitFloor;
+var
+  K: Integer;
+begin
+  FloorKey := FloorKey mod 10 + 1;
+  K := SpreadKey(FloorKey);
+  LocateFloor(DictKind(K), DictType(K), DictIdent(K), True);
+end;
+
+procedure LocateFoundFloor;
+var
+  K: Integer;
+begin
+  Inc(FloorKey);
+  K := SpreadKey(FloorKey);
+  LocateFloor(DictKind(K), DictType(K), DictIdent(K), True);
+end;
+
+procedure LocateAbsentFloor;
+begin
+  FloorKey := (FloorKey + 1) mod 1000;
+  LocateFloor('ENUM', 'TBenchType1', 'NoSuchIdent' + IntToStr(FloorKey), False);
+end;
+
+type
+  { The demo's wiring of the inspector's translate events. }
+  TBenchTranslator = class
+    procedure IdentToLabel(Sender: TObject; PTI: PTypeInfo; const Src: string;
+      TransRole: TTransRole; var Dest: string);
+    procedure LabelToIdent(Sender: TObject; PTI: PTypeInfo; const Src: string;
+      TransRole: TTransRole; var Dest: string);
+  end;
+
+procedure TBenchTranslator.IdentToLabel(Sender: TObject; PTI: PTypeInfo;
+  const Src: string; TransRole: TTransRole; var Dest: string);
+begin
+  Dest := TransMan.IdentToLabel(TransRole, PTI, Src, nil);
+end;
+
+procedure TBenchTranslator.LabelToIdent(Sender: TObject; PTI: PTypeInfo;
+  const Src: string; TransRole: TTransRole; var Dest: string);
+begin
+  Dest := TransMan.LabelToIdent(TransRole, PTI, Src, nil);
+end;
+
+procedure BenchTranslation;
+var
+  DictFile: string;
+  Translator: TBenchTranslator;
+  HitMs, HitFloor, FoundMs, FoundFloor, AbsentMs, AbsentFloor, OnMs, OffMs: Double;
+  I: Integer;
+begin
+  if not (Wanted('translation.hit') or Wanted('translation.miss_found') or
+    Wanted('translation.miss_absent') or Wanted('translation.inspector_refresh')) then
+    Exit;
+  DictFile := GetTempDir + 'qorbench-dict-' + IntToStr(GetProcessID) + '.xml';
+  WriteBenchDictionary(DictFile, 'resources/dict/qordesign-zh.xml');
+  TransMan := TQorTransMan.Create(DictFile);
+  Translator := TBenchTranslator.Create;
+  InspStage := TForm.CreateNew(nil);
+  InspForm := TForm.CreateNew(nil);
+  try
+    if not TransMan.OpenDb then
+      raise Exception.Create('the generated dictionary did not open');
+    QorTransCache.Clear;
+    // The hit keys enter the cache once, untimed.
+    for I := 1 to 10 do
+      TransMan.IdentToLabel(KindOf(SpreadKey(I)), DictType(SpreadKey(I)),
+        DictIdent(SpreadKey(I)), nil);
+    KeyIndex := 0;
+    FloorKey := 0;
+    HitMs := TimeIt(@TransHit, 2000, 5);
+    HitFloor := TimeIt(@LocateHitFloor, 10, 3);
+    KeyIndex := 100;
+    FloorKey := 100;
+    FoundMs := TimeIt(@TransMissFound, 2000, 5);
+    FoundFloor := TimeIt(@LocateFoundFloor, 10, 3);
+    KeyIndex := 0;
+    FloorKey := 0;
+    AbsentMs := TimeIt(@TransMissAbsent, 2000, 5);
+    AbsentFloor := TimeIt(@LocateAbsentFloor, 5, 3);
+    if Wanted('translation.hit') then
+      AddRow('translation.hit', 'locate_100000', HitMs, HitFloor);
+    if Wanted('translation.miss_found') then
+      AddRow('translation.miss_found', 'locate_100000', FoundMs, FoundFloor);
+    if Wanted('translation.miss_absent') then
+      AddRow('translation.miss_absent', 'locate_100000', AbsentMs, AbsentFloor);
+
+    // The inspector of the inspector rows, one button, the dictionary on.
+    InspStage.SetBounds(10, 10, 300, 300);
+    InspButton := TButton.Create(InspStage);
+    InspButton.Name := 'Button1';
+    InspButton.SetBounds(10, 10, 80, 26);
+    InspButton.Parent := InspStage;
+    InspStage.Show;
+    InspForm.SetBounds(620, 10, 320, 700);
+    Insp := TQorObjInspector.Create(InspForm);
+    Insp.Parent := InspForm;
+    Insp.Align := alClient;
+    Insp.OnTranslateIdent := @Translator.IdentToLabel;
+    Insp.OnTranslateToIdent := @Translator.LabelToIdent;
+    InspForm.Show;
+    Insp.SetActiveComponent(InspButton);
+    Application.ProcessMessages;
+    if Wanted('translation.inspector_refresh') then
+    begin
+      // On, off, on, off: each the best of both, so neither gains from
+      // going first.
+      OnMs := MaxInt;
+      OffMs := MaxInt;
+      for I := 1 to 2 do
+      begin
+        Insp.Translate := True;
+        Application.ProcessMessages;
+        OnMs := Min(OnMs, TimeIt(@InspRefresh, 20, 8));
+        Insp.Translate := False;
+        Application.ProcessMessages;
+        OffMs := Min(OffMs, TimeIt(@InspRefresh, 20, 8));
+      end;
+      AddRow('translation.inspector_refresh', 'inspector_refresh_untranslated', OnMs, OffMs);
+    end;
+  finally
+    InspForm.Free;
+    InspStage.Free;
+    Translator.Free;
+    FreeAndNil(TransMan);
+    DeleteFile(DictFile);
+  end;
+end;
+
 procedure WriteResults(const FileName: string);
 var
   Tsv: TStringList;
@@ -547,5 +816,6 @@ begin
     BenchUniqueName;
   BenchSurface;
   BenchInspector;
+  BenchTranslation;
   WriteResults(OutFile);
 end.

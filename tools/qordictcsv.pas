@@ -204,6 +204,10 @@ begin
       for K := 0 to 3 do
         DS.Fields[K].AsString := Row[K];
       DS.Post;
+      // TBufDataset searches its change log at each post: kept short, or a
+      // dictionary of 100,000 rows takes minutes.
+      if I mod 1000 = 999 then
+        DS.MergeChangeLog;
     end;
     DS.MergeChangeLog;
     DS.SaveToFile(DictFile, dfXML);

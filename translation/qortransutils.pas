@@ -271,8 +271,10 @@ begin
       Own := Item.CnLabel
     else
       Own := Item.Indent;
-    if SameText(Own, AText) and SameText(Item.TypeName, ATypeName) and
-      SameText(Item.TranTypeKind, ATranTypeKind) then
+    // SameText folds ASCII only: equal texts have equal lengths, and the
+    // length test spares the character walk of most misses.
+    if (Length(Own) = Length(AText)) and SameText(Own, AText) and
+      SameText(Item.TypeName, ATypeName) and SameText(Item.TranTypeKind, ATranTypeKind) then
     begin
       if IncFrequency then
         Inc(Item.Frequency);
@@ -366,9 +368,21 @@ end;
 
 {************ Translation manager }
 
-function IndexKey(const A, B, C: string): string; inline;
+{ AnsiUpperCase, without its round trip through wide characters when S is
+  plain ASCII (identifiers nearly always are): the same result there. }
+function KeyUpper(const S: string): string;
+var
+  I: Integer;
 begin
-  Result := AnsiUpperCase(A) + KeySep + AnsiUpperCase(B) + KeySep + AnsiUpperCase(C);
+  for I := 1 to Length(S) do
+    if Ord(S[I]) > 127 then
+      Exit(AnsiUpperCase(S));
+  Result := UpperCase(S);
+end;
+
+function IndexKey(const A, B, C: string): string;
+begin
+  Result := KeyUpper(A) + KeySep + KeyUpper(B) + KeySep + KeyUpper(C);
 end;
 
 constructor TQorTransMan.Create(const ADbFileName: string);
