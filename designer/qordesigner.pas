@@ -687,6 +687,12 @@ type
     procedure DelSelectedControls;
     procedure BringSelCtrlsToFront;
     procedure SendSelCtrlsToBack;
+    // arrange operations (Part 1.6)
+    procedure SetSelCtrlDesignAligment(HorzStyle, VertStyle: TQorDesignAlignmentStyle);
+    procedure SetSelCtrlDesignSize(WidthStyle, HeightStyle: TQorDesignSizeStyle;
+      AWidth, AHeight: Integer);
+    procedure ScaleControls(Percent: Integer; Style: TQorDesignScaleStyle);
+    procedure FlipChildren(Mode: TFlipChildrenMode);
     // stage image
     procedure GetStageBitmap(Bitmap: TBitmap);
     procedure GetStagePicture(Picture: TPicture);
@@ -753,6 +759,8 @@ procedure BroadcastToChildren(AParent: TWinControl; var Message: TLMessage);
 implementation
 
 uses
+  // RTL
+  SysConst,
   // LCL widgetset (qorwsfreeze.inc)
   {$IFDEF LCLGTK2}glib2, gdk2, gtk2, Gtk2Proc,{$ENDIF}
   // ours
