@@ -24,7 +24,7 @@ uses
   QorDesigner,
   // the suites
   QorGuiTest, TestRealInput, TestQorDesignerDefs, TestVhoRTTI, TestVhoSysUtils,
-  TestObjTranslate, TestQorTransUtils, TestQorDict, TestDesignSurface, TestSurfaceEdges, TestObjInspect, TestInspectorGui, TestDemo, TestArrange;
+  TestObjTranslate, TestQorTransUtils, TestQorDict, TestDesignSurface, TestSurfaceEdges, TestObjInspect, TestInspectorGui, TestDemo, TestArrange, TestVhoClipbrdUtils;
 
 type
 
@@ -172,6 +172,11 @@ begin
       Filter := Copy(ParamStr(I), Length('--filter=') + 1, MaxInt);
 
   Application.Initialize;
+  if ParamStr(1) = '--clip-paste' then
+  begin
+    RunClipboardPasteProcess;
+    Exit;
+  end;
   Listener := TPlainListener.Create;
   ListenerRef := Listener;
   TestResult := TTestResult.Create;

@@ -1,0 +1,253 @@
+{ QorDesign — designed components on the system clipboard (Part 3.3).
+
+  Copy writes each component's binary component stream ("TPF0", as
+  TStream.WriteComponent writes it) one after another, with no header, under
+  the private format "QOR Components"; paste reads the records back until the
+  block ends, places each control one offset step further until no control
+  of the paste parent stands exactly at its corner, and inserts it into the
+  owner. A record that cannot be read or inserted is skipped; the rest are
+  still read.
+
+  LCL mapping (PLATFORM.md): RegisterClipboardFormat is
+  ClipboardRegisterFormat, asked on first use (the widgetset is not there
+  yet when the unit starts); SetBuffer is Clear + AddFormat between Open and
+  Close; GlobalLock/GlobalSize are GetFormat into a memory stream, without
+  Open (the LCL's Open means "collect changes": an open clipboard reads its
+  own cache only). On X the
+  data lives in the copying process while it runs. FPC's
+  TReader.ReadRootComponent(nil) neither names the root through OnSetName
+  nor gives it Reader.Parent (the VCL's TControl.ReadState does): the root
+  control gets the paste parent right after it is read, before it is
+  placed, so the placing walk sees it as the Part says. }
+unit VhoClipbrdUtils;
+
+{$mode objfpc}{$H+}
+
+interface
+
+uses
+  // RTL / FCL
+  Classes, SysUtils, Contnrs,
+  // LCL
+  LCLType, LCLIntf, Controls, Clipbrd;
+
+type
+
+  { TVhoClipboard
+    The system clipboard with the component records of Part 3.3. }
+
+  TVhoClipboard = class(TClipboard)
+  private
+    FRenameDuplicates: Boolean;
+    procedure WriteWithChildren(Stream: TStream; AComponent: TComponent;
+      WithChildren: Boolean);
+    function PlaceAndInsert(AComponent, Owner, Parent: TComponent; DX, DY: Integer): Boolean;
+  public
+    { Writes the listed components (with their child controls, depth first,
+      when WithChildren) as the clipboard's whole content; an empty list
+      leaves the clipboard as it was. }
+    procedure SetComponents(Components: TComponentList; WithChildren: Boolean);
+    { Reads every record, puts each control under Parent shifted by (DX, DY)
+      steps off any control at its corner, inserts into Owner; the last
+      component read, or nil when the clipboard holds none. }
+    function GetComponents(Owner, Parent: TComponent; DX, DY: Integer): TComponent;
+    { Not in the Part (names are kept there): a pasted root whose name Owner
+      already has gets GetCompUniqueID's name instead of being skipped. The
+      design center sets it, since its paste "names them uniquely". }
+    property RenameDuplicates: Boolean read FRenameDuplicates write FRenameDuplicates;
+  end;
+
+{ The clipboard format "QOR Components": the same number in every program
+  that registers the name. }
+function CF_QorComponents: TClipboardFormat;
+
+{ The single clipboard object, made on first call, freed at unit shutdown. }
+function VhoClipboard: TVhoClipboard;
+
+implementation
+
+uses
+  // ours
+  VhoSysUtils;
+
+var
+  GClipboard: TVhoClipboard;
+  GFormat: TClipboardFormat;
+
+function CF_QorComponents: TClipboardFormat;
+begin
+  if GFormat = 0 then
+    GFormat := ClipboardRegisterFormat('QOR Components');
+  Result := GFormat;
+end;
+
+function VhoClipboard: TVhoClipboard;
+begin
+  if GClipboard = nil then
+    GClipboard := TVhoClipboard.Create;
+  Result := GClipboard;
+end;
+
+{************ TVhoClipboard }
+
+procedure TVhoClipboard.WriteWithChildren(Stream: TStream; AComponent: TComponent;
+  WithChildren: Boolean);
+var
+  I: Integer;
+begin
+  Stream.WriteComponent(AComponent);
+  if WithChildren and (AComponent is TWinControl) then
+    for I := 0 to TWinControl(AComponent).ControlCount - 1 do
+      WriteWithChildren(Stream, TWinControl(AComponent).Controls[I], True);
+end;
+
+procedure TVhoClipboard.SetComponents(Components: TComponentList; WithChildren: Boolean);
+var
+  Stream: TMemoryStream;
+  I: Integer;
+begin
+  if (Components = nil) or (Components.Count = 0) then
+    Exit;
+  Stream := TMemoryStream.Create;
+  try
+    Stream.Position := 0;
+    for I := 0 to Components.Count - 1 do
+      WriteWithChildren(Stream, Components[I], WithChildren);
+    Stream.Position := 0;
+    // SetBuffer of the Part: the whole clipboard content is replaced.
+    Open;
+    try
+      Clear;
+      AddFormat(CF_QorComponents, Stream);
+    finally
+      Close;
+    end;
+  finally
+    Stream.Free;
+  end;
+end;
+
+{ Step 3 and 4 of the Part's read loop; false when the component had to be
+  freed (placing or inserting raised). }
+function TVhoClipboard.PlaceAndInsert(AComponent, Owner, Parent: TComponent;
+  DX, DY: Integer): Boolean;
+var
+  L, T, I: Integer;
+  Host: TWinControl;
+  Found: Boolean;
+begin
+  Result := True;
+  try
+    if (AComponent is TControl) and (Parent is TWinControl) then
+    begin
+      Host := TWinControl(Parent);
+      TControl(AComponent).Parent := Host;
+      L := TControl(AComponent).Left;
+      T := TControl(AComponent).Top;
+      // The walk includes the pasted control at its stored place, so it
+      // always moves at least one step.
+      repeat
+        Found := False;
+        for I := 0 to Host.ControlCount - 1 do
+          if (Host.Controls[I].Left = L) and (Host.Controls[I].Top = T) then
+          begin
+            Found := True;
+            Break;
+          end;
+        if Found then
+        begin
+          Inc(L, DX);
+          Inc(T, DY);
+        end;
+      // With no offset the walk would never end (the control stands at its
+      // own corner): one look is all it gets.
+      until not Found or ((DX = 0) and (DY = 0));
+      TControl(AComponent).SetBounds(L, T, TControl(AComponent).Width,
+        TControl(AComponent).Height);
+    end;
+    if Owner <> nil then
+    begin
+      if (AComponent.Name <> '') and (Owner.FindComponent(AComponent.Name) <> nil) then
+      begin
+        // FPC's InsertComponent lets a second component of a name in; the
+        // VCL's refuses it, and the Part skips such a component.
+        if not FRenameDuplicates then
+          raise EComponentError.CreateFmt('Duplicate name: A component named "%s" already exists',
+            [AComponent.Name]);
+        AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
+      end;
+      Owner.InsertComponent(AComponent);
+    end;
+  except
+    AComponent.Free;
+    Result := False;
+  end;
+end;
+
+{ The offset of the next "TPF0" at or after From, or the stream's size. }
+function NextSignature(Stream: TMemoryStream; From: Int64): Int64;
+const
+  Sig: array[0..3] of Char = ('T', 'P', 'F', '0');
+var
+  P: PChar;
+  I: Int64;
+begin
+  P := PChar(Stream.Memory);
+  I := From;
+  while I <= Stream.Size - 4 do
+  begin
+    if (P[I] = Sig[0]) and (P[I + 1] = Sig[1]) and (P[I + 2] = Sig[2]) and (P[I + 3] = Sig[3]) then
+      Exit(I);
+    Inc(I);
+  end;
+  Result := Stream.Size;
+end;
+
+function TVhoClipboard.GetComponents(Owner, Parent: TComponent; DX, DY: Integer): TComponent;
+var
+  Stream: TMemoryStream;
+  Reader: TReader;
+  Component: TComponent;
+  Start: Int64;
+begin
+  Result := nil;
+  Stream := TMemoryStream.Create;
+  // No Open here: an open LCL clipboard answers from its own cache only,
+  // and another program's data would never be seen.
+  try
+    if not HasFormat(CF_QorComponents) or not GetFormat(CF_QorComponents, Stream) then
+      Exit;
+    Stream.Position := 0;
+    while Stream.Position < Stream.Size do
+    begin
+      Start := Stream.Position;
+      Component := nil;
+      Reader := TReader.Create(Stream, 4096);
+      try
+        Reader.Parent := Parent;
+        try
+          Component := Reader.ReadRootComponent(nil);
+        except
+          // A record that cannot be read is skipped (Part 3.3).
+          Component := nil;
+        end;
+      finally
+        // Freeing the reader puts the stream back where reading stopped.
+        Reader.Free;
+      end;
+      if Component = nil then
+        // The next record is where the next signature is: the failed one
+        // may have stopped anywhere inside itself (Part 3.3 lets later
+        // records fail then; finding them pastes what can be read).
+        Stream.Position := NextSignature(Stream, Start + 1)
+      else if PlaceAndInsert(Component, Owner, Parent, DX, DY) then
+        Result := Component;
+    end;
+  finally
+    Stream.Free;
+  end;
+end;
+
+finalization
+  FreeAndNil(GClipboard);
+end.
