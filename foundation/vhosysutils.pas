@@ -80,6 +80,9 @@ function GetObjectsParentClass(List: TObjectList): TClass;
 function ControlCountInCompList(List: TComponentList): Integer;
 procedure RemoveComponentFromCompList(List: TComponentList);
 procedure CloneComponent(Source, Dest: TComponent);
+{ Frees AComponent as the VCL does: a windowed control's child controls go
+  with it, depth first (the LCL only takes them off their parent). }
+procedure FreeComponentAndChildren(AComponent: TComponent);
 
 implementation
 
@@ -411,6 +414,19 @@ begin
   finally
     Stream.Free;
   end;
+end;
+
+procedure FreeComponentAndChildren(AComponent: TComponent);
+var
+  W: TWinControl;
+begin
+  if AComponent is TWinControl then
+  begin
+    W := TWinControl(AComponent);
+    while W.ControlCount > 0 do
+      FreeComponentAndChildren(W.Controls[W.ControlCount - 1]);
+  end;
+  AComponent.Free;
 end;
 
 end.

@@ -94,6 +94,7 @@ type
   public
     constructor Create;
     destructor Destroy; override;
+    procedure Clear; override;
     function AddItem(const ATranTypeKind, ATypeName, AIndent, ACnLabel: string): Integer;
     function Add(Item: TQorTransCacheItem; AFrequency: Integer): Integer; overload;
     function LocateIdent(const ATranTypeKind, ATypeName, AIndent: string;
@@ -215,12 +216,19 @@ end;
 { The Part lets the entries outlive the cache; they are freed here, since
   the program's heap check counts them as lost (docs/platform-notes.md). }
 destructor TQorTransCache.Destroy;
+begin
+  Clear;
+  inherited Destroy;
+end;
+
+{ Empties the cache and frees its entries (TList.Clear would lose them). }
+procedure TQorTransCache.Clear;
 var
   I: Integer;
 begin
   for I := 0 to Count - 1 do
     TObject(Items[I]).Free;
-  inherited Destroy;
+  inherited Clear;
 end;
 
 function TQorTransCache.GetTransItems(Index: Integer): TQorTransCacheItem;

@@ -28,7 +28,6 @@ type
     function NewButton(AParent: TWinControl; const AName: string;
       ALeft, ATop, AWidth, AHeight: Integer): TButton;
     function NewPanel(const AName: string; ALeft, ATop, AWidth, AHeight: Integer): TPanel;
-    procedure SelectOnly(const Controls: array of TControl);
   protected
     procedure SetUp; override;
   published
@@ -79,19 +78,6 @@ begin
   Result.Name := AName;
   Result.Parent := Stage;
   Result.SetBounds(ALeft, ATop, AWidth, AHeight);
-end;
-
-procedure TTestArrange.SelectOnly(const Controls: array of TControl);
-var
-  I: Integer;
-begin
-  for I := 0 to High(Controls) do
-    if I = 0 then
-      Manager.SelectControl(Controls[I], Point(-1, -1), csmSelect, True, False)
-    else
-      Manager.SelectControl(Controls[I], Point(-1, -1), csmAdd, True, False);
-  DrainMessages(30);
-  AssertEquals('selected', Length(Controls), Manager.SelectedComps.Count);
 end;
 
 procedure TTestArrange.TestTwoButtonsAt10And200AlignLeftRightAndCentersTo10_200_96;

@@ -52,6 +52,8 @@ type
     { Gives the sizer of C the LCL and the widgetset focus. }
     procedure FocusSizerOf(C: TControl);
     procedure WaitForComponent(const AName: string);
+    { Selects the controls by calls, the first alone, the rest added. }
+    procedure SelectOnly(const Controls: array of TControl);
   end;
 
   { TTestDesignSurface }
@@ -155,6 +157,19 @@ begin
   Center := TQorDesignCenter.Create(Stage);
   Center.Name := 'DesignCenter1';
   Center.DesignManager := Manager;
+end;
+
+procedure TQorSurfaceTestCase.SelectOnly(const Controls: array of TControl);
+var
+  I: Integer;
+begin
+  for I := 0 to High(Controls) do
+    if I = 0 then
+      Manager.SelectControl(Controls[I], Point(-1, -1), csmSelect, True, False)
+    else
+      Manager.SelectControl(Controls[I], Point(-1, -1), csmAdd, True, False);
+  DrainMessages(30);
+  AssertEquals('selected', Length(Controls), Manager.SelectedComps.Count);
 end;
 
 procedure TQorSurfaceTestCase.StartDesigning;
