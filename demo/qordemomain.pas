@@ -6,10 +6,15 @@
   provisional palette (arrow, TButton, TLabel, TEdit, TPanel) until the
   palette component (Part 6.2) replaces it; the tree area waits for its
   issue. The inspector area has the switch between identifiers and the
-  Chinese labels of the shipped dictionary (Parts 4.2 and 2.2).
+  Chinese labels of the shipped dictionary (Parts 4.2 and 2.2). The menu
+  bar has the Edit commands (cut, copy, paste, delete, select all) and the
+  Arrange operations of Part 1.6, all through the design center (Part 5.1);
+  their shortcuts work while the stage has the keyboard, and leave the
+  inspector's editors their own Ctrl+C, Ctrl+V, Ctrl+X and Ctrl+A.
 
   Sections:
     - TQorDemoMain
+    - Menus
     - Labels
     - Stage
     - Screenshot }
@@ -23,7 +28,8 @@ uses
   // RTL / FCL
   Classes, SysUtils, TypInfo,
   // LCL
-  LCLType, LCLIntf, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
+  LCLType, LCLIntf, LMessages, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
+  Menus,
   // ours
   QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils;
 
@@ -45,7 +51,14 @@ type
     FPaletteButtons: array of TSpeedButton;
     FStatus: TLabel;
     FLabelsSwitch: TCheckBox;
+    FMainMenu: TMainMenu;
     procedure BuildPalette;
+    procedure BuildMenus;
+    function AddItem(AParent: TMenuItem; const ACaption: string; AShortCut: TShortCut;
+      ATag: Integer; AHandler: TNotifyEvent): TMenuItem;
+    procedure EditClick(Sender: TObject);
+    procedure ArrangeClick(Sender: TObject);
+    procedure AppShortcut(var Msg: TLMKey; var Handled: Boolean);
     procedure BuildLabelsSwitch;
     procedure LabelsSwitchClick(Sender: TObject);
     procedure ShowPaletteCaptions;
@@ -62,6 +75,10 @@ type
     procedure MainClose(Sender: TObject; var CloseAction: TCloseAction);
   public
     constructor CreateNew(AOwner: TComponent; Num: Integer = 0); override;
+    destructor Destroy; override;
+    { The menu's shortcuts, except while an inspector editor has the keys. }
+    function IsShortcut(var Message: TLMKey): Boolean; override;
+    property MainMenu: TMainMenu read FMainMenu;
     property PaletteArea: TPanel read FPaletteArea;
     property TreeArea: TPanel read FTreeArea;
     property InspectorArea: TPanel read FInspectorArea;
@@ -109,9 +126,21 @@ begin
   HintLabel.BorderSpacing.Around := 8;
   HintLabel.Caption := 'The stage form is the form being designed.';
   OnClose := @MainClose;
+  // Pasting finds classes by name (Part 3.3): the stage's and the palette's.
+  RegisterClasses([TButton, TLabel, TEdit, TPanel, TMemo, TCheckBox]);
   BuildStage;
   BuildPalette;
   BuildLabelsSwitch;
+  BuildMenus;
+  // The stage is another window: its key presses reach the menu here.
+  Application.OnShortcut := @AppShortcut;
+end;
+
+destructor TQorDemoMain.Destroy;
+begin
+  if Application.OnShortcut = @AppShortcut then
+    Application.OnShortcut := nil;
+  inherited Destroy;
 end;
 
 const
@@ -232,6 +261,144 @@ begin
   Header.BorderSpacing.Around := 4;
   Header.Font.Style := [fsBold];
   Header.Caption := ACaption;
+end;
+
+{************ Menus }
+
+const
+  EditCut = 1;
+  EditCopy = 2;
+  EditPaste = 3;
+  EditDelete = 4;
+  EditSelectAll = 5;
+
+type
+  TArrangeCommand = record
+    Caption: string;
+    Kind: Char;   // 'A' align, 'S' size, 'C' scale, 'F' flip, 'Z' z-order
+    H, V: TQorDesignAlignmentStyle;
+    W, Ht: TQorDesignSizeStyle;
+    Number: Integer;
+  end;
+
+const
+  ArrangeCommands: array[0..16] of TArrangeCommand = (
+    (Caption: 'Align &Left Edges'; Kind: 'A'; H: asLeftOrTop; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Align &Right Edges'; Kind: 'A'; H: asRightOrBottom; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Align &Tops'; Kind: 'A'; H: asNoChange; V: asLeftOrTop;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Align &Bottoms'; Kind: 'A'; H: asNoChange; V: asRightOrBottom;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Align Horizontal &Centers'; Kind: 'A'; H: asCenters; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Align &Vertical Centers'; Kind: 'A'; H: asNoChange; V: asCenters;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Center &Horizontally in Window'; Kind: 'A'; H: asCenterInWindow; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Center Vertically in &Window'; Kind: 'A'; H: asNoChange; V: asCenterInWindow;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Space &Equally Horizontally'; Kind: 'A'; H: asSpaceEqual; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Space Equally Verticall&y'; Kind: 'A'; H: asNoChange; V: asSpaceEqual;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Same &Width (Largest)'; Kind: 'S'; H: asNoChange; V: asNoChange;
+      W: ssToLargest; Ht: ssNoChange; Number: 0),
+    (Caption: 'Same Height (Lar&gest)'; Kind: 'S'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssToLargest; Number: 0),
+    (Caption: '&Scale Selected 200%'; Kind: 'C'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 200),
+    (Caption: 'Scale Selected 50%'; Kind: 'C'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 50),
+    (Caption: '&Flip Children of Selected'; Kind: 'F'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0),
+    (Caption: 'Bring to &Front'; Kind: 'Z'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 1),
+    (Caption: 'Send to Bac&k'; Kind: 'Z'; H: asNoChange; V: asNoChange;
+      W: ssNoChange; Ht: ssNoChange; Number: 0));
+
+function TQorDemoMain.AddItem(AParent: TMenuItem; const ACaption: string;
+  AShortCut: TShortCut; ATag: Integer; AHandler: TNotifyEvent): TMenuItem;
+begin
+  Result := TMenuItem.Create(Self);
+  Result.Caption := ACaption;
+  Result.ShortCut := AShortCut;
+  Result.Tag := ATag;
+  Result.OnClick := AHandler;
+  AParent.Add(Result);
+end;
+
+procedure TQorDemoMain.BuildMenus;
+var
+  Edit, Arrange: TMenuItem;
+  I: Integer;
+begin
+  FMainMenu := TMainMenu.Create(Self);
+  Edit := AddItem(FMainMenu.Items, '&Edit', 0, 0, nil);
+  AddItem(Edit, 'Cu&t', ShortCut(VK_X, [ssCtrl]), EditCut, @EditClick);
+  AddItem(Edit, '&Copy', ShortCut(VK_C, [ssCtrl]), EditCopy, @EditClick);
+  AddItem(Edit, '&Paste', ShortCut(VK_V, [ssCtrl]), EditPaste, @EditClick);
+  // The stage deletes on the Delete key itself (Part 1.5).
+  AddItem(Edit, '&Delete', 0, EditDelete, @EditClick);
+  AddItem(Edit, 'Select &All', ShortCut(VK_A, [ssCtrl]), EditSelectAll, @EditClick);
+  Arrange := AddItem(FMainMenu.Items, '&Arrange', 0, 0, nil);
+  for I := 0 to High(ArrangeCommands) do
+    AddItem(Arrange, ArrangeCommands[I].Caption, 0, I, @ArrangeClick);
+  Menu := FMainMenu;
+end;
+
+procedure TQorDemoMain.EditClick(Sender: TObject);
+begin
+  if not FManager.IsDesigning then
+    Exit;
+  case TMenuItem(Sender).Tag of
+    EditCut: FCenter.CutSelComps;
+    EditCopy: FCenter.CopySelComps;
+    EditPaste: FCenter.PasteComps;
+    EditDelete: FCenter.DelSelCtrls;
+    EditSelectAll: FCenter.SelectAllControls;
+  end;
+end;
+
+procedure TQorDemoMain.ArrangeClick(Sender: TObject);
+var
+  C: TArrangeCommand;
+begin
+  if not FManager.IsDesigning then
+    Exit;
+  C := ArrangeCommands[TMenuItem(Sender).Tag];
+  try
+    case C.Kind of
+      'A': FManager.SetSelCtrlDesignAligment(C.H, C.V);
+      'S': FManager.SetSelCtrlDesignSize(C.W, C.Ht, -1, -1);
+      'C': FManager.ScaleControls(C.Number, ssSelected);
+      'F': FManager.FlipChildren(fcSelected);
+      'Z':
+        if C.Number = 1 then
+          FManager.BringSelCtrlsToFront
+        else
+          FManager.SendSelCtrlsToBack;
+    end;
+  except
+    // Spacing one control divides by zero (Part 1.6): say so, keep going.
+    on E: EZeroDivide do
+      FStatus.Caption := 'Space equally needs two or more controls.';
+  end;
+end;
+
+function TQorDemoMain.IsShortcut(var Message: TLMKey): Boolean;
+begin
+  if (ActiveControl <> nil) and ((ActiveControl = FInspector) or
+    FInspector.IsParentOf(ActiveControl)) then
+    Exit(False);
+  Result := inherited IsShortcut(Message);
+end;
+
+procedure TQorDemoMain.AppShortcut(var Msg: TLMKey; var Handled: Boolean);
+begin
+  if Screen.ActiveCustomForm = FStage then
+    Handled := FMainMenu.IsShortCut(Msg);
 end;
 
 {************ Labels }

@@ -135,6 +135,7 @@ var
   L, T, I: Integer;
   Host: TWinControl;
   Found: Boolean;
+  Caption: TCaption;
 begin
   Result := True;
   try
@@ -174,7 +175,16 @@ begin
         if not FRenameDuplicates then
           raise EComponentError.CreateFmt('Duplicate name: A component named "%s" already exists',
             [AComponent.Name]);
-        AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
+        // Renaming a control whose caption is its name would rename the
+        // caption too: the copy keeps the caption it was copied with.
+        if AComponent is TControl then
+        begin
+          Caption := TControl(AComponent).Caption;
+          AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
+          TControl(AComponent).Caption := Caption;
+        end
+        else
+          AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
       end;
       Owner.InsertComponent(AComponent);
     end;

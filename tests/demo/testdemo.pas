@@ -13,9 +13,10 @@ uses
   // RTL / FCL
   Classes, SysUtils, fpcunit, testregistry,
   // LCL
-  Controls, StdCtrls, Forms,
+  Controls, StdCtrls, Forms, Clipbrd,
   // ours
-  QorGuiTest, QorTransUtils, ObjInspect, QorDemoMain, TestInspectorGui;
+  QorGuiTest, QorDesigner, QorTransUtils, ObjInspect, VhoClipbrdUtils, QorDemoMain,
+  TestInspectorGui;
 
 type
 
@@ -39,6 +40,10 @@ type
     procedure TestLabelsSwitchShowsChineseNamesAndValuesAndBack;
     procedure TestChineseLabelTypedIntoAlignSetsTheIdentifier;
     procedure TestUnknownLabelTypedIntoAlignIsRefusedAndAlignStays;
+    procedure TestCtrlCThenCtrlVOnTheStagePastesACopyBesideIt;
+    procedure TestCtrlXCutsAndCtrlASelectsAllInEveryList;
+    procedure TestCtrlCInAnInspectorEditorCopiesTextNotComponents;
+    procedure TestArrangeMenuAlignsTheSelectionsLeftEdges;
   end;
 
 implementation
@@ -255,6 +260,147 @@ begin
   AssertTrue('names the value: ' + FErrors.Text, Pos('上面', FErrors[0]) > 0);
   AssertEquals('Align unchanged', Ord(alNone), Ord(Stage('Edit1').Align));
   AssertWait('row shows 无 again', @ShowsLabelAgain);
+end;
+
+procedure TTestDemo.TestCtrlCThenCtrlVOnTheStagePastesACopyBesideIt;
+var
+  Button: TControl;
+
+  function Selected: Boolean;
+  begin
+    Result := (Main.Manager.SelectedComps.Count = 1) and
+      (Main.Manager.SelectedComps[0] = Button);
+  end;
+
+  function Pasted: Boolean;
+  begin
+    Result := Main.Stage.FindComponent('Button2') <> nil;
+  end;
+
+var
+  Copy: TControl;
+begin
+  Button := Stage('Button1');
+  StartDesigning;
+  Click(Button, 20, 10);
+  AssertWait('Button1 selected', @Selected);
+  PressKey('ctrl+c');
+  DrainMessages(100);
+  PressKey('ctrl+v');
+  AssertWait('a copy pasted as Button2', @Pasted);
+  Copy := Stage('Button2');
+  AssertSame('into Button1''s container', Button.Parent, Copy.Parent);
+  AssertEquals('4 to the right', Button.Left + 4, Copy.Left);
+  AssertEquals('4 down', Button.Top + 4, Copy.Top);
+  AssertEquals('same caption', Button.Caption, Copy.Caption);
+  AssertTrue('designed like the rest', csDesigning in Copy.ComponentState);
+  AssertEquals('no error', '', FErrors.Text);
+end;
+
+procedure TTestDemo.TestCtrlXCutsAndCtrlASelectsAllInEveryList;
+var
+  Edit: TControl;
+
+  function Selected: Boolean;
+  begin
+    Result := (Main.Manager.SelectedComps.Count = 1) and
+      (Main.Manager.SelectedComps[0] = Edit);
+  end;
+
+  function Cut: Boolean;
+  begin
+    Result := Main.Stage.FindComponent('Edit1') = nil;
+  end;
+
+  function AllSelected: Boolean;
+  begin
+    Result := Main.Manager.SelectedComps.Count > 3;
+  end;
+
+  function Back: Boolean;
+  begin
+    Result := Main.Stage.FindComponent('Edit1') <> nil;
+  end;
+
+var
+  I: Integer;
+begin
+  Edit := Stage('Edit1');
+  StartDesigning;
+  Click(Edit, 20, 10);
+  AssertWait('Edit1 selected', @Selected);
+  PressKey('ctrl+x');
+  AssertWait('Edit1 cut away', @Cut);
+  AssertEquals('the stage selected', 'StageForm', Main.Manager.SelectedComps[0].Name);
+  PressKey('ctrl+a');
+  AssertWait('all selected', @AllSelected);
+  AssertEquals('center as manager', Main.Manager.SelectedComps.Count,
+    Main.Center.SelectedComps.Count);
+  for I := 0 to Main.Center.SelectedComps.Count - 1 do
+    AssertSame('same order', Main.Manager.SelectedComps[I], Main.Center.SelectedComps[I]);
+  AssertEquals('the inspector shows them all', Main.Manager.SelectedComps.Count,
+    Main.Inspector.PropList.BasedObjects.Count);
+  PressKey('ctrl+v');
+  AssertWait('Edit1 pasted back', @Back);
+end;
+
+procedure TTestDemo.TestCtrlCInAnInspectorEditorCopiesTextNotComponents;
+var
+  R: Integer;
+
+  function EditorOnRow: Boolean;
+  begin
+    Result := (Main.Inspector.Row = R) and (Main.Inspector.Editor <> nil) and
+      Main.Inspector.Editor.Visible and Main.Inspector.Editor.Focused;
+  end;
+
+begin
+  StartDesigning;
+  Main.Center.SelectAllControls;
+  Main.Center.CopySelComps;
+  Main.Inspector.SetActiveComponent(Main.Stage);
+  R := RowOf('Caption');
+  // The first click brings the designer window the keyboard (no window
+  // manager), the second opens the editor.
+  ClickGridCell(Main.Inspector, 0, R);
+  ClickGridCell(Main.Inspector, 1, R);
+  AssertWait('editor on Caption', @EditorOnRow);
+  PressKey('ctrl+a');
+  PressKey('ctrl+c');
+  DrainMessages(100);
+  AssertFalse('no component data any more: text was copied',
+    Clipboard.HasFormat(CF_QorComponents));
+  AssertEquals('the caption''s text', Main.Stage.Caption, Clipboard.AsText);
+end;
+
+procedure TTestDemo.TestArrangeMenuAlignsTheSelectionsLeftEdges;
+var
+  Edit, Box: TControl;
+  Origin: TPoint;
+
+  function Aligned: Boolean;
+  begin
+    Result := Box.Left = Edit.Left;
+  end;
+
+begin
+  Edit := Stage('Edit1');
+  Box := Stage('CheckBox1');
+  Box.Left := Edit.Left + 30;
+  StartDesigning;
+  Main.Manager.SelectControl(Edit, Point(-1, -1), csmSelect, True, False);
+  Main.Manager.SelectControl(Box, Point(-1, -1), csmAdd, True, False);
+  DrainMessages(50);
+  // The menu bar is above the client area: "Edit" first, then "Arrange".
+  Origin := Main.ClientToScreen(Point(0, 0));
+  XDo(Format('mousemove --sync %d %d', [Origin.X + 60, Origin.Y - 10]));
+  XDo(Format('mousemove --sync %d %d', [Origin.X + 62, Origin.Y - 10]));
+  XDo('click 1');
+  DrainMessages(300);
+  PressKey('Down');
+  PressKey('Return');
+  AssertWait('CheckBox1 moved to Edit1''s left edge', @Aligned);
+  AssertEquals('Edit1 stays', Edit.Left, Box.Left);
 end;
 
 initialization
