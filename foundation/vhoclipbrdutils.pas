@@ -27,7 +27,7 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils, Contnrs,
+  Classes, SysUtils, Contnrs, FGL,
   // LCL
   LCLType, LCLIntf, Controls, Clipbrd;
 
@@ -41,7 +41,10 @@ type
     FRenameDuplicates: Boolean;
     procedure WriteWithChildren(Stream: TStream; AComponent: TComponent;
       WithChildren: Boolean);
-    function PlaceAndInsert(AComponent, Owner, Parent: TComponent; DX, DY: Integer): Boolean;
+    function PlaceAndInsert(AComponent, Owner, Parent: TComponent; DX, DY: Integer;
+      Index: TObject): Boolean;
+    function ReadRecords(Stream: TMemoryStream; Owner, Parent: TComponent;
+      DX, DY: Integer): TComponent;
   public
     { Writes the listed components (with their child controls, depth first,
       when WithChildren) as the clipboard's whole content; an empty list
@@ -127,34 +130,134 @@ begin
   end;
 end;
 
+{ TPasteIndex
+  What the placing walk and the name check ask of the paste parent and the
+  owner, kept for one paste: the corners of the parent's controls (how many
+  stand at each) and the owner's component names. The Part scans the
+  parent's controls at every step and FindComponent scans the owner's
+  components: quadratic for a paste of a thousand components onto a
+  thousand. The answers are the same: while the paste runs the parent does
+  not align (GetComponents disables it), so only the pasted control moves. }
+
+type
+  TCornerMap = specialize TFPGMap<Int64, Integer>;
+
+  TPasteIndex = class
+  private
+    FCorners: TCornerMap;
+    FNames: TFPStringHashTable;
+  public
+    constructor Create(Owner, Parent: TComponent);
+    destructor Destroy; override;
+    procedure AddCorner(L, T: Integer);
+    procedure RemoveCorner(L, T: Integer);
+    function HasCorner(L, T: Integer): Boolean;
+    function HasName(const AName: string): Boolean;
+    procedure AddName(const AName: string);
+  end;
+
+function CornerKey(L, T: Integer): Int64; inline;
+begin
+  Result := (Int64(L) shl 32) or Int64(Cardinal(T));
+end;
+
+constructor TPasteIndex.Create(Owner, Parent: TComponent);
+var
+  I: Integer;
+begin
+  inherited Create;
+  FCorners := TCornerMap.Create;
+  FCorners.Sorted := True;
+  FNames := TFPStringHashTable.Create;
+  if Parent is TWinControl then
+    for I := 0 to TWinControl(Parent).ControlCount - 1 do
+      AddCorner(TWinControl(Parent).Controls[I].Left, TWinControl(Parent).Controls[I].Top);
+  if Owner <> nil then
+    for I := 0 to Owner.ComponentCount - 1 do
+      AddName(Owner.Components[I].Name);
+end;
+
+destructor TPasteIndex.Destroy;
+begin
+  FNames.Free;
+  FCorners.Free;
+  inherited Destroy;
+end;
+
+procedure TPasteIndex.AddCorner(L, T: Integer);
+var
+  I: Integer;
+begin
+  I := FCorners.IndexOf(CornerKey(L, T));
+  if I >= 0 then
+    FCorners.Data[I] := FCorners.Data[I] + 1
+  else
+    FCorners.Add(CornerKey(L, T), 1);
+end;
+
+procedure TPasteIndex.RemoveCorner(L, T: Integer);
+var
+  I: Integer;
+begin
+  I := FCorners.IndexOf(CornerKey(L, T));
+  if I < 0 then
+    Exit;
+  if FCorners.Data[I] > 1 then
+    FCorners.Data[I] := FCorners.Data[I] - 1
+  else
+    FCorners.Delete(I);
+end;
+
+function TPasteIndex.HasCorner(L, T: Integer): Boolean;
+begin
+  Result := FCorners.IndexOf(CornerKey(L, T)) >= 0;
+end;
+
+{ Component names are identifiers (ASCII), compared without case as
+  FindComponent does. }
+function TPasteIndex.HasName(const AName: string): Boolean;
+begin
+  Result := FNames.Find(UpperCase(AName)) <> nil;
+end;
+
+procedure TPasteIndex.AddName(const AName: string);
+begin
+  if (AName <> '') and not HasName(AName) then
+    FNames.Add(UpperCase(AName), '');
+end;
+
 { Step 3 and 4 of the Part's read loop; false when the component had to be
   freed (placing or inserting raised). }
 function TVhoClipboard.PlaceAndInsert(AComponent, Owner, Parent: TComponent;
-  DX, DY: Integer): Boolean;
+  DX, DY: Integer; Index: TObject): Boolean;
 var
-  L, T, I: Integer;
+  L, T, L0, T0: Integer;
   Host: TWinControl;
-  Found: Boolean;
+  Found, Placed: Boolean;
   Caption: TCaption;
+  Idx: TPasteIndex;
 begin
   Result := True;
+  Idx := TPasteIndex(Index);
+  Placed := False;
+  L0 := 0;
+  T0 := 0;
   try
     if (AComponent is TControl) and (Parent is TWinControl) then
     begin
       Host := TWinControl(Parent);
-      TControl(AComponent).Parent := Host;
       L := TControl(AComponent).Left;
       T := TControl(AComponent).Top;
-      // The walk includes the pasted control at its stored place, so it
-      // always moves at least one step.
+      L0 := L;
+      T0 := T;
+      // The walk includes the pasted control at its stored place (the Part
+      // makes it a child first), so it always moves at least one step. The
+      // index counts it there; it joins the parent once placed, which spares
+      // the parent a move of its new child.
+      Idx.AddCorner(L, T);
+      Placed := True;
       repeat
-        Found := False;
-        for I := 0 to Host.ControlCount - 1 do
-          if (Host.Controls[I].Left = L) and (Host.Controls[I].Top = T) then
-          begin
-            Found := True;
-            Break;
-          end;
+        Found := Idx.HasCorner(L, T);
         if Found then
         begin
           Inc(L, DX);
@@ -165,10 +268,15 @@ begin
       until not Found or ((DX = 0) and (DY = 0));
       TControl(AComponent).SetBounds(L, T, TControl(AComponent).Width,
         TControl(AComponent).Height);
+      TControl(AComponent).Parent := Host;
+      Idx.RemoveCorner(L0, T0);
+      Idx.AddCorner(TControl(AComponent).Left, TControl(AComponent).Top);
+      L0 := TControl(AComponent).Left;
+      T0 := TControl(AComponent).Top;
     end;
     if Owner <> nil then
     begin
-      if (AComponent.Name <> '') and (Owner.FindComponent(AComponent.Name) <> nil) then
+      if (AComponent.Name <> '') and Idx.HasName(AComponent.Name) then
       begin
         // FPC's InsertComponent lets a second component of a name in; the
         // VCL's refuses it, and the Part skips such a component.
@@ -187,8 +295,11 @@ begin
           AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
       end;
       Owner.InsertComponent(AComponent);
+      Idx.AddName(AComponent.Name);
     end;
   except
+    if Placed then
+      Idx.RemoveCorner(L0, T0);
     AComponent.Free;
     Result := False;
   end;
@@ -213,21 +324,18 @@ begin
   Result := Stream.Size;
 end;
 
-function TVhoClipboard.GetComponents(Owner, Parent: TComponent; DX, DY: Integer): TComponent;
+{ Reads the records one by one (Part 3.3). }
+function TVhoClipboard.ReadRecords(Stream: TMemoryStream; Owner, Parent: TComponent;
+  DX, DY: Integer): TComponent;
 var
-  Stream: TMemoryStream;
   Reader: TReader;
   Component: TComponent;
   Start: Int64;
+  Index: TPasteIndex;
 begin
   Result := nil;
-  Stream := TMemoryStream.Create;
-  // No Open here: an open LCL clipboard answers from its own cache only,
-  // and another program's data would never be seen.
+  Index := TPasteIndex.Create(Owner, Parent);
   try
-    if not HasFormat(CF_QorComponents) or not GetFormat(CF_QorComponents, Stream) then
-      Exit;
-    Stream.Position := 0;
     while Stream.Position < Stream.Size do
     begin
       Start := Stream.Position;
@@ -250,8 +358,41 @@ begin
         // may have stopped anywhere inside itself (Part 3.3 lets later
         // records fail then; finding them pastes what can be read).
         Stream.Position := NextSignature(Stream, Start + 1)
-      else if PlaceAndInsert(Component, Owner, Parent, DX, DY) then
+      else if PlaceAndInsert(Component, Owner, Parent, DX, DY, Index) then
         Result := Component;
+    end;
+  finally
+    Index.Free;
+  end;
+end;
+
+function TVhoClipboard.GetComponents(Owner, Parent: TComponent; DX, DY: Integer): TComponent;
+var
+  Stream: TMemoryStream;
+begin
+  Result := nil;
+  Stream := TMemoryStream.Create;
+  try
+    // No Open here: an open LCL clipboard answers from its own cache only,
+    // and another program's data would never be seen.
+    if not HasFormat(CF_QorComponents) or not GetFormat(CF_QorComponents, Stream) then
+      Exit;
+    Stream.Position := 0;
+    // One layout pass for the whole paste, not one per pasted control (the
+    // LCL re-aligns and re-sizes the parent at each new child).
+    if Parent is TWinControl then
+    begin
+      TWinControl(Parent).DisableAutoSizing;
+      TWinControl(Parent).DisableAlign;
+    end;
+    try
+      Result := ReadRecords(Stream, Owner, Parent, DX, DY);
+    finally
+      if Parent is TWinControl then
+      begin
+        TWinControl(Parent).EnableAlign;
+        TWinControl(Parent).EnableAutoSizing;
+      end;
     end;
   finally
     Stream.Free;

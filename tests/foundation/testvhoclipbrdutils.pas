@@ -41,6 +41,7 @@ type
     procedure TestCopyingAnEmptySelectionLeavesTheClipboardAsItWas;
     procedure TestPastingIntoTheSameParentOffsetsOnceThenTwice;
     procedure TestPastingANonVisualComponentChangesNoPosition;
+    procedure TestPasteWalksPastControlsStandingAtTheNextCorners;
     procedure TestPastingWithNilOwnerCreatesComponentsWithoutOwner;
     procedure TestClipboardWithAnotherFormatOnlyGivesNil;
     procedure TestPanelCaptionFontButtonAndNonVisualTravelWithTheirProperties;
@@ -220,6 +221,33 @@ begin
   AssertEquals('second copy left', 28, TControl(Second).Left);
   AssertEquals('second copy top', 38, TControl(Second).Top);
   AssertEquals('the original stays', 20, P.Left);
+end;
+
+procedure TTestVhoClipbrdUtils.TestPasteWalksPastControlsStandingAtTheNextCorners;
+var
+  P: TPanel;
+  Blocker1, Blocker2: TButton;
+  C: TComponent;
+begin
+  P := NewPanel;
+  CopyOf([P]);
+  // Controls already at (24, 34) and (28, 38): the copy goes on to (32, 42).
+  Blocker1 := TButton.Create(Form);
+  Blocker1.Name := 'Blocker1';
+  Blocker1.Parent := Form;
+  Blocker1.SetBounds(24, 34, 10, 10);
+  Blocker2 := TButton.Create(Form);
+  Blocker2.Name := 'Blocker2';
+  Blocker2.Parent := Form;
+  Blocker2.SetBounds(28, 38, 10, 10);
+  C := Paste(nil, Form);
+  AssertNotNull('pasted', C);
+  AssertEquals('left after three steps', 32, TControl(C).Left);
+  AssertEquals('top after three steps', 42, TControl(C).Top);
+  // A paste with the offsets 0 looks once and stays.
+  C := VhoClipboard.GetComponents(nil, Form, 0, 0);
+  Pasted.Add(C);
+  AssertEquals('no offset: stays at its place', 20, TControl(C).Left);
 end;
 
 procedure TTestVhoClipbrdUtils.TestPastingANonVisualComponentChangesNoPosition;
