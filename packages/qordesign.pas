@@ -8,7 +8,7 @@ unit QorDesign;
 interface
 
 uses
-  QorDesigner, VhoRTTI, VhoSysUtils, ObjTranslate, QorTransUtils, QorDesignConsole, ObjInspect, VhoClipbrdUtils;
+  QorDesigner, VhoRTTI, VhoSysUtils, ObjTranslate, QorTransUtils, QorDesignConsole, ObjInspect, VhoClipbrdUtils, VhoDesignIntfImpls, QorDesignIntfImpls;
 
 implementation
 
