@@ -8,7 +8,9 @@
   issue. The inspector area has the switch between identifiers and the
   Chinese labels of the shipped dictionary (Parts 4.2 and 2.2). The menu
   bar has the Edit commands (cut, copy, paste, delete, select all) and the
-  Arrange operations of Part 1.6, all through the design center (Part 5.1);
+  Arrange operations of Part 1.6, all through the design center (Part 5.1),
+  and a Component menu with the verbs of the selected component's Lazarus
+  component editor, run with the designer of Part 5.2;
   their shortcuts work while the stage has the keyboard, and leave the
   inspector's editors their own Ctrl+C, Ctrl+V, Ctrl+X and Ctrl+A.
 
@@ -29,9 +31,11 @@ uses
   Classes, SysUtils, TypInfo,
   // LCL
   LCLType, LCLIntf, LMessages, Graphics, Controls, StdCtrls, ExtCtrls, Buttons, Forms,
-  Menus,
+  Menus, ComCtrls, Grids,
+  // IDEIntf
+  ComponentEditors,
   // ours
-  QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils;
+  QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils, QorDesignIntfImpls;
 
 type
 
@@ -52,6 +56,9 @@ type
     FStatus: TLabel;
     FLabelsSwitch: TCheckBox;
     FMainMenu: TMainMenu;
+    FComponentMenu: TMenuItem;
+    procedure RebuildVerbs;
+    procedure VerbClick(Sender: TObject);
     procedure BuildPalette;
     procedure BuildMenus;
     function AddItem(AParent: TMenuItem; const ACaption: string; AShortCut: TShortCut;
@@ -79,6 +86,8 @@ type
     { The menu's shortcuts, except while an inspector editor has the keys. }
     function IsShortcut(var Message: TLMKey): Boolean; override;
     property MainMenu: TMainMenu read FMainMenu;
+    { The selected component's editor verbs (Lazarus' component editors). }
+    property ComponentMenu: TMenuItem read FComponentMenu;
     property PaletteArea: TPanel read FPaletteArea;
     property TreeArea: TPanel read FTreeArea;
     property InspectorArea: TPanel read FInspectorArea;
@@ -127,7 +136,8 @@ begin
   HintLabel.Caption := 'The stage form is the form being designed.';
   OnClose := @MainClose;
   // Pasting finds classes by name (Part 3.3): the stage's and the palette's.
-  RegisterClasses([TButton, TLabel, TEdit, TPanel, TMemo, TCheckBox]);
+  RegisterClasses([TButton, TLabel, TEdit, TPanel, TMemo, TCheckBox, TPageControl,
+    TTabSheet, TStringGrid]);
   BuildStage;
   BuildPalette;
   BuildLabelsSwitch;
@@ -233,6 +243,7 @@ begin
     S := S + FCenter.SelectedComps[I].Name;
   end;
   FStatus.Caption := 'Selected: ' + S;
+  RebuildVerbs;
 end;
 
 procedure TQorDemoMain.MainClose(Sender: TObject; var CloseAction: TCloseAction);
@@ -345,7 +356,60 @@ begin
   Arrange := AddItem(FMainMenu.Items, '&Arrange', 0, 0, nil);
   for I := 0 to High(ArrangeCommands) do
     AddItem(Arrange, ArrangeCommands[I].Caption, 0, I, @ArrangeClick);
+  FComponentMenu := AddItem(FMainMenu.Items, 'C&omponent', 0, 0, nil);
+  RebuildVerbs;
   Menu := FMainMenu;
+end;
+
+{ The verbs of the one selected component's editor, as Part 5.4's popup
+  menu lists them; rebuilt whenever the selection changes. }
+procedure TQorDemoMain.RebuildVerbs;
+var
+  FormDesigner: TQorFormDesigner;
+  Editor: TBaseComponentEditor;
+  I: Integer;
+begin
+  if FComponentMenu = nil then
+    Exit;
+  FComponentMenu.Clear;
+  Editor := nil;
+  FormDesigner := TQorFormDesigner.Create(FManager);
+  try
+    if FormDesigner.GetSelectedComponent <> nil then
+      Editor := GetComponentEditor(FormDesigner.GetSelectedComponent, FormDesigner);
+    if Editor <> nil then
+      for I := 0 to Editor.GetVerbCount - 1 do
+        AddItem(FComponentMenu, Editor.GetVerb(I), 0, I, @VerbClick);
+  finally
+    Editor.Free;
+    FormDesigner.Free;
+  end;
+  if FComponentMenu.Count = 0 then
+    AddItem(FComponentMenu, '(select one component)', 0, -1, nil).Enabled := False;
+end;
+
+{ Runs the verb with a designer made for the call, then refreshes the
+  design and marks it dirty (Part 5.4's CompEditorItemOnClick). }
+procedure TQorDemoMain.VerbClick(Sender: TObject);
+var
+  FormDesigner: TQorFormDesigner;
+  Editor: TBaseComponentEditor;
+begin
+  FormDesigner := TQorFormDesigner.Create(FManager);
+  Editor := nil;
+  try
+    if FormDesigner.GetSelectedComponent = nil then
+      Exit;
+    Editor := GetComponentEditor(FormDesigner.GetSelectedComponent, FormDesigner);
+    if Editor = nil then
+      Exit;
+    Editor.ExecuteVerb(TMenuItem(Sender).Tag);
+  finally
+    Editor.Free;
+    FormDesigner.Free;
+  end;
+  FCenter.Refresh;
+  FCenter.SetDirty(True);
 end;
 
 procedure TQorDemoMain.EditClick(Sender: TObject);
@@ -481,6 +545,9 @@ var
   Edit: TEdit;
   Memo: TMemo;
   Check: TCheckBox;
+  Pages: TPageControl;
+  Sheet: TTabSheet;
+  Grid: TStringGrid;
 begin
   // The stage's components are owned by the stage, as a designed form's are.
   FStage := TForm.CreateNew(Self);
@@ -524,6 +591,19 @@ begin
   Check.Parent := FStage;
   Check.SetBounds(340, 64, 200, 24);
   Check.Caption := 'CheckBox1';
+
+  Pages := TPageControl.Create(FStage);
+  Pages.Name := 'PageControl1';
+  Pages.Parent := FStage;
+  Pages.SetBounds(340, 110, 230, 110);
+  Sheet := Pages.AddTabSheet;
+  Sheet.Name := 'TabSheet1';
+  Sheet.Caption := 'TabSheet1';
+
+  Grid := TStringGrid.Create(FStage);
+  Grid.Name := 'StringGrid1';
+  Grid.Parent := FStage;
+  Grid.SetBounds(340, 240, 230, 110);
 
   FManager := TQorDesignManager.Create(FStage);
   FManager.Name := 'DesignManager1';

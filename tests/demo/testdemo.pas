@@ -13,7 +13,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, fpcunit, testregistry,
   // LCL
-  Controls, StdCtrls, Forms, Clipbrd,
+  Controls, StdCtrls, ComCtrls, Forms, Menus, Clipbrd,
   // ours
   QorGuiTest, QorDesigner, QorTransUtils, ObjInspect, VhoClipbrdUtils, QorDemoMain,
   TestInspectorGui;
@@ -44,6 +44,7 @@ type
     procedure TestCtrlXCutsAndCtrlASelectsAllInEveryList;
     procedure TestCtrlCInAnInspectorEditorCopiesTextNotComponents;
     procedure TestArrangeMenuAlignsTheSelectionsLeftEdges;
+    procedure TestComponentMenuVerbAddsAPageAndMarksTheDesignDirty;
   end;
 
 implementation
@@ -401,6 +402,45 @@ begin
   PressKey('Return');
   AssertWait('CheckBox1 moved to Edit1''s left edge', @Aligned);
   AssertEquals('Edit1 stays', Edit.Left, Box.Left);
+end;
+
+procedure TTestDemo.TestComponentMenuVerbAddsAPageAndMarksTheDesignDirty;
+var
+  Pages: TPageControl;
+  I, Before: Integer;
+  Verb: TMenuItem;
+
+  function PagesSelected: Boolean;
+  begin
+    Result := (Main.Manager.SelectedComps.Count = 1) and
+      (Main.Manager.SelectedComps[0] = Pages);
+  end;
+
+begin
+  Pages := Stage('PageControl1') as TPageControl;
+  StartDesigning;
+  // Selected by a call: on gtk2 the native notebook of a TPageControl takes
+  // a press itself and the LCL sees no mouse message (open on issue 6).
+  Main.Manager.SelectControl(Pages, Point(-1, -1), csmSelect, True, False);
+  AssertWait('selected', @PagesSelected);
+  Main.Center.Dirty := False;
+  AssertTrue('the editor''s verbs listed', Main.ComponentMenu.Count > 1);
+  // Lazarus' page control editor: the first verb adds a page.
+  Verb := Main.ComponentMenu.Items[0];
+  AssertTrue('enabled', Verb.Enabled);
+  Before := Pages.PageCount;
+  Verb.Click;
+  DrainMessages(100);
+  AssertEquals('a page added', Before + 1, Pages.PageCount);
+  AssertSame('owned by the stage', Main.Stage, Pages.Pages[Pages.PageCount - 1].Owner);
+  AssertTrue('the design is dirty', Main.Center.Dirty);
+  // With nothing single selected, the menu says so.
+  Main.Center.SelectAllControls;
+  DrainMessages(50);
+  AssertEquals('one disabled hint', 1, Main.ComponentMenu.Count);
+  AssertFalse('disabled', Main.ComponentMenu.Items[0].Enabled);
+  for I := 0 to Main.ComponentMenu.Count - 1 do
+    AssertEquals('no verb tag', -1, Main.ComponentMenu.Items[I].Tag);
 end;
 
 initialization
