@@ -151,6 +151,10 @@ type
 implementation
 
 uses
+  // IDEIntf: the units that register Lazarus' editors of the LCL's controls
+  // (linked here, so GetComponentEditor finds them at run time)
+  ImageListEditor, ListViewPropEdit, TreeViewPropEdit, StatusBarPropEdit,
+  HeaderControlPropEdit, MaskPropEdit,
   // ours
   VhoSysUtils, VhoClipbrdUtils, QorDesignConsole;
 

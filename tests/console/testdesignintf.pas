@@ -13,7 +13,7 @@ uses
   // RTL / FCL
   Classes, SysUtils, Contnrs, fpcunit, testregistry,
   // LCL
-  Controls, StdCtrls, ExtCtrls, ComCtrls, Grids, Forms,
+  Controls, StdCtrls, ExtCtrls, ComCtrls, Grids, Forms, ImgList,
   // IDEIntf
   PropEditUtils, PropEdits, ComponentEditors,
   // ours
@@ -45,6 +45,7 @@ type
     procedure TestGetSelectedComponentOnlyForASingleSelection;
     procedure TestPageControlEditorAddPageVerbAddsANamedPageOnTheStage;
     procedure TestStringGridEditorOpensItsDialog;
+    procedure TestListViewAndImageListEditorsOpenTheirDialogs;
     procedure TestDeleteAndClearSelectionGoThroughTheManager;
   end;
 
@@ -261,6 +262,37 @@ begin
   FTimer.Enabled := True;
   D.Edit(Grid);
   AssertEquals('the string grid editor dialog came up', 'TStringGridEditorDlg', FDialogSeen);
+end;
+
+procedure TTestDesignIntf.TestListViewAndImageListEditorsOpenTheirDialogs;
+var
+  View: TListView;
+  Images: TImageList;
+
+  procedure EditAndWatch(C: TComponent);
+  begin
+    FDialogSeen := '';
+    FreeAndNil(FTimer);
+    FTimer := TTimer.Create(nil);
+    FTimer.Interval := 200;
+    FTimer.OnTimer := @CloseDialog;
+    FTimer.Enabled := True;
+    D.Edit(C);
+  end;
+
+begin
+  View := TListView.Create(Stage);
+  View.Name := 'ListView1';
+  View.Parent := Stage;
+  View.SetBounds(300, 260, 200, 120);
+  Images := TImageList.Create(Stage);
+  Images.Name := 'ImageList1';
+  DrainMessages(50);
+  SelectOnly([View]);
+  EditAndWatch(View);
+  AssertTrue('the list view items dialog came up: ' + FDialogSeen, FDialogSeen <> '');
+  EditAndWatch(Images);
+  AssertTrue('the image list dialog came up: ' + FDialogSeen, FDialogSeen <> '');
 end;
 
 procedure TTestDesignIntf.TestDeleteAndClearSelectionGoThroughTheManager;
