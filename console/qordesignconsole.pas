@@ -501,6 +501,7 @@ end;
 
 procedure TQorDesignCenter.PasteComps;
 var
+  Renaming: Boolean;
   Stage: TWinControl;
   Parent: TWinControl;
   C: TControl;
@@ -531,11 +532,12 @@ begin
     if Parent = nil then
       Parent := Stage;
   end;
+  Renaming := VhoClipboard.RenameDuplicates;
   VhoClipboard.RenameDuplicates := True;
   try
     VhoClipboard.GetComponents(Stage, Parent, FClipPasteLeftOffset, FClipPasteTopOffset);
   finally
-    VhoClipboard.RenameDuplicates := False;
+    VhoClipboard.RenameDuplicates := Renaming;
   end;
 end;
 
