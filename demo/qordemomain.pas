@@ -596,8 +596,11 @@ begin
   Pages.Name := 'PageControl1';
   Pages.Parent := FStage;
   Pages.SetBounds(340, 110, 230, 110);
-  Sheet := Pages.AddTabSheet;
+  // Owned by the stage, as a designed form's pages are (and as the page
+  // control's editor makes them), so the page is designed too.
+  Sheet := TTabSheet.Create(FStage);
   Sheet.Name := 'TabSheet1';
+  Sheet.PageControl := Pages;
   Sheet.Caption := 'TabSheet1';
 
   Grid := TStringGrid.Create(FStage);

@@ -410,11 +410,18 @@ var
   I, Before: Integer;
   Verb: TMenuItem;
   Origin: TPoint;
+  Sheet: TControl;
 
   function PagesSelected: Boolean;
   begin
     Result := (Main.Manager.SelectedComps.Count = 1) and
       (Main.Manager.SelectedComps[0] = Pages);
+  end;
+
+  function SheetSelected: Boolean;
+  begin
+    Result := (Main.Manager.SelectedComps.Count = 1) and
+      (Main.Manager.SelectedComps[0] = Sheet);
   end;
 
   function PageAdded: Boolean;
@@ -425,10 +432,15 @@ var
 begin
   Pages := Stage('PageControl1') as TPageControl;
   StartDesigning;
-  // Selected by a call: on gtk2 the native notebook of a TPageControl takes
-  // a press itself and the LCL sees no mouse message (open on issue 6).
+  // A click on the page selects the page. The page control itself is
+  // selected by a call: on gtk2 its native notebook keeps the presses and
+  // moves over its tab row to itself, so neither a click there nor a rubber
+  // band across it reaches the LCL (open on issue 6).
+  Sheet := Stage('TabSheet1');
+  Click(Sheet, Sheet.Width div 2, Sheet.Height div 2);
+  AssertWait('the page selected', @SheetSelected);
   Main.Manager.SelectControl(Pages, Point(-1, -1), csmSelect, True, False);
-  AssertWait('selected', @PagesSelected);
+  AssertWait('the page control selected', @PagesSelected);
   Main.Center.Dirty := False;
   AssertTrue('the editor''s verbs listed', Main.ComponentMenu.Count > 1);
   // Lazarus' page control editor: the first verb adds a page.
