@@ -27,7 +27,7 @@ interface
 
 uses
   // RTL / FCL
-  Classes, SysUtils, Contnrs, FGL,
+  Classes, SysUtils, Contnrs, Generics.Collections,
   // LCL
   LCLType, LCLIntf, Controls, Clipbrd;
 
@@ -140,7 +140,7 @@ end;
   not align (GetComponents disables it), so only the pasted control moves. }
 
 type
-  TCornerMap = specialize TFPGMap<Int64, Integer>;
+  TCornerMap = specialize TDictionary<Int64, Integer>;
 
   TPasteIndex = class
   private
@@ -167,7 +167,6 @@ var
 begin
   inherited Create;
   FCorners := TCornerMap.Create;
-  FCorners.Sorted := True;
   FNames := TFPStringHashTable.Create;
   if Parent is TWinControl then
     for I := 0 to TWinControl(Parent).ControlCount - 1 do
@@ -186,31 +185,29 @@ end;
 
 procedure TPasteIndex.AddCorner(L, T: Integer);
 var
-  I: Integer;
+  N: Integer;
 begin
-  I := FCorners.IndexOf(CornerKey(L, T));
-  if I >= 0 then
-    FCorners.Data[I] := FCorners.Data[I] + 1
+  if FCorners.TryGetValue(CornerKey(L, T), N) then
+    FCorners[CornerKey(L, T)] := N + 1
   else
     FCorners.Add(CornerKey(L, T), 1);
 end;
 
 procedure TPasteIndex.RemoveCorner(L, T: Integer);
 var
-  I: Integer;
+  N: Integer;
 begin
-  I := FCorners.IndexOf(CornerKey(L, T));
-  if I < 0 then
+  if not FCorners.TryGetValue(CornerKey(L, T), N) then
     Exit;
-  if FCorners.Data[I] > 1 then
-    FCorners.Data[I] := FCorners.Data[I] - 1
+  if N > 1 then
+    FCorners[CornerKey(L, T)] := N - 1
   else
-    FCorners.Delete(I);
+    FCorners.Remove(CornerKey(L, T));
 end;
 
 function TPasteIndex.HasCorner(L, T: Integer): Boolean;
 begin
-  Result := FCorners.IndexOf(CornerKey(L, T)) >= 0;
+  Result := FCorners.ContainsKey(CornerKey(L, T));
 end;
 
 { Component names are identifiers (ASCII), compared without case as
