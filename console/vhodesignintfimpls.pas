@@ -76,6 +76,7 @@ type
     function HookGetComponentName(AComponent: TComponent): string;
     function GetIsDormant: Boolean;
     function GetAncestorDesigner: TVhoDesigner;
+    procedure UpdateLookupRoot;
   protected
     function GetPropertyEditorHook: TPropertyEditorHook; override;
     function GetShowNonVisualComponents: Boolean; override;
@@ -168,8 +169,7 @@ begin
   FHook.AddHandlerGetSelection(@HookGetSelection);
   FHook.AddHandlerGetComponent(@HookGetComponent);
   FHook.AddHandlerGetComponentName(@HookGetComponentName);
-  FHook.LookupRoot := GetDesignStage;
-  FLookupRoot := GetDesignStage;
+  UpdateLookupRoot;
 end;
 
 destructor TVhoDesigner.Destroy;
@@ -178,18 +178,24 @@ begin
   inherited Destroy;
 end;
 
+{ The stage is where the editors look components up, for the hook and for
+  TIDesigner's LookupRoot alike. }
+procedure TVhoDesigner.UpdateLookupRoot;
+begin
+  FHook.LookupRoot := GetDesignStage;
+  FLookupRoot := GetDesignStage;
+end;
+
 procedure TVhoDesigner.SetDesigner(ADesignManager: TQorDesignManager);
 begin
   FDesignManager := ADesignManager;
-  FHook.LookupRoot := GetDesignStage;
-  FLookupRoot := GetDesignStage;
+  UpdateLookupRoot;
 end;
 
 procedure TVhoDesigner.SetDesignStage(AStage: TComponent);
 begin
   FDesignStage := AStage;
-  FHook.LookupRoot := GetDesignStage;
-  FLookupRoot := GetDesignStage;
+  UpdateLookupRoot;
 end;
 
 function TVhoDesigner.GetDesignStage: TComponent;
