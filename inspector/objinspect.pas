@@ -410,7 +410,11 @@ type
     FResizing: Boolean;
     FCanResizeCol: Boolean;
     FLastResizePos: TPoint;
+    FLineHeight: Integer;           // one line of the canvas font, per paint
   protected
+    procedure Paint; override;
+    procedure DrawCellText(aCol, aRow: Integer; aRect: TRect; aState: TGridDrawState;
+      aText: string); override;
     procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
     procedure MouseMove(Shift: TShiftState; X, Y: Integer); override;
     procedure MouseUp(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;
@@ -447,6 +451,7 @@ type
     FTrackLines: Boolean;           // lines rewritten in place: paint only those
     FChangedLines: array of Integer;
     FMerging: Boolean;              // RefreshOutput lays new lines over the old
+    FRowsChanged: Boolean;          // the last merge added or removed rows
     function GetOwnerComponent: TComponent;
     function GetActiveComponent: TComponent;
     function GetPropertyFilterStyles: TPropertyFilterStyles;
@@ -466,6 +471,8 @@ type
     function LineValue(Index: Integer): string;
     procedure GridButtonClick(Sender: TObject; ACol, ARow: Integer);
     procedure LinesChanged(Sender: TObject);
+    procedure PaintChangedLines;
+    procedure ShowFittingEditor;
     procedure SetLineInPlace(Index: Integer; const S: string);
     procedure MergeLines(Fresh: TStrings);
   protected
@@ -568,6 +575,10 @@ implementation
 uses
   // RTL / FCL
   Math,
+  // LCL
+  LCLIntf,
+  // LCL widgetset (objwspaint.inc)
+  {$IFDEF LCLGTK2}gdk2, gtk2, Gtk2Proc,{$ENDIF}
   // IDEIntf: registers the colour, cursor, font, graphic and image-index
   // editors that PropEdits alone leaves to the integer and class editors.
   GraphPropEdits,
@@ -576,6 +587,7 @@ uses
 
 {$I objpropdetail.inc}
 {$I objproplist.inc}
+{$I objwspaint.inc}
 {$I objinspector.inc}
 
 end.

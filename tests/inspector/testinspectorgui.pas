@@ -34,6 +34,7 @@ type
     FDialogClass, FDialogText: string;
     FDialogSeen, FDialogAccept: Boolean;
     FDriveStep: Integer;
+    FDrawnRows: TList;
     procedure AppException(Sender: TObject; E: Exception);
     procedure ActiveChanged(Sender: TObject);
     procedure Refreshed(Sender: TObject);
@@ -46,6 +47,8 @@ type
     procedure EditValue(const PropName, NewText: string);
     procedure GrabAndSave(const FileName: string);
     procedure WatchDialog(const AClassName, AText: string; Accept: Boolean);
+    procedure CountDrawnCell(Sender: TObject; ACol, ARow: Integer; ARect: TRect;
+      AState: TGridDrawState);
   protected
     procedure SetUp; override;
     procedure TearDown; override;
@@ -72,6 +75,9 @@ type
     // Lines laid over the old ones (RefreshOutput) and pick lists filled
     // when the editor opens
     procedure TestSelectingAnotherButtonShowsItsValuesAndEditsIt;
+    // Speed of the display (issue 4): changed rows only, the editor fitting
+    procedure TestSelectingALikeButtonPaintsTheChangedRowsNotTheRowsBetween;
+    procedure TestNewRowsShowTheEditorOfTheCurrentRowsStyle;
   end;
 
 { The row whose name, without indent and expansion mark, is AName; -1. }
@@ -783,6 +789,81 @@ begin
   DrainMessages(100);
   AssertEquals('the shown button written', 'edited', Button3.Caption);
   AssertEquals('the one shown before untouched', 'first', Button2.Caption);
+end;
+
+procedure TTestInspectorGui.CountDrawnCell(Sender: TObject; ACol, ARow: Integer;
+  ARect: TRect; AState: TGridDrawState);
+begin
+  if FDrawnRows.IndexOf(Pointer(PtrInt(ARow))) < 0 then
+    FDrawnRows.Add(Pointer(PtrInt(ARow)));
+end;
+
+{ Caption changes near the top, Left further down; the rows between them
+  (Color, Cursor, Enabled, ...) read the same for both buttons and are not
+  drawn again, though one paint of the box around both would draw them. }
+procedure TTestInspectorGui.TestSelectingALikeButtonPaintsTheChangedRowsNotTheRowsBetween;
+var
+  RCaption, RLeft, RCursor: Integer;
+
+  function CaptionAndLeftDrawn: Boolean;
+  begin
+    Result := (FDrawnRows.IndexOf(Pointer(PtrInt(RCaption))) >= 0) and
+      (FDrawnRows.IndexOf(Pointer(PtrInt(RLeft))) >= 0);
+  end;
+
+begin
+  Button2.Caption := 'first';
+  Button3.Caption := 'second';
+  Button3.Left := Button2.Left + 40;
+  Insp.Row := 0;
+  Insp.SetActiveComponent(Button2);
+  DrainMessages(150);
+  RCaption := RowOf('Caption');
+  RLeft := RowOf('Left');
+  RCursor := RowOf('Cursor');
+  AssertTrue('Cursor lies between Caption and Left', (RCaption < RCursor) and (RCursor < RLeft));
+  AssertTrue('Left is on screen', RLeft < Insp.TopRow + Insp.VisibleRowCount);
+  FDrawnRows := TList.Create;
+  try
+    Insp.OnDrawCell := @CountDrawnCell;
+    Insp.SetActiveComponent(Button3);
+    AssertWait('Caption and Left drawn', @CaptionAndLeftDrawn);
+    DrainMessages(150);
+    AssertEquals('the second caption shown', 'second', ValueOf('Caption'));
+    AssertTrue('Cursor, the same for both, not drawn',
+      FDrawnRows.IndexOf(Pointer(PtrInt(RCursor))) < 0);
+    AssertTrue('fewer rows drawn than lie between Caption and Left',
+      FDrawnRows.Count < RLeft - RCaption + 1);
+  finally
+    Insp.OnDrawCell := nil;
+    FreeAndNil(FDrawnRows);
+  end;
+end;
+
+{ A button's first row is Action (a plain edit when no action exists); a
+  panel's is Align, a pick list. Rows filled in place must leave the combo
+  there, not the edit of the rows before. }
+procedure TTestInspectorGui.TestNewRowsShowTheEditorOfTheCurrentRowsStyle;
+var
+  ButtonRows: Integer;
+
+  function ComboOnAlign: Boolean;
+  begin
+    Result := (Insp.Row = RowOf('Align')) and (Insp.Editor is TCustomComboBox) and
+      Insp.Editor.Visible;
+  end;
+
+begin
+  Insp.SetActiveComponent(Button2);
+  Insp.Row := 0;
+  DrainMessages(100);
+  AssertEquals('a button starts with Action', 'Action', Trim(Insp.Strings.Names[0]));
+  AssertFalse('a plain edit on Action', Insp.Editor is TCustomComboBox);
+  ButtonRows := Insp.Strings.Count;
+  Insp.SetActiveComponent(Panel);
+  AssertEquals('a panel starts with Align', 0, RowOf('Align'));
+  AssertTrue('rows added or removed', Insp.Strings.Count <> ButtonRows);
+  AssertWait('the pick list shown on Align', @ComboOnAlign);
 end;
 
 initialization
