@@ -263,26 +263,32 @@ begin
 end;
 
 { The first entry, from index 0 up, whose kind, type name and identifier
-  (or label) equal the arguments case-insensitively; every call counts. }
+  (or label) equal the arguments case-insensitively; every call counts.
+  The walk reads the list's array and the entries' strings in place: an
+  inspector refresh makes dozens of these calls. }
 function TQorTransCache.LocateBy(const ATranTypeKind, ATypeName, AText: string;
   ByLabel, IncFrequency: Boolean): Integer;
 var
-  I: Integer;
+  I, N: Integer;
+  Entries: PPointerList;
   Item: TQorTransCacheItem;
-  Own: string;
 begin
   SetEnvokedCount(FEnvokedCount + 1);
+  N := Length(AText);
+  Entries := List;
   for I := 0 to Count - 1 do
   begin
-    Item := TQorTransCacheItem(Items[I]);
-    if ByLabel then
-      Own := Item.CnLabel
-    else
-      Own := Item.Indent;
+    Item := TQorTransCacheItem(Entries^[I]);
     // SameText folds ASCII only: equal texts have equal lengths, and the
     // length test spares the character walk of most misses.
-    if (Length(Own) = Length(AText)) and SameText(Own, AText) and
-      SameText(Item.TypeName, ATypeName) and SameText(Item.TranTypeKind, ATranTypeKind) then
+    if ByLabel then
+    begin
+      if (Length(Item.CnLabel) <> N) or not SameText(Item.CnLabel, AText) then
+        Continue;
+    end
+    else if (Length(Item.Indent) <> N) or not SameText(Item.Indent, AText) then
+      Continue;
+    if SameText(Item.TypeName, ATypeName) and SameText(Item.TranTypeKind, ATranTypeKind) then
     begin
       if IncFrequency then
         Inc(Item.Frequency);
@@ -341,9 +347,11 @@ end;
 procedure TQorTransCache.EmptyAllFrequencies;
 var
   I: Integer;
+  Entries: PPointerList;
 begin
+  Entries := List;
   for I := 0 to Count - 1 do
-    TQorTransCacheItem(Items[I]).Frequency := 0;
+    TQorTransCacheItem(Entries^[I]).Frequency := 0;
 end;
 
 procedure TQorTransCache.DelOverflowItems;
