@@ -396,9 +396,11 @@ begin
   Result := UpperCase(S);
 end;
 
+{ One string upper-cased once: the separator has no case, so this is the
+  parts upper-cased one by one, with one allocation instead of four. }
 function IndexKey(const A, B, C: string): string;
 begin
-  Result := KeyUpper(A) + KeySep + KeyUpper(B) + KeySep + KeyUpper(C);
+  Result := KeyUpper(A + KeySep + B + KeySep + C);
 end;
 
 constructor TQorTransMan.Create(const ADbFileName: string);
