@@ -72,6 +72,8 @@ function CnNameToForm(const CnName: string): TCustomForm;
 
 function ExtractMainStrFromDetail(const S: string): string;
 function GetStrPairValue(const S: string; Flag: Boolean): string;
+{ True when S holds no byte above 127 (LazUTF8 keeps its IsASCII private). }
+function IsPlainAscii(const S: string): Boolean;
 
 {************ Classes and lists }
 
@@ -89,6 +91,16 @@ implementation
 uses
   // ours
   QorTransUtils;
+
+function IsPlainAscii(const S: string): Boolean;
+var
+  I: Integer;
+begin
+  for I := 1 to Length(S) do
+    if Ord(S[I]) > 127 then
+      Exit(False);
+  Result := True;
+end;
 
 { Removes one leading and one trailing separator, as Part 3.2 says. }
 function StripDots(const S: string): string;

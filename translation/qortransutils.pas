@@ -387,13 +387,11 @@ end;
 { AnsiUpperCase, without its round trip through wide characters when S is
   plain ASCII (identifiers nearly always are): the same result there. }
 function KeyUpper(const S: string): string;
-var
-  I: Integer;
 begin
-  for I := 1 to Length(S) do
-    if Ord(S[I]) > 127 then
-      Exit(AnsiUpperCase(S));
-  Result := UpperCase(S);
+  if IsPlainAscii(S) then
+    Result := UpperCase(S)
+  else
+    Result := AnsiUpperCase(S);
 end;
 
 { One string upper-cased once: the separator has no case, so this is the
