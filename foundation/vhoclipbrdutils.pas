@@ -137,23 +137,27 @@ end;
   parent's controls at every step and FindComponent scans the owner's
   components: quadratic for a paste of a thousand components onto a
   thousand. The answers are the same: while the paste runs the parent does
-  not align (GetComponents disables it), so only the pasted control moves. }
+  not align (GetComponents disables it), so only the pasted control moves.
+  The sets grow with their content: FPC's string hash table has a fixed
+  size of 196,613 buckets, whose allocation and release cost a paste of a
+  thousand components a quarter of its time. }
 
 type
   TCornerMap = specialize TDictionary<Int64, Integer>;
+  TNameSet = specialize THashSet<string>;
 
   TPasteIndex = class
   private
     FCorners: TCornerMap;
-    FNames: TFPStringHashTable;
+    FNames: TNameSet;
   public
     constructor Create(Owner, Parent: TComponent);
     destructor Destroy; override;
     procedure AddCorner(L, T: Integer);
     procedure RemoveCorner(L, T: Integer);
     function HasCorner(L, T: Integer): Boolean;
-    function HasName(const AName: string): Boolean;
-    procedure AddName(const AName: string);
+    function TakeName(const AName: string): Boolean;
+    procedure ReleaseName(const AName: string);
   end;
 
 function CornerKey(L, T: Integer): Int64; inline;
@@ -167,13 +171,13 @@ var
 begin
   inherited Create;
   FCorners := TCornerMap.Create;
-  FNames := TFPStringHashTable.Create;
+  FNames := TNameSet.Create;
   if Parent is TWinControl then
     for I := 0 to TWinControl(Parent).ControlCount - 1 do
       AddCorner(TWinControl(Parent).Controls[I].Left, TWinControl(Parent).Controls[I].Top);
   if Owner <> nil then
     for I := 0 to Owner.ComponentCount - 1 do
-      AddName(Owner.Components[I].Name);
+      TakeName(Owner.Components[I].Name);
 end;
 
 destructor TPasteIndex.Destroy;
@@ -211,16 +215,15 @@ begin
 end;
 
 { Component names are identifiers (ASCII), compared without case as
-  FindComponent does. }
-function TPasteIndex.HasName(const AName: string): Boolean;
+  FindComponent does. False when the name was taken already. }
+function TPasteIndex.TakeName(const AName: string): Boolean;
 begin
-  Result := FNames.Find(UpperCase(AName)) <> nil;
+  Result := FNames.Add(UpperCase(AName));
 end;
 
-procedure TPasteIndex.AddName(const AName: string);
+procedure TPasteIndex.ReleaseName(const AName: string);
 begin
-  if (AName <> '') and not HasName(AName) then
-    FNames.Add(UpperCase(AName), '');
+  FNames.Remove(UpperCase(AName));
 end;
 
 { Step 3 and 4 of the Part's read loop; false when the component had to be
@@ -233,28 +236,26 @@ var
   Found, Placed: Boolean;
   Caption: TCaption;
   Idx: TPasteIndex;
+  TakenName: string;
 begin
   Result := True;
   Idx := TPasteIndex(Index);
   Placed := False;
-  L0 := 0;
-  T0 := 0;
+  TakenName := '';
   try
     if (AComponent is TControl) and (Parent is TWinControl) then
     begin
       Host := TWinControl(Parent);
-      L := TControl(AComponent).Left;
-      T := TControl(AComponent).Top;
-      L0 := L;
-      T0 := T;
+      L0 := TControl(AComponent).Left;
+      T0 := TControl(AComponent).Top;
+      L := L0;
+      T := T0;
       // The walk includes the pasted control at its stored place (the Part
-      // makes it a child first), so it always moves at least one step. The
-      // index counts it there; it joins the parent once placed, which spares
-      // the parent a move of its new child.
-      Idx.AddCorner(L, T);
-      Placed := True;
+      // makes it a child first), so it always moves at least one step. It
+      // joins the parent once placed, which spares the parent a move of its
+      // new child.
       repeat
-        Found := Idx.HasCorner(L, T);
+        Found := ((L = L0) and (T = T0)) or Idx.HasCorner(L, T);
         if Found then
         begin
           Inc(L, DX);
@@ -266,14 +267,14 @@ begin
       TControl(AComponent).SetBounds(L, T, TControl(AComponent).Width,
         TControl(AComponent).Height);
       TControl(AComponent).Parent := Host;
-      Idx.RemoveCorner(L0, T0);
-      Idx.AddCorner(TControl(AComponent).Left, TControl(AComponent).Top);
       L0 := TControl(AComponent).Left;
       T0 := TControl(AComponent).Top;
+      Idx.AddCorner(L0, T0);
+      Placed := True;
     end;
     if Owner <> nil then
     begin
-      if (AComponent.Name <> '') and Idx.HasName(AComponent.Name) then
+      if (AComponent.Name <> '') and not Idx.TakeName(AComponent.Name) then
       begin
         // FPC's InsertComponent lets a second component of a name in; the
         // VCL's refuses it, and the Part skips such a component.
@@ -290,13 +291,16 @@ begin
         end
         else
           AComponent.Name := GetCompUniqueID(AComponent.ClassType, Owner);
+        Idx.TakeName(AComponent.Name);
       end;
+      TakenName := AComponent.Name;
       Owner.InsertComponent(AComponent);
-      Idx.AddName(AComponent.Name);
     end;
   except
     if Placed then
       Idx.RemoveCorner(L0, T0);
+    if TakenName <> '' then
+      Idx.ReleaseName(TakenName);
     AComponent.Free;
     Result := False;
   end;

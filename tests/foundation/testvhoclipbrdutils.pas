@@ -48,6 +48,7 @@ type
     procedure TestRecordsFollowTheListAndChildrenDepthFirst;
     procedure TestOwnerWithTheNameAlreadySkipsTheComponentAndReadsOn;
     procedure TestRenameDuplicatesGivesAUniqueName;
+    procedure TestTwoRecordsOfOneNameInOnePasteKeepTheFirst;
     procedure TestSecondProcessPastesWhatThisOneCopied;
     procedure TestTruncatedRecordPastesNothingAndDoesNotCrash;
     procedure TestGoodRecordFollowedByJunkPastesTheGoodOne;
@@ -384,6 +385,49 @@ begin
   AssertNotNull('pasted under a new name', C);
   AssertEquals('the next free name', 'Panel2', C.Name);
   AssertSame('owned by the form', Form, C.Owner);
+end;
+
+{ Names pasted earlier in the same paste count as the owner's: the second
+  "Twin" is skipped, or renamed when duplicates are renamed. }
+procedure TTestVhoClipbrdUtils.TestTwoRecordsOfOneNameInOnePasteKeepTheFirst;
+var
+  Other: TComponent;
+  First, Second: TButton;
+  Target: TForm;
+begin
+  First := TButton.Create(Form);
+  First.Name := 'Twin';
+  First.Caption := 'first';
+  First.Parent := Form;
+  Other := TComponent.Create(nil);
+  try
+    Second := TButton.Create(Other);
+    Second.Name := 'Twin';
+    Second.Caption := 'second';
+    CopyOf([First, Second]);
+  finally
+    Other.Free;
+  end;
+  Target := TForm.CreateNew(nil);
+  try
+    AssertNotNull('the first arrived', Paste(Target, Target));
+    AssertEquals('the second skipped', 1, Target.ComponentCount);
+    AssertEquals('the first kept its caption', 'first', TButton(Target.Components[0]).Caption);
+    AssertEquals('the skipped one left no control behind', 1, Target.ControlCount);
+  finally
+    Target.Free;
+  end;
+  VhoClipboard.RenameDuplicates := True;
+  Target := TForm.CreateNew(nil);
+  try
+    AssertNotNull('both arrived', Paste(Target, Target));
+    AssertEquals('two components', 2, Target.ComponentCount);
+    AssertEquals('first keeps the name', 'Twin', Target.Components[0].Name);
+    AssertEquals('second renamed', 'Button1', Target.Components[1].Name);
+    AssertEquals('second keeps its caption', 'second', TButton(Target.Components[1]).Caption);
+  finally
+    Target.Free;
+  end;
 end;
 
 procedure TTestVhoClipbrdUtils.TestSecondProcessPastesWhatThisOneCopied;
