@@ -138,17 +138,20 @@ const
 
 function IsColorTypeInfo(PTI: PTypeInfo): Boolean;
 begin
-  Result := (PTI <> nil) and ((PTI = TypeInfo(TColor)) or SameText(PTI^.Name, 'TColor'));
+  // The length first: SameText would make two strings of every name.
+  Result := (PTI <> nil) and ((PTI = TypeInfo(TColor)) or
+    ((Length(PTI^.Name) = 6) and SameText(PTI^.Name, 'TColor')));
 end;
 
 function IsCursorTypeInfo(PTI: PTypeInfo): Boolean;
 begin
-  Result := (PTI <> nil) and ((PTI = TypeInfo(TCursor)) or SameText(PTI^.Name, 'TCursor'));
+  Result := (PTI <> nil) and ((PTI = TypeInfo(TCursor)) or
+    ((Length(PTI^.Name) = 7) and SameText(PTI^.Name, 'TCursor')));
 end;
 
 function IsBooleanTypeInfo(PTI: PTypeInfo): Boolean;
 begin
-  Result := (PTI <> nil) and SameText(PTI^.Name, 'Boolean');
+  Result := (PTI <> nil) and (Length(PTI^.Name) = 7) and SameText(PTI^.Name, 'Boolean');
 end;
 
 { Sorted property lists, one per class, made once: type information never
