@@ -411,8 +411,13 @@ type
     FCanResizeCol: Boolean;
     FLastResizePos: TPoint;
     FLineHeight: Integer;           // one line of the canvas font, per paint
+    FCellsUnclipped: Boolean;       // DrawRow draws without the cell clips
+    function CanDrawCellsUnclipped: Boolean;
+    function RightCellCovers(ACol: Integer): Boolean;
   protected
     procedure Paint; override;
+    procedure DrawRow(aRow: Integer); override;
+    procedure DrawCellGrid(aCol, aRow: Integer; aRect: TRect; aState: TGridDrawState); override;
     procedure DrawCellText(aCol, aRow: Integer; aRect: TRect; aState: TGridDrawState;
       aText: string); override;
     procedure MouseDown(Button: TMouseButton; Shift: TShiftState; X, Y: Integer); override;

@@ -13,6 +13,7 @@ uses
   Classes, SysUtils, Contnrs, TypInfo, fpcunit, testregistry,
   // LCL
   LCLType, Math, Controls, StdCtrls, ExtCtrls, Forms, Graphics, Grids, ValEdit,
+    IntfGraphics,
   // IDEIntf
   PropEdits,
   // ours
@@ -49,6 +50,7 @@ type
     procedure WatchDialog(const AClassName, AText: string; Accept: Boolean);
     procedure CountDrawnCell(Sender: TObject; ACol, ARow: Integer; ARect: TRect;
       AState: TGridDrawState);
+    function GrabInspectorPainted: TLazIntfImage;
   protected
     procedure SetUp; override;
     procedure TearDown; override;
@@ -78,6 +80,7 @@ type
     // Speed of the display (issue 4): changed rows only, the editor fitting
     procedure TestSelectingALikeButtonPaintsTheChangedRowsNotTheRowsBetween;
     procedure TestNewRowsShowTheEditorOfTheCurrentRowsStyle;
+    procedure TestRowsDrawnWithoutCellClipsLookAsTheGridDrawsThem;
   end;
 
 { The row whose name, without indent and expansion mark, is AName; -1. }
@@ -864,6 +867,81 @@ begin
   AssertEquals('a panel starts with Align', 0, RowOf('Align'));
   AssertTrue('rows added or removed', Insp.Strings.Count <> ButtonRows);
   AssertWait('the pick list shown on Align', @ComboOnAlign);
+end;
+
+{ The inspector's client as on screen once a full paint has drawn its
+  cells (counted by CountDrawnCell when that is the OnDrawCell handler). }
+function TTestInspectorGui.GrabInspectorPainted: TLazIntfImage;
+var
+  B: TBitmap;
+
+  function Drawn: Boolean;
+  begin
+    Result := FDrawnRows.Count > 0;
+  end;
+
+begin
+  FDrawnRows.Clear;
+  Insp.Invalidate;
+  if Assigned(Insp.OnDrawCell) then
+    AssertWait('the inspector painted again', @Drawn);
+  DrainMessages(200);
+  B := GrabClient(Insp);
+  try
+    Result := B.CreateIntfImage;
+  finally
+    B.Free;
+  end;
+end;
+
+{ The inspector draws its rows without the grid's clip per cell (DrawRow);
+  an OnDrawCell handler sends it the grid's way, cell by cell inside clips.
+  Both must give the same pixels, also where text is longer than its cell:
+  names longer than a narrow name column, a caption longer than the value
+  column, Chinese text (drawn by the grid's own text routine). The editor's
+  rectangle is left out (its caret blinks). }
+procedure TTestInspectorGui.TestRowsDrawnWithoutCellClipsLookAsTheGridDrawsThem;
+var
+  Unclipped, Clipped: TLazIntfImage;
+  EdRect: TRect;
+  X, Y, Differ, Compared: Integer;
+begin
+  Button2.Caption := StringOfChar('W', 120);
+  Button2.Hint := '中文的提示文字，比一格长得多的一句话，还有更多的字';
+  Insp.ColWidths[0] := 60; Insp.AutoFillColumns := False; Insp.ColWidths[1] := 150;
+  Insp.SetActiveComponent(Button2);
+  Insp.Row := 0;
+  DrainMessages(150);
+  AssertTrue('Caption on screen', RowOf('Caption') < Insp.TopRow + Insp.VisibleRowCount);
+  AssertTrue('Hint on screen', RowOf('Hint') < Insp.TopRow + Insp.VisibleRowCount);
+  EdRect := Insp.Editor.BoundsRect;
+  FDrawnRows := TList.Create;
+  Unclipped := nil;
+  Clipped := nil;
+  try
+    Unclipped := GrabInspectorPainted;
+    Insp.OnDrawCell := @CountDrawnCell;
+    Clipped := GrabInspectorPainted;
+    AssertEquals('same size', Unclipped.Width, Clipped.Width);
+    Differ := 0;
+    Compared := 0;
+    for Y := 0 to Clipped.Height - 1 do
+      for X := 0 to Clipped.Width - 1 do
+        if not ((X >= EdRect.Left) and (X < EdRect.Right) and
+          (Y >= EdRect.Top) and (Y < EdRect.Bottom)) then
+        begin
+          Inc(Compared);
+          if Unclipped.TColors[X, Y] <> Clipped.TColors[X, Y] then
+            Inc(Differ);
+        end;
+    AssertTrue('most of the grid compared', Compared > Clipped.Width * Clipped.Height div 2);
+    AssertEquals('pixels that differ', 0, Differ);
+  finally
+    Insp.OnDrawCell := nil;
+    Unclipped.Free;
+    Clipped.Free;
+    FreeAndNil(FDrawnRows);
+  end;
 end;
 
 initialization
