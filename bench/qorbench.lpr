@@ -5,9 +5,10 @@
   name once). The ratio ms / floor_ms shows whether the operation stays within
   a constant factor of its floor as stages grow to thousands of components.
 
-  Usage: qorbench [RESULTS.tsv] [--only=TEXT]
+  Usage: qorbench [RESULTS.tsv] [--only=TEXT[,TEXT...]]
     RESULTS.tsv defaults to bench/results.tsv; --only runs the rows whose
-    name contains TEXT (for profiling one row).
+    name contains one of the TEXTs (for profiling one row, or a row after
+    another).
 
   Rows:
     unique_name_5000   GetUniqueName('Button', Owner) on an owner that holds
@@ -373,9 +374,19 @@ var
   Only: string = '';
 
 { True when the row should run: all rows, or those whose name holds --only. }
+{ Whether --only (texts separated by commas, any of them) names the row. }
 function Wanted(const RowName: string): Boolean;
+var
+  Parts: TStringArray;
+  I: Integer;
 begin
-  Result := (Only = '') or (Pos(Only, RowName) > 0);
+  if Only = '' then
+    Exit(True);
+  Parts := Only.Split([',']);
+  for I := 0 to High(Parts) do
+    if (Parts[I] <> '') and (Pos(Parts[I], RowName) > 0) then
+      Exit(True);
+  Result := False;
 end;
 
 procedure BenchSurface;
