@@ -4,11 +4,11 @@
   report their changes here, and the center pushes the shared selection to
   the others and refreshes them; it carries out the clipboard (Part 3.3)
   and deletion commands on the selection and tells whether the design is
-  dirty. The component tree view (Part 6.1), the palette (Part 6.2) and the
-  design popup menu class (Part 5.4) are linked when their issues build
-  them; until then their steps of the routing table have nothing to call,
-  the palette's class choice is PalleteSelectedClass, and DesignPopupMenu
-  takes any TPopupMenu.
+  dirty. The component tree view (Part 6.1) takes its steps of the routing
+  table. The palette (Part 6.2) and the design popup menu class (Part 5.4)
+  are linked when their issues build them; until then the palette's class
+  choice is PalleteSelectedClass, and DesignPopupMenu takes any
+  TPopupMenu.
 
   Sections:
     - Design elements
@@ -26,7 +26,7 @@ uses
   // LCL
   Controls, Menus,
   // ours
-  QorDesigner, ObjInspect, VhoSysUtils, VhoClipbrdUtils;
+  QorDesigner, ObjInspect, VhoSysUtils, VhoClipbrdUtils, QorCompTreeView;
 
 {************ Design elements }
 
@@ -46,6 +46,7 @@ type
     FDesignManager: TQorDesignManager;
     FObjInspector: TVhoObjInspector;
     FSelectedComps: TComponentList;
+    FCompTreeView: TQorCompTreeView;
     FDesignPopupMenu: TPopupMenu;
     FAfterDynInsComponent: TDynInsComponentEvent;
     FClipPasteLeftOffset: Integer;
@@ -60,6 +61,7 @@ type
     FOnPalleteChange: TNotifyEvent;
     procedure SetDesignManager(Value: TQorDesignManager);
     procedure SetObjInspector(Value: TVhoObjInspector);
+    procedure SetCompTreeView(Value: TQorCompTreeView);
     procedure SetDesignPopupMenu(Value: TPopupMenu);
     procedure SetEnabled(Value: Boolean);
     function GetEnabled: Boolean;
@@ -120,6 +122,7 @@ type
     property PersistEnabled: Boolean read FPersistEnabled write SetPersistEnabled default True;
     property ObjInspector: TVhoObjInspector read FObjInspector write SetObjInspector;
     property DesignManager: TQorDesignManager read FDesignManager write SetDesignManager;
+    property CompTreeView: TQorCompTreeView read FCompTreeView write SetCompTreeView;
     property DesignPopupMenu: TPopupMenu read FDesignPopupMenu write SetDesignPopupMenu;
     property AfterDynInsComponent: TDynInsComponentEvent read FAfterDynInsComponent
       write FAfterDynInsComponent;
@@ -138,8 +141,8 @@ type
 {************ Free functions }
 
 { True for the design system's own objects, which are never listed,
-  selected or shown in the tree (Part 5.1). The popup menu, the actions and
-  the tree view join the list when their classes exist. }
+  selected or shown in the tree (Part 5.1). The popup menu and the actions
+  join the list when their classes exist. }
 function IsQorDesignCtrl(AComponent: TComponent): Boolean;
 
 implementation
@@ -168,6 +171,7 @@ end;
 procedure TQorDesignCenter.ReleaseAllElements;
 begin
   FDesignManager := nil;
+  FCompTreeView := nil;
   FObjInspector := nil;
 end;
 
@@ -179,6 +183,8 @@ begin
   // The first reference that matches; palette and popup menu stay.
   if AComponent = FDesignManager then
     FDesignManager := nil
+  else if AComponent = FCompTreeView then
+    FCompTreeView := nil
   else if AComponent = FObjInspector then
     FObjInspector := nil;
 end;
@@ -217,6 +223,21 @@ begin
     FObjInspector.SetConsoleCenter(Self);
   end;
   NotifyObjInspectorChanged;
+end;
+
+procedure TQorDesignCenter.SetCompTreeView(Value: TQorCompTreeView);
+begin
+  if Value = FCompTreeView then
+    Exit;
+  if FCompTreeView <> nil then
+    FCompTreeView.SetConsoleCenter(nil);
+  FCompTreeView := Value;
+  if FCompTreeView <> nil then
+  begin
+    FCompTreeView.FreeNotification(Self);
+    FCompTreeView.SetConsoleCenter(Self);
+  end;
+  NotifyCompTreeViewChanged;
 end;
 
 procedure TQorDesignCenter.SetDesignPopupMenu(Value: TPopupMenu);
@@ -283,7 +304,8 @@ end;
 
 procedure TQorDesignCenter.NotifyCompTreeViewChanged;
 begin
-  // Only with a tree view linked (Part 6.1): RefreshAllExcept([deCompTreeView]).
+  if FCompTreeView <> nil then
+    RefreshAllExcept([deCompTreeView]);
 end;
 
 procedure TQorDesignCenter.NotifyObjInspectorChanged;
@@ -301,7 +323,8 @@ procedure TQorDesignCenter.RefreshAllExcept(Elements: TDesignElements);
 begin
   if not (deDesignManager in Elements) and (FDesignManager <> nil) then
     FDesignManager.Refresh;
-  // deCompTreeView: the tree view's Refresh, once it exists.
+  if not (deCompTreeView in Elements) and (FCompTreeView <> nil) then
+    FCompTreeView.Refresh;
   if not (deObjInspector in Elements) and (FObjInspector <> nil) then
     FObjInspector.Refresh;
 end;
@@ -312,6 +335,11 @@ begin
   begin
     FDesignManager.SetSelectedComps(FSelectedComps);
     FDesignManager.Refresh;
+  end;
+  if FCompTreeView <> nil then
+  begin
+    FCompTreeView.SetSelectedComps(FSelectedComps);
+    FCompTreeView.Refresh;
   end;
   if FObjInspector <> nil then
   begin
@@ -336,6 +364,8 @@ begin
     FSelectedComps.Assign(FDesignManager.SelectedComps, laCopy);
   if FObjInspector <> nil then
     FObjInspector.SetActiveComponents(FSelectedComps);
+  if FCompTreeView <> nil then
+    FCompTreeView.SetSelectedComps(FSelectedComps);
   if Assigned(FOnCompsChange) then
     FOnCompsChange(Self);
 end;
@@ -350,13 +380,15 @@ end;
 
 procedure TQorDesignCenter.CompTreeSelCompChanged;
 begin
-  // The tree view's list is copied in first once the tree view exists.
+  if FCompTreeView <> nil then
+    FSelectedComps.Assign(FCompTreeView.SelectedComps, laCopy);
   PushToInspectorAndManager;
 end;
 
 procedure TQorDesignCenter.ConsoleCompListChanged;
 begin
-  // The tree view's SetSelectedComps comes first once it exists.
+  if FCompTreeView <> nil then
+    FCompTreeView.SetSelectedComps(FSelectedComps);
   PushToInspectorAndManager;
 end;
 
@@ -384,8 +416,15 @@ end;
 
 procedure TQorDesignCenter.DesignStageCompsModified(AComponent: TComponent; Operation: TOperation);
 begin
-  // Only with a tree view linked (Part 6.1) and on insertion: the new
-  // component becomes the sole selection. Without one, nothing.
+  // Only with a tree view linked and on insertion: the new component
+  // becomes the sole selection. A removal does nothing here.
+  if (FCompTreeView = nil) or (Operation <> opInsert) then
+    Exit;
+  FCompTreeView.Refresh;
+  FSelectedComps.Clear;
+  FSelectedComps.Add(AComponent);
+  FCompTreeView.SetSelectedComps(FSelectedComps);
+  CompTreeSelCompChanged;
 end;
 
 procedure TQorDesignCenter.DynCompCreated(AComponent: TComponent);
@@ -547,16 +586,21 @@ begin
     FDesignManager.Dirty := Value;
   if FObjInspector <> nil then
     FObjInspector.Modified := Value;
+  if FCompTreeView <> nil then
+    FCompTreeView.Dirty := Value;
 end;
 
 function TQorDesignCenter.GetDirty: Boolean;
 begin
   Result := ((FDesignManager <> nil) and FDesignManager.Dirty) or
-    ((FObjInspector <> nil) and FObjInspector.Modified);
+    ((FObjInspector <> nil) and FObjInspector.Modified) or
+    ((FCompTreeView <> nil) and FCompTreeView.Dirty);
 end;
 
 procedure TQorDesignCenter.InstallDesignPopupMenu;
 begin
+  if FCompTreeView <> nil then
+    FCompTreeView.PopupMenu := FDesignPopupMenu;
   if FDesignManager <> nil then
     FDesignManager.DesignPopupMenu := FDesignPopupMenu;
 end;
@@ -566,7 +610,8 @@ end;
 function IsQorDesignCtrl(AComponent: TComponent): Boolean;
 begin
   Result := (AComponent is TQorSizer) or (AComponent is TQorRubberBand) or
-    (AComponent is TQorDesignManager) or (AComponent is TQorDesignCenter);
+    (AComponent is TQorDesignManager) or (AComponent is TQorDesignCenter) or
+    (AComponent is TQorCompTreeView);
 end;
 
 end.

@@ -8,7 +8,9 @@ unit QorDesign;
 interface
 
 uses
-  QorDesigner, VhoRTTI, VhoSysUtils, ObjTranslate, QorTransUtils, QorDesignConsole, ObjInspect, VhoClipbrdUtils, VhoDesignIntfImpls, QorDesignIntfImpls;
+  QorDesigner, VhoRTTI, VhoSysUtils, ObjTranslate, QorTransUtils, 
+  QorDesignConsole, ObjInspect, VhoClipbrdUtils, VhoDesignIntfImpls, 
+  QorDesignIntfImpls, QorCompTreeView;
 
 implementation
 

@@ -24,7 +24,7 @@ uses
   QorDesigner,
   // the suites
   QorGuiTest, TestRealInput, TestQorDesignerDefs, TestVhoRTTI, TestVhoSysUtils,
-  TestObjTranslate, TestQorTransUtils, TestQorDict, TestDesignSurface, TestSurfaceEdges, TestObjInspect, TestInspectorGui, TestDemo, TestArrange, TestVhoClipbrdUtils, TestQorDesignCenter, TestDesignIntf;
+  TestObjTranslate, TestQorTransUtils, TestQorDict, TestDesignSurface, TestSurfaceEdges, TestObjInspect, TestInspectorGui, TestDemo, TestArrange, TestVhoClipbrdUtils, TestQorDesignCenter, TestDesignIntf, TestQorCompTreeView;
 
 type
 
