@@ -35,7 +35,7 @@ uses
   // IDEIntf
   ComponentEditors,
   // ours
-  QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils, QorDesignIntfImpls;
+  QorDesigner, QorDesignConsole, ObjInspect, QorTransUtils, QorDesignIntfImpls, QorCompTreeView;
 
 type
 
@@ -47,6 +47,7 @@ type
     FTreeArea: TPanel;
     FInspectorArea: TPanel;
     FInspector: TQorObjInspector;
+    FTree: TQorCompTreeView;
     FCenterArea: TPanel;
     FStage: TForm;
     FManager: TQorDesignManager;
@@ -97,6 +98,7 @@ type
     property Center: TQorDesignCenter read FCenter;
     function PaletteButtonOf(AClass: TComponentClass): TSpeedButton;
     property Inspector: TQorObjInspector read FInspector;
+    property Tree: TQorCompTreeView read FTree;
     property LabelsSwitch: TCheckBox read FLabelsSwitch;
   end;
 
@@ -625,6 +627,14 @@ begin
   FInspector.ColWidths[0] := 130;
   FCenter.ObjInspector := FInspector;
   FInspector.SetActiveComponent(FStage);
+
+  // The stage's components as a tree that follows and drives the
+  // selection (Part 6.1), also owned by the main form.
+  FTree := TQorCompTreeView.Create(Self);
+  FTree.Name := 'CompTreeView1';
+  FTree.Parent := FTreeArea;
+  FTree.Align := alClient;
+  FCenter.CompTreeView := FTree;
 end;
 
 {************ Screenshot }

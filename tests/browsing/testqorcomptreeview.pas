@@ -335,6 +335,7 @@ begin
   AssertTrue('root expanded', Tree.Items.GetFirstNode.Expanded);
   AssertNull('the design system is not listed', Tree.FindComponentNode(Manager));
   AssertNull('nor the center', Tree.FindComponentNode(Center));
+  AssertTrue('a tree view is a part of the design system', IsQorDesignCtrl(Tree));
 end;
 
 procedure TTestQorCompTreeView.TestFilterWithoutControlsListsOnlyNonVisual;
