@@ -45,6 +45,9 @@ type
     // Each listed component's node: FindComponentNode answers at once on
     // a stage of thousands (the Part's walk is linear per component).
     FNodeOf: specialize TDictionary<TComponent, TTreeNode>;
+    // The tree's selection as ReSelectComps left it, in selection order.
+    FReselected: TFPList;
+    function SelectionIsReselected: Boolean;
     procedure SetRootControl(Value: TWinControl);
     procedure SetCompFilterStyles(Value: TCompFilterStyles);
     procedure SetShowKnownCompsOnly(Value: Boolean);
@@ -100,6 +103,7 @@ begin
   inherited Create(AOwner);
   FSelectedComps := TComponentList.Create(False);
   FNodeOf := specialize TDictionary<TComponent, TTreeNode>.Create;
+  FReselected := TFPList.Create;
   FImageList := TImageList.Create(nil);
   FImageList.Height := 16;
   FImageList.Width := 16;
@@ -120,6 +124,7 @@ begin
   FreeAndNil(FSelectedComps);
   inherited Destroy;
   FreeAndNil(FNodeOf);
+  FreeAndNil(FReselected);
 end;
 
 procedure TQorCompTreeView.Notification(AComponent: TComponent; Operation: TOperation);
@@ -338,6 +343,8 @@ begin
     RootNode.Expand(False);
   finally
     Items.EndUpdate;
+    // No node is selected now, and the LCL's late report of that is ours.
+    FReselected.Clear;
     FUpdating := False;
   end;
 end;
@@ -363,9 +370,23 @@ begin
         Select(Node, [ssCtrl]);
       First := False;
     end;
+    FReselected.Clear;
+    for I := 0 to Integer(SelectionCount) - 1 do
+      FReselected.Add(Selections[I].Data);
   finally
     FUpdating := False;
   end;
+end;
+
+function TQorCompTreeView.SelectionIsReselected: Boolean;
+var
+  I: Integer;
+begin
+  Result := Integer(SelectionCount) = FReselected.Count;
+  if Result then
+    for I := 0 to FReselected.Count - 1 do
+      if Selections[I].Data <> FReselected[I] then
+        Exit(False);
 end;
 
 procedure TQorCompTreeView.FillSelectedComps;
@@ -378,11 +399,15 @@ begin
       FSelectedComps.Add(TComponent(Selections[I].Data));
 end;
 
+{ The LCL's tree reports a selection change from a timer, after the change:
+  the selection ReSelectComps made arrives here once it has returned, and
+  is not the user's. Only a selection other than that one is reported. }
 procedure TQorCompTreeView.Change(Node: TTreeNode);
 begin
   inherited Change(Node);
-  if FUpdating then
+  if FUpdating or SelectionIsReselected then
     Exit;
+  FReselected.Clear;
   FillSelectedComps;
   if FConsoleCenter <> nil then
     TQorDesignCenter(FConsoleCenter).CompTreeSelCompChanged;
