@@ -960,7 +960,7 @@ begin
       // running on a heap the other warmed.
       PasteMs := MaxInt;
       PasteFloor := MaxInt;
-      for I := 1 to 3 do
+      for I := 1 to 6 do
       begin
         PasteFloor := Min(PasteFloor, TimePaste(True, 3));
         PasteMs := Min(PasteMs, TimePaste(False, 3));
