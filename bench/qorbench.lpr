@@ -916,7 +916,7 @@ procedure BenchClipboard;
 var
   I: Integer;
   C: TComponent;
-  CopyMs, CopyFloor, PasteMs, PasteFloor: Double;
+  PasteMs, PasteFloor: Double;
 begin
   if not (Wanted('clipboard.copy_1000') or Wanted('clipboard.paste_1000')) then
     Exit;
@@ -943,15 +943,9 @@ begin
     // On X the copying program must have a shown window.
     ClipSource.Show;
     Application.ProcessMessages;
-    CopyMs := MaxInt;
-    CopyFloor := MaxInt;
-    for I := 1 to 3 do
-    begin
-      CopyFloor := Min(CopyFloor, TimeIt(@WriteFloor, 5, 3));
-      CopyMs := Min(CopyMs, TimeIt(@ClipCopy, 5, 3));
-    end;
     if Wanted('clipboard.copy_1000') then
-      AddRow('clipboard.copy_1000', 'write_component_1000', CopyMs, CopyFloor);
+      AddRowInTurn('clipboard.copy_1000', 'write_component_1000', @ClipCopy, @WriteFloor,
+        nil, 5, 9);
     if Wanted('clipboard.paste_1000') then
     begin
       ClipCopy;

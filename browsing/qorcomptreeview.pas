@@ -54,6 +54,7 @@ type
     procedure FillSelectedComps;
     function AddTreeNodeChild(ParentNode: TTreeNode; AComponent: TComponent): TTreeNode;
     procedure AddControlsOf(ParentNode: TTreeNode; AParent: TWinControl);
+    procedure MoveSelCompIndexesBy(Shift: Integer);
     procedure WMRButtonDown(var Message: TLMRButtonDown); message LM_RBUTTONDOWN;
     procedure WMRButtonUp(var Message: TLMRButtonUp); message LM_RBUTTONUP;
   protected
@@ -430,29 +431,19 @@ begin
 end;
 
 procedure TQorCompTreeView.MoveSelCompIndexesUp(Delta: Integer);
-var
-  I, Position: Integer;
-  C: TComponent;
 begin
-  for I := 0 to FSelectedComps.Count - 1 do
-  begin
-    C := FSelectedComps[I];
-    if C.Owner <> nil then
-      C.ComponentIndex := C.ComponentIndex - Delta;
-    if (FRootControl is TCustomForm) and (C is TControl) and (TControl(C).Parent <> nil) then
-    begin
-      Position := TControl(C).Parent.GetControlIndex(TControl(C));
-      if (Position >= 0) and (Position - Delta >= 0) then
-        TControl(C).Parent.SetControlIndex(TControl(C), Position - Delta);
-    end;
-  end;
-  FDirty := True;
-  if FConsoleCenter <> nil then
-    TQorDesignCenter(FConsoleCenter).SetDirty(True);
-  Refresh;
+  MoveSelCompIndexesBy(-Delta);
 end;
 
 procedure TQorCompTreeView.MoveSelCompIndexesDown(Delta: Integer);
+begin
+  MoveSelCompIndexesBy(Delta);
+end;
+
+{ Both moves of the Part: the component index by Shift in the owner (which
+  keeps it in range), the place among the parent's controls by Shift too,
+  except that a move up never asks for a place before the first. }
+procedure TQorCompTreeView.MoveSelCompIndexesBy(Shift: Integer);
 var
   I, Position: Integer;
   C: TComponent;
@@ -461,12 +452,12 @@ begin
   begin
     C := FSelectedComps[I];
     if C.Owner <> nil then
-      C.ComponentIndex := C.ComponentIndex + Delta;
+      C.ComponentIndex := C.ComponentIndex + Shift;
     if (FRootControl is TCustomForm) and (C is TControl) and (TControl(C).Parent <> nil) then
     begin
       Position := TControl(C).Parent.GetControlIndex(TControl(C));
-      if Position >= 0 then
-        TControl(C).Parent.SetControlIndex(TControl(C), Position + Delta);
+      if (Position >= 0) and ((Shift >= 0) or (Position + Shift >= 0)) then
+        TControl(C).Parent.SetControlIndex(TControl(C), Position + Shift);
     end;
   end;
   FDirty := True;

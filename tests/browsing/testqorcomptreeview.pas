@@ -36,8 +36,6 @@ type
     procedure CloseMenu(Sender: TObject);
     function TreeText: string;
     function TreeSelNames: string;
-    function InspNames: string;
-    function CenterNames: string;
     procedure AssertAllSelect(const Expected: string);
     procedure ClickNode(C: TComponent; const Keys: string = '');
   protected
@@ -139,41 +137,12 @@ begin
   end;
 end;
 
-function TTestQorCompTreeView.InspNames: string;
-var
-  I: Integer;
-begin
-  Result := '';
-  if (Insp.PropList.BasedObjects <> nil) and (Insp.PropList.BasedObjects.Count > 0) then
-    for I := 0 to Insp.PropList.BasedObjects.Count - 1 do
-    begin
-      if I > 0 then
-        Result := Result + ',';
-      Result := Result + TComponent(Insp.PropList.BasedObjects[I]).Name;
-    end
-  else if Insp.PropList.GetBasedObject is TComponent then
-    Result := TComponent(Insp.PropList.GetBasedObject).Name;
-end;
-
-function TTestQorCompTreeView.CenterNames: string;
-var
-  I: Integer;
-begin
-  Result := '';
-  for I := 0 to Center.SelectedComps.Count - 1 do
-  begin
-    if I > 0 then
-      Result := Result + ',';
-    Result := Result + Center.SelectedComps[I].Name;
-  end;
-end;
-
 procedure TTestQorCompTreeView.AssertAllSelect(const Expected: string);
 begin
-  AssertEquals('center', Expected, CenterNames);
+  AssertEquals('center', Expected, CompNames(Center.SelectedComps));
   AssertEquals('manager', Expected, SelNames);
   AssertEquals('tree', Expected, TreeSelNames);
-  AssertEquals('inspector', Expected, InspNames);
+  AssertEquals('inspector', Expected, InspectedNames(Insp));
 end;
 
 { Clicks the node of C (with Keys held) and waits until the tree has it
@@ -382,7 +351,7 @@ begin
   Insp.SetActiveComponent(Stage);
   Tree.GenerateTree;
   DrainMessages(200);
-  AssertEquals('the inspector still shows the stage', 'StageForm', InspNames);
+  AssertEquals('the inspector still shows the stage', 'StageForm', InspectedNames(Insp));
   AssertEquals('the center keeps all controls', Manager.SelectedComps.Count,
     Center.SelectedComps.Count);
   AssertTrue('more than one selected', Center.SelectedComps.Count > 1);

@@ -35,7 +35,6 @@ type
     FMouseMoves: Integer;
     procedure StageMouseMove(Sender: TObject; AControl: TControl; Shift: TShiftState;
       X, Y: Integer);
-    function Names(List: TComponentList): string;
     procedure AssertListsEqual(const Expected: string);
   protected
     procedure SetUp; override;
@@ -83,37 +82,11 @@ begin
   Inc(FMouseMoves);
 end;
 
-function TTestQorDesignCenter.Names(List: TComponentList): string;
-var
-  I: Integer;
-begin
-  Result := '';
-  for I := 0 to List.Count - 1 do
-  begin
-    if I > 0 then
-      Result := Result + ',';
-    Result := Result + List[I].Name;
-  end;
-end;
-
 procedure TTestQorDesignCenter.AssertListsEqual(const Expected: string);
-var
-  InspNames: string;
-  I: Integer;
 begin
-  AssertEquals('center', Expected, Names(Center.SelectedComps));
-  AssertEquals('manager', Expected, Names(Manager.SelectedComps));
-  InspNames := '';
-  if (Insp.PropList.BasedObjects <> nil) and (Insp.PropList.BasedObjects.Count > 0) then
-    for I := 0 to Insp.PropList.BasedObjects.Count - 1 do
-    begin
-      if I > 0 then
-        InspNames := InspNames + ',';
-      InspNames := InspNames + TComponent(Insp.PropList.BasedObjects[I]).Name;
-    end
-  else if Insp.PropList.GetBasedObject is TComponent then
-    InspNames := TComponent(Insp.PropList.GetBasedObject).Name;
-  AssertEquals('inspector', Expected, InspNames);
+  AssertEquals('center', Expected, CompNames(Center.SelectedComps));
+  AssertEquals('manager', Expected, CompNames(Manager.SelectedComps));
+  AssertEquals('inspector', Expected, InspectedNames(Insp));
 end;
 
 procedure TTestQorDesignCenter.TestLinkingTheSameDesignManagerTwiceNotifiesOnce;
@@ -269,7 +242,7 @@ var
 begin
   Center.SelectAllControls;
   DrainMessages(50);
-  Expected := Names(Manager.SelectedComps);
+  Expected := CompNames(Manager.SelectedComps);
   AssertTrue('several selected', Manager.SelectedComps.Count > 5);
   AssertListsEqual(Expected);
 end;

@@ -14,7 +14,13 @@ uses
   // LCL
   LCLType, LCLIntf, LCLProc, LMessages, Controls, StdCtrls, ExtCtrls, Forms, Graphics,
   // ours
-  QorGuiTest, QorDesigner, QorDesignConsole;
+  QorGuiTest, QorDesigner, QorDesignConsole, ObjInspect;
+
+{ The components' names, comma-separated, in list order. }
+function CompNames(List: TComponentList): string;
+
+{ The names of the components the inspector shows, comma-separated. }
+function InspectedNames(Insp: TVhoObjInspector): string;
 
 type
 
@@ -83,6 +89,35 @@ type
   end;
 
 implementation
+
+function CompNames(List: TComponentList): string;
+var
+  I: Integer;
+begin
+  Result := '';
+  for I := 0 to List.Count - 1 do
+  begin
+    if I > 0 then
+      Result := Result + ',';
+    Result := Result + List[I].Name;
+  end;
+end;
+
+function InspectedNames(Insp: TVhoObjInspector): string;
+var
+  I: Integer;
+begin
+  Result := '';
+  if (Insp.PropList.BasedObjects <> nil) and (Insp.PropList.BasedObjects.Count > 0) then
+    for I := 0 to Insp.PropList.BasedObjects.Count - 1 do
+    begin
+      if I > 0 then
+        Result := Result + ',';
+      Result := Result + TComponent(Insp.PropList.BasedObjects[I]).Name;
+    end
+  else if Insp.PropList.GetBasedObject is TComponent then
+    Result := TComponent(Insp.PropList.GetBasedObject).Name;
+end;
 
 { TQorSurfaceTestCase }
 
@@ -179,16 +214,8 @@ begin
 end;
 
 function TQorSurfaceTestCase.SelNames: string;
-var
-  I: Integer;
 begin
-  Result := '';
-  for I := 0 to Manager.SelectedComps.Count - 1 do
-  begin
-    if I > 0 then
-      Result := Result + ',';
-    Result := Result + Manager.SelectedComps[I].Name;
-  end;
+  Result := CompNames(Manager.SelectedComps);
 end;
 
 function TQorSurfaceTestCase.SizerOf(C: TControl): TQorSizer;
