@@ -48,9 +48,9 @@ type
     // The tree's selection as ReSelectComps left it, in selection order.
     FReselected: TFPList;
     function SelectionIsReselected: Boolean;
+    procedure StoreRootControl(Value: TWinControl);
     procedure SetRootControl(Value: TWinControl);
     procedure SetCompFilterStyles(Value: TCompFilterStyles);
-    procedure SetShowKnownCompsOnly(Value: Boolean);
     procedure FillSelectedComps;
     function AddTreeNodeChild(ParentNode: TTreeNode; AComponent: TComponent): TTreeNode;
     procedure AddControlsOf(ParentNode: TTreeNode; AParent: TWinControl);
@@ -84,7 +84,7 @@ type
     property CompFilterStyles: TCompFilterStyles read FCompFilterStyles
       write SetCompFilterStyles default [cfComponent, cfControl];
     property ShowKnownCompsOnly: Boolean read FShowKnownCompsOnly
-      write SetShowKnownCompsOnly default True;
+      write FShowKnownCompsOnly default True;
   end;
 
 implementation
@@ -155,26 +155,28 @@ begin
   FConsoleCenter.FreeNotification(Self);
   if TQorDesignCenter(FConsoleCenter).DesignManager <> nil then
   begin
-    // Through the field: the setter's GenerateTree follows at once.
-    if FRootControl <> nil then
-      FRootControl.RemoveFreeNotification(Self);
-    FRootControl := TQorDesignCenter(FConsoleCenter).GetDesignStage;
-    if FRootControl <> nil then
-      FRootControl.FreeNotification(Self);
+    // Generated whether the root changed or not (the setter's rule differs).
+    StoreRootControl(TQorDesignCenter(FConsoleCenter).GetDesignStage);
     GenerateTree;
   end;
   PopupMenu := TQorDesignCenter(FConsoleCenter).DesignPopupMenu;
+end;
+
+{ The root with a free notification on it. }
+procedure TQorCompTreeView.StoreRootControl(Value: TWinControl);
+begin
+  if FRootControl <> nil then
+    FRootControl.RemoveFreeNotification(Self);
+  FRootControl := Value;
+  if FRootControl <> nil then
+    FRootControl.FreeNotification(Self);
 end;
 
 procedure TQorCompTreeView.SetRootControl(Value: TWinControl);
 begin
   if Value = FRootControl then
     Exit;
-  if FRootControl <> nil then
-    FRootControl.RemoveFreeNotification(Self);
-  FRootControl := Value;
-  if FRootControl <> nil then
-    FRootControl.FreeNotification(Self);
+  StoreRootControl(Value);
   GenerateTree;
 end;
 
@@ -184,11 +186,6 @@ begin
     Exit;
   FCompFilterStyles := Value;
   Refresh;
-end;
-
-procedure TQorCompTreeView.SetShowKnownCompsOnly(Value: Boolean);
-begin
-  FShowKnownCompsOnly := Value;
 end;
 
 procedure TQorCompTreeView.Refresh;
