@@ -3,8 +3,11 @@
 # Installs only what is missing, so a second run does nothing and asks no registry.
 set -euo pipefail
 
-# fonts-wqy-microhei: a CJK font, so the demo's Chinese labels show as text, not boxes.
-PKGS=(fpc lcl-2.2 lcl-gtk2-2.2 lcl-utils-2.2 lazarus-src-2.2 xvfb xauth xdotool fonts-wqy-microhei)
+# libqt6sql6-sqlite: only recommended by Qt SQL, so named here.
+# qt6-tools-dev: Qt Designer's plugin interfaces, QFormBuilder and QUiLoader.
+# libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
+PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite qt6-tools-dev
+      libgl-dev libxtst-dev xvfb xauth)
 
 missing=()
 for p in "${PKGS[@]}"; do
