@@ -1,0 +1,40 @@
+// The benchmark program's frame: rows register themselves by group, each
+// row is timed beside its floor (a plain way of doing comparable work,
+// measured in the same run), and the table and bench/results.tsv come out
+// of the rows' results.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+struct BenchRow
+{
+    QString name;      // "stream.write_1000"
+    double ms = 0;     // ours, best round
+    QString floorName; // what the floor does
+    double floorMs = 0; // the floor, best round
+};
+
+using BenchGroup = std::function<QList<BenchRow>()>;
+
+// Registers a group of rows; done from a static object of each bench file.
+struct BenchRegistrar
+{
+    BenchRegistrar(const char *group, BenchGroup run);
+};
+
+// Times fn `rounds` times and returns the best round in milliseconds.
+double benchBest(int rounds, const std::function<void()> &fn);
+
+// Times ours and the floor a round each in turn, so that a slow phase of
+// the machine falls on both; each round may prepare its input untimed.
+// Returns the best round of each, in milliseconds.
+struct BenchPair
+{
+    double ms = 0;
+    double floorMs = 0;
+};
+BenchPair benchInTurn(int rounds, const std::function<void()> &prepare,
+                      const std::function<void()> &ours, const std::function<void()> &floor);

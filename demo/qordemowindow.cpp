@@ -1,0 +1,2 @@
+#include "qordemowindow.h"
+QorDemoWindow::QorDemoWindow(QWidget *parent) : QMainWindow(parent) {}

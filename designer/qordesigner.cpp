@@ -1,0 +1,141 @@
+#include "qordesigner.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QLineEdit>
+#include <QMutex>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+namespace {
+
+struct MessageTable
+{
+    QMutex mutex;
+    QHash<QString, quint32> numbers;
+};
+
+MessageTable &messageTable()
+{
+    static MessageTable table;
+    return table;
+}
+
+} // namespace
+
+quint32 QorRegisterWindowMessage(const QString &name)
+{
+    MessageTable &table = messageTable();
+    const QString key = name.toUpper();
+    QMutexLocker lock(&table.mutex);
+    auto it = table.numbers.constFind(key);
+    if (it != table.numbers.constEnd())
+        return *it;
+    const quint32 number = quint32(QEvent::registerEventType());
+    table.numbers.insert(key, number);
+    return number;
+}
+
+const char *const QorDesignMessageNames[12] = {
+    "QOR.SizerMovedMsg",
+    "QOR.SizerMoveEndMsg",
+    "QOR.SizerMoveStartMsg",
+    "QOR.Design.ControlSelected",
+    "QOR.Design.ControlSelectedAtPos",
+    "QOR.Design.SelectControlChanged",
+    "QOR.Design.ControlMoved",
+    "QOR.Design.SelectControlMoved",
+    "QOR.Design.StartInlineEdit",
+    "QOR.Design.EndInlineEdit",
+    "QOR.Design.DynamicComponentCreated",
+    "QOR.Design.DelSelectControls",
+};
+
+// Registered when the library is loaded, in the order of the names above.
+quint32 QORM_SizerMoved = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[0]));
+quint32 QORM_SizerMoveEnd = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[1]));
+quint32 QORM_SizerMoveStart = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[2]));
+quint32 QORM_ControlSelected = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[3]));
+quint32 QORM_ControlSelectedAtPos = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[4]));
+quint32 QORN_SelCtrlChanged = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[5]));
+quint32 QORN_CtrlMoved = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[6]));
+quint32 QORN_SelCtrlMoved = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[7]));
+quint32 QORN_StartInlineEdit = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[8]));
+quint32 QORN_EndInlineEdit = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[9]));
+quint32 QORN_DynCompCreated = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[10]));
+quint32 QORN_DelSelCtrls = QorRegisterWindowMessage(QLatin1String(QorDesignMessageNames[11]));
+
+bool QorDesigning = false;
+
+quintptr KeyStateOf(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
+{
+    quintptr state = 0;
+    if (buttons.testFlag(Qt::LeftButton))
+        state |= MK_LBUTTON;
+    if (buttons.testFlag(Qt::RightButton))
+        state |= MK_RBUTTON;
+    if (buttons.testFlag(Qt::MiddleButton))
+        state |= MK_MBUTTON;
+    if (modifiers.testFlag(Qt::ShiftModifier))
+        state |= MK_SHIFT;
+    if (modifiers.testFlag(Qt::ControlModifier))
+        state |= MK_CONTROL;
+    return state;
+}
+
+TControlSelectMode SelectModeOfKeyState(quintptr keyState)
+{
+    if (keyState & MK_SHIFT)
+        return csmToggle;
+    if (keyState & MK_CONTROL)
+        return csmClear;
+    return csmSelect;
+}
+
+qintptr PointToLParam(const QPoint &point)
+{
+    return qintptr((quint32(quint16(point.y())) << 16) | quint16(point.x()));
+}
+
+QPoint LParamToPoint(qintptr lParam)
+{
+    const auto bits = quint32(quintptr(lParam));
+    return QPoint(int(bits & 0xFFFF), int(bits >> 16));
+}
+
+TQorMessageEvent::TQorMessageEvent(quint32 msg, quintptr wParam, qintptr lParam)
+    : QEvent(QEvent::Type(msg))
+{
+    Message.Msg = msg;
+    Message.WParam = wParam;
+    Message.LParam = lParam;
+}
+
+TQorMessageEvent::~TQorMessageEvent() = default;
+
+void QorPostMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam)
+{
+    if (receiver)
+        QCoreApplication::postEvent(receiver, new TQorMessageEvent(msg, wParam, lParam));
+}
+
+qintptr QorSendMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam)
+{
+    if (!receiver)
+        return 0;
+    TQorMessageEvent event(msg, wParam, lParam);
+    QCoreApplication::sendEvent(receiver, &event);
+    return event.Result();
+}
+
+bool PointInRect(const QPoint &Point, const QRect &Rect)
+{
+    return Rect.left() <= Point.x() && Point.x() <= RectRight(Rect) && Rect.top() <= Point.y()
+        && Point.y() <= RectBottom(Rect);
+}
+
+bool ControlCanInlineEdit(const QWidget *Control)
+{
+    return qobject_cast<const QLineEdit *>(Control) || qobject_cast<const QTextEdit *>(Control)
+        || qobject_cast<const QPlainTextEdit *>(Control);
+}

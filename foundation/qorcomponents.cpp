@@ -1,0 +1,421 @@
+#include "qorcomponents.h"
+
+#include "qorerror.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QMetaObject>
+#include <QWidget>
+
+#include <memory>
+
+namespace {
+
+QString nameKey(const QString &name)
+{
+    return name.toCaseFolded();
+}
+
+// What the library keeps about one owner. Not a child of the owner: it must
+// outlive the owner's children, which leave the list while the owner's
+// destructor deletes them.
+struct OwnerData
+{
+    QObject *owner = nullptr;
+    QList<QObject *> components;
+    // Index of each component in `components`; rebuilt after a removal from
+    // the middle of the list.
+    mutable QHash<const QObject *, int> indexes;
+    mutable bool indexesValid = true;
+    // Owned components by folded name, to answer name look-ups at once.
+    QMultiHash<QString, QObject *> byName;
+    std::unique_ptr<TQorOwnerNotifier> notifier;
+    QMetaObject::Connection ownerDestroyed;
+
+    int indexOf(const QObject *component) const
+    {
+        if (!indexesValid) {
+            indexes.clear();
+            indexes.reserve(components.size());
+            for (int i = 0; i < components.size(); ++i)
+                indexes.insert(components.at(i), i);
+            indexesValid = true;
+        }
+        return indexes.value(component, -1);
+    }
+};
+
+// What the library keeps about one owned component.
+struct ComponentData
+{
+    OwnerData *owner = nullptr;
+    QString key; // folded name, as filed in the owner's byName
+    QMetaObject::Connection destroyed;
+    QMetaObject::Connection renamed;
+};
+
+struct Registry
+{
+    QHash<const QObject *, OwnerData *> owners;
+    QHash<const QObject *, ComponentData> components;
+};
+
+// Never destroyed: owners alive at exit keep their entries.
+Registry &registry()
+{
+    static Registry *r = new Registry;
+    return *r;
+}
+
+void ownerDestroyed(QObject *owner);
+
+OwnerData *ownerData(const QObject *owner, bool create)
+{
+    Registry &r = registry();
+    OwnerData *data = r.owners.value(owner);
+    if (!data && create && owner) {
+        data = new OwnerData;
+        data->owner = const_cast<QObject *>(owner);
+        data->ownerDestroyed = QObject::connect(owner, &QObject::destroyed,
+                                                [](QObject *o) { ownerDestroyed(o); });
+        r.owners.insert(owner, data);
+    }
+    return data;
+}
+
+void notifyRemoved(OwnerData *data, QObject *component)
+{
+    if (data->notifier)
+        emit data->notifier->ComponentRemoved(component);
+}
+
+// Takes a component out of its owner's list (its QObject parent stays).
+void detach(QObject *component)
+{
+    Registry &r = registry();
+    auto it = r.components.find(component);
+    if (it == r.components.end())
+        return;
+    ComponentData cd = *it;
+    r.components.erase(it);
+    QObject::disconnect(cd.destroyed);
+    QObject::disconnect(cd.renamed);
+    OwnerData *data = cd.owner;
+    const int index = data->indexOf(component);
+    if (index >= 0) {
+        data->components.removeAt(index);
+        if (index == data->components.size())
+            data->indexes.remove(component);
+        else
+            data->indexesValid = false;
+    }
+    data->byName.remove(cd.key, component);
+    notifyRemoved(data, component);
+}
+
+void ownerDestroyed(QObject *owner)
+{
+    Registry &r = registry();
+    OwnerData *data = r.owners.value(owner);
+    if (!data)
+        return;
+    // An owner destroys what it still owns: components shown elsewhere than
+    // under the owner, which the owner's own destructor does not reach.
+    while (!data->components.isEmpty()) {
+        QObject *component = data->components.last();
+        detach(component);
+        delete component;
+    }
+    r.owners.remove(owner);
+    delete data;
+}
+
+void componentRenamed(QObject *component)
+{
+    Registry &r = registry();
+    auto it = r.components.find(component);
+    if (it == r.components.end())
+        return;
+    OwnerData *data = it->owner;
+    data->byName.remove(it->key, component);
+    it->key = nameKey(component->objectName());
+    data->byName.insert(it->key, component);
+}
+
+} // namespace
+
+TQorOwnerNotifier::TQorOwnerNotifier(QObject *owner)
+    : m_owner(owner)
+{
+}
+
+TQorOwnerNotifier::~TQorOwnerNotifier() = default;
+
+QObject *Owner(const QObject *Component)
+{
+    const Registry &r = registry();
+    auto it = r.components.constFind(Component);
+    return it == r.components.constEnd() ? nullptr : it->owner->owner;
+}
+
+int ComponentCount(const QObject *Owner)
+{
+    const OwnerData *data = ownerData(Owner, false);
+    return data ? int(data->components.size()) : 0;
+}
+
+QObject *Components(const QObject *Owner, int Index)
+{
+    const OwnerData *data = ownerData(Owner, false);
+    if (!data || Index < 0 || Index >= data->components.size())
+        return nullptr;
+    return data->components.at(Index);
+}
+
+QList<QObject *> ComponentList(const QObject *Owner)
+{
+    const OwnerData *data = ownerData(Owner, false);
+    return data ? data->components : QList<QObject *>();
+}
+
+int ComponentIndex(const QObject *Component)
+{
+    const Registry &r = registry();
+    auto it = r.components.constFind(Component);
+    return it == r.components.constEnd() ? -1 : it->owner->indexOf(Component);
+}
+
+void SetComponentIndex(QObject *Component, int Index)
+{
+    const Registry &r = registry();
+    auto it = r.components.constFind(Component);
+    if (it == r.components.constEnd())
+        return;
+    OwnerData *data = it->owner;
+    const int from = data->indexOf(Component);
+    const int to = std::clamp(Index, 0, int(data->components.size()) - 1);
+    if (from < 0 || from == to)
+        return;
+    data->components.move(from, to);
+    data->indexesValid = false;
+}
+
+void InsertComponent(QObject *Owner, QObject *Component)
+{
+    if (!Owner || !Component || Owner == Component)
+        return;
+    const QString key = nameKey(Component->objectName());
+    OwnerData *data = ownerData(Owner, true);
+    if (::Owner(Component) == Owner)
+        return;
+    if (!key.isEmpty()) {
+        const auto others = data->byName.values(key);
+        if (!others.isEmpty()) {
+            throw EComponentError(
+                QCoreApplication::translate("QorDesign", "A component named %1 already exists")
+                    .arg(Component->objectName()));
+        }
+    }
+    detach(Component);
+
+    ComponentData cd;
+    cd.owner = data;
+    cd.key = key;
+    cd.destroyed = QObject::connect(Component, &QObject::destroyed,
+                                    [](QObject *c) { detach(c); });
+    cd.renamed = QObject::connect(Component, &QObject::objectNameChanged,
+                                  [Component] { componentRenamed(Component); });
+    registry().components.insert(Component, cd);
+    if (data->indexesValid)
+        data->indexes.insert(Component, int(data->components.size()));
+    data->components.append(Component);
+    data->byName.insert(key, Component);
+    if (!Component->isWidgetType() && Component->parent() != Owner)
+        Component->setParent(Owner);
+    if (data->notifier)
+        emit data->notifier->ComponentInserted(Component);
+}
+
+void RemoveComponent(QObject *Owner, QObject *Component)
+{
+    if (Owner && Component && ::Owner(Component) == Owner)
+        detach(Component);
+}
+
+QObject *FindComponent(const QObject *Owner, const QString &Name)
+{
+    const OwnerData *data = ownerData(Owner, false);
+    if (!data || Name.isEmpty())
+        return nullptr;
+    const QList<QObject *> found = data->byName.values(nameKey(Name));
+    if (found.size() <= 1)
+        return found.value(0);
+    QObject *first = nullptr;
+    int firstIndex = std::numeric_limits<int>::max();
+    for (QObject *c : found) {
+        const int index = data->indexOf(c);
+        if (index < firstIndex) {
+            firstIndex = index;
+            first = c;
+        }
+    }
+    return first;
+}
+
+TQorOwnerNotifier *OwnerNotifier(QObject *Owner)
+{
+    OwnerData *data = ownerData(Owner, true);
+    if (!data)
+        return nullptr;
+    if (!data->notifier)
+        data->notifier = std::make_unique<TQorOwnerNotifier>(Owner);
+    return data->notifier.get();
+}
+
+bool IsQorDesignObject(const QObject *Object)
+{
+    return Object && Object->metaObject()->indexOfClassInfo("QorDesignObject") >= 0;
+}
+
+bool IsInnerPart(const QObject *Object)
+{
+    if (!Object)
+        return true;
+    const QString name = Object->objectName();
+    return name.isEmpty() || name.startsWith(QLatin1String("qt_"));
+}
+
+namespace {
+
+// The first free name of a name's stem: the name without its trailing
+// digits, followed by 1, 2, ...
+QString freeNameLike(const QObject *owner, const QString &name)
+{
+    qsizetype stemLength = name.size();
+    while (stemLength > 0 && name.at(stemLength - 1).isDigit())
+        --stemLength;
+    const QString stem = name.left(stemLength);
+    for (int n = 1;; ++n) {
+        const QString candidate = stem + QString::number(n);
+        if (!FindComponent(owner, candidate)
+            && QString::compare(owner->objectName(), candidate, Qt::CaseInsensitive) != 0)
+            return candidate;
+    }
+}
+
+void adoptUnder(QObject *owner, QObject *object, int &count)
+{
+    for (QObject *child : object->children()) {
+        if (IsQorDesignObject(child))
+            continue;
+        if (!IsInnerPart(child) && Owner(child) != owner) {
+            if (FindComponent(owner, child->objectName()))
+                child->setObjectName(freeNameLike(owner, child->objectName()));
+            InsertComponent(owner, child);
+            ++count;
+        }
+        adoptUnder(owner, child, count);
+    }
+}
+
+} // namespace
+
+int AdoptNamedDescendants(QObject *Owner)
+{
+    int count = 0;
+    if (Owner)
+        adoptUnder(Owner, Owner, count);
+    return count;
+}
+
+TComponentList::TComponentList(std::initializer_list<QObject *> components)
+{
+    for (QObject *c : components)
+        m_items.append(c);
+}
+
+TComponentList::TComponentList(const QList<QObject *> &components)
+{
+    for (QObject *c : components)
+        m_items.append(c);
+}
+
+void TComponentList::compact() const
+{
+    m_items.removeIf([](const QPointer<QObject> &p) { return p.isNull(); });
+}
+
+int TComponentList::Count() const
+{
+    compact();
+    return int(m_items.size());
+}
+
+QObject *TComponentList::Items(int Index) const
+{
+    compact();
+    return Index >= 0 && Index < m_items.size() ? m_items.at(Index).data() : nullptr;
+}
+
+QObject *TComponentList::First() const
+{
+    return Items(0);
+}
+
+QObject *TComponentList::Last() const
+{
+    return Items(Count() - 1);
+}
+
+int TComponentList::Add(QObject *Component)
+{
+    compact();
+    m_items.append(Component);
+    return int(m_items.size()) - 1;
+}
+
+void TComponentList::Insert(int Index, QObject *Component)
+{
+    compact();
+    m_items.insert(std::clamp(Index, 0, int(m_items.size())), Component);
+}
+
+int TComponentList::IndexOf(const QObject *Component) const
+{
+    compact();
+    for (int i = 0; i < m_items.size(); ++i) {
+        if (m_items.at(i) == Component)
+            return i;
+    }
+    return -1;
+}
+
+int TComponentList::Remove(const QObject *Component)
+{
+    const int index = IndexOf(Component);
+    if (index >= 0)
+        m_items.removeAt(index);
+    return index;
+}
+
+void TComponentList::Delete(int Index)
+{
+    compact();
+    if (Index >= 0 && Index < m_items.size())
+        m_items.removeAt(Index);
+}
+
+void TComponentList::Clear()
+{
+    m_items.clear();
+}
+
+QList<QObject *> TComponentList::toList() const
+{
+    compact();
+    QList<QObject *> list;
+    list.reserve(m_items.size());
+    for (const auto &p : m_items)
+        list.append(p.data());
+    return list;
+}

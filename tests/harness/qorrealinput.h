@@ -1,0 +1,63 @@
+// Real X input for the GUI tests: pointer moves, button presses and key
+// strokes injected through the XTest extension of the X server the tests
+// run on, so that they reach Qt exactly as a user's input does (through the
+// window system, the top-level window and every event filter on the way).
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <Qt>
+
+class QWidget;
+
+namespace RealInput {
+
+// Opens the test process's own connection to the display and checks for
+// XTest. Every other function opens it on first use; false means that no
+// real input can be given (no X display, or a server without XTest).
+bool open();
+
+// The pointer's position in global (root window) coordinates.
+QPoint pointer();
+
+// Moves the pointer to a global position in `steps` equal steps from where
+// it is now, letting Qt read its events after each step.
+void moveTo(const QPoint &global, int steps = 1);
+// Moves to a point given in the widget's own coordinates.
+void moveTo(const QWidget *widget, const QPoint &local, int steps = 1);
+
+void press(Qt::MouseButton button = Qt::LeftButton);
+void release(Qt::MouseButton button = Qt::LeftButton);
+
+// Moves to the point (the widget's centre when none is given), holds the
+// modifiers, presses and releases the button, lets the modifiers go.
+void click(const QWidget *widget, const QPoint &local = QPoint(-1, -1),
+           Qt::MouseButton button = Qt::LeftButton,
+           Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void doubleClick(const QWidget *widget, const QPoint &local = QPoint(-1, -1));
+
+// Press-move-release from one point of the widget to another, the move in
+// `steps` steps.
+void drag(const QWidget *widget, const QPoint &from, const QPoint &to, int steps = 8,
+          Qt::MouseButton button = Qt::LeftButton);
+
+// A key by its X keysym name ("a", "Delete", "Left", "Return", "F2"),
+// pressed and released with the modifiers held around it.
+void key(const char *keysym, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void keyDown(const char *keysym);
+void keyUp(const char *keysym);
+
+// Holds or lets go of the keys of a set of modifiers.
+void holdModifiers(Qt::KeyboardModifiers modifiers);
+void releaseModifiers(Qt::KeyboardModifiers modifiers);
+
+// Types text key by key; characters on a shifted level of the keyboard
+// map are typed with Shift. False (and nothing typed from that character
+// on) for a character the keyboard map does not have.
+bool typeText(const QString &text);
+
+// Lets go of every button and modifier the tests may have left held, so that
+// one failed test does not leave the next one with a key down.
+void releaseAll();
+
+} // namespace RealInput
