@@ -113,6 +113,11 @@ TQorMessageEvent::TQorMessageEvent(quint32 msg, quintptr wParam, qintptr lParam)
 
 TQorMessageEvent::~TQorMessageEvent() = default;
 
+bool IsOwnSizerMessage(const TMessage &Message, const QObject *Sizer)
+{
+    return Sizer && Message.WParam == quintptr(Sizer);
+}
+
 void QorPostMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam)
 {
     if (receiver)

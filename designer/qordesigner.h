@@ -155,6 +155,10 @@ public:
     void SetResult(qintptr result) { Message.Result = result; }
 };
 
+// True when a sizer message names the receiving sizer itself as its sender
+// (WParam): a sizer that moved has already moved itself and ignores it.
+QORDESIGN_EXPORT bool IsOwnSizerMessage(const TMessage &Message, const QObject *Sizer);
+
 // Posts a design message to a receiver: it runs after the current handler,
 // in the order of posting.
 QORDESIGN_EXPORT void QorPostMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam);

@@ -5,6 +5,9 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QMetaObject>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QToolBox>
 #include <QWidget>
 
 #include <memory>
@@ -285,6 +288,33 @@ bool IsInnerPart(const QObject *Object)
     return name.isEmpty() || name.startsWith(QLatin1String("qt_"));
 }
 
+QList<QObject *> DesignChildren(const QObject *Object)
+{
+    QList<QObject *> result;
+    if (!Object)
+        return result;
+    const auto candidate = [](const QObject *o) { return !IsInnerPart(o) && !IsQorDesignObject(o); };
+    for (QObject *child : Object->children()) {
+        if (candidate(child))
+            result.append(child);
+    }
+    QList<QWidget *> pages;
+    if (auto *tabs = qobject_cast<const QTabWidget *>(Object)) {
+        for (int i = 0; i < tabs->count(); ++i)
+            pages.append(tabs->widget(i));
+    } else if (auto *box = qobject_cast<const QToolBox *>(Object)) {
+        for (int i = 0; i < box->count(); ++i)
+            pages.append(box->widget(i));
+    } else if (auto *area = qobject_cast<const QScrollArea *>(Object)) {
+        pages.append(area->widget());
+    }
+    for (QWidget *page : std::as_const(pages)) {
+        if (page && candidate(page) && page->parent() != Object)
+            result.append(page);
+    }
+    return result;
+}
+
 namespace {
 
 // The first free name of a name's stem: the name without its trailing
@@ -305,10 +335,8 @@ QString freeNameLike(const QObject *owner, const QString &name)
 
 void adoptUnder(QObject *owner, QObject *object, int &count)
 {
-    for (QObject *child : object->children()) {
-        if (IsQorDesignObject(child))
-            continue;
-        if (!IsInnerPart(child) && Owner(child) != owner) {
+    for (QObject *child : DesignChildren(object)) {
+        if (Owner(child) != owner) {
             if (FindComponent(owner, child->objectName()))
                 child->setObjectName(freeNameLike(owner, child->objectName()));
             InsertComponent(owner, child);

@@ -77,9 +77,17 @@ QORDESIGN_EXPORT bool IsQorDesignObject(const QObject *Object);
 // tab bar, a scroll area's scroll bars). They are never components.
 QORDESIGN_EXPORT bool IsInnerPart(const QObject *Object);
 
+// The objects right under an object that can be components: its children
+// that are neither inner parts nor library objects, then the pages of a
+// container that keeps them inside its inner parts (the pages of a tab
+// widget or tool box, the widget of a scroll area) in page order. The
+// subtree of an inner part holds no components but those pages: a tab
+// bar's scroll buttons carry names, yet are part of the tab bar.
+QORDESIGN_EXPORT QList<QObject *> DesignChildren(const QObject *Object);
+
 // Takes ownership of a ready-made form's named descendants, in the order
-// of a depth-first walk of children(): every descendant that is neither an
-// inner part nor a library object and not yet owned by this owner. A
+// of a depth-first walk of DesignChildren(): every descendant that is not
+// yet owned by this owner. A
 // descendant whose name the owner already has gets the first free name of
 // its stem with a number ("Button1" taken: "Button2"). Returns how many
 // components were taken.

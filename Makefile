@@ -1,0 +1,39 @@
+# QorDesign: build, test, demo and benchmark.
+#   make demo   installs what is missing, builds and starts the demo designer
+#               (without a DISPLAY: runs it under Xvfb and writes demo-screenshot.png)
+#   make test   installs what is missing, builds everything with the sanitizers
+#               and runs the whole suite; the last line reads "N passed, N failed, N skipped"
+#   make bench  builds and runs the benchmarks, writes bench/results.tsv
+SHELL := /bin/bash
+.SHELLFLAGS := -eo pipefail -c
+
+RELEASE := build/release
+XVFB_SCREEN := -screen 0 1280x1024x24
+
+.PHONY: all deps release demo test bench clean
+
+all: release
+
+deps:
+	@scripts/ensure-deps.sh
+
+release: deps
+	@cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQORDESIGN_BUILD_TESTS=OFF > /dev/null
+	@ninja -C $(RELEASE)
+
+demo: release
+	@if [ -n "$$DISPLAY" ]; then \
+	  $(RELEASE)/demo/qordemo; \
+	else \
+	  echo "no DISPLAY: running the demo under Xvfb, writing demo-screenshot.png"; \
+	  QT_QPA_PLATFORM=xcb xvfb-run -a -s "$(XVFB_SCREEN)" $(RELEASE)/demo/qordemo --screenshot=demo-screenshot.png; \
+	fi
+
+test: deps
+	@tests/run-tests.sh
+
+bench: release
+	@QT_QPA_PLATFORM=xcb xvfb-run -a -s "$(XVFB_SCREEN)" $(RELEASE)/bench/qorbench bench/results.tsv
+
+clean:
+	rm -rf build demo-screenshot.png

@@ -1,0 +1,406 @@
+// Ownership of components: the owner's ordered list, its signals, names,
+// destruction and the adoption of a ready-made form's named descendants.
+#include "foundation/qorcomponents.h"
+#include "foundation/qorerror.h"
+#include "harness/qorguitest.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+// One of the library's own objects, never owned as a designed component.
+class LibraryHelper : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("QorDesignObject", "true")
+};
+
+class DerivedLibraryHelper : public LibraryHelper
+{
+    Q_OBJECT
+};
+
+template<class T>
+T *named(T *o, const char *name)
+{
+    o->setObjectName(QLatin1String(name));
+    return o;
+}
+
+QStringList namesOf(const QList<QObject *> &list)
+{
+    QStringList names;
+    for (QObject *o : list)
+        names << o->objectName();
+    return names;
+}
+
+} // namespace
+
+class tst_QorComponents : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
+
+    void insertedComponentsKeepTheOrderOfInsertion()
+    {
+        QWidget form;
+        QObject *a = named(new QPushButton(&form), "Button1");
+        QObject *b = named(new QLabel(&form), "Label1");
+        QObject *c = named(new QTimer, "Timer1");
+        InsertComponent(&form, a);
+        InsertComponent(&form, b);
+        InsertComponent(&form, c);
+        QCOMPARE(ComponentCount(&form), 3);
+        QCOMPARE(ComponentList(&form), QList<QObject *>({a, b, c}));
+        QCOMPARE(Components(&form, 1), b);
+        QCOMPARE(Components(&form, 3), nullptr);
+        QCOMPARE(Components(&form, -1), nullptr);
+        QCOMPARE(ComponentIndex(c), 2);
+        QCOMPARE(Owner(a), &form);
+        QCOMPARE(Owner(&form), nullptr);
+        QCOMPARE(ComponentIndex(&form), -1);
+    }
+
+    void insertionIsReportedAfterTheComponentJoined()
+    {
+        QWidget form;
+        QSignalSpy inserted(OwnerNotifier(&form), &TQorOwnerNotifier::ComponentInserted);
+        auto *button = named(new QPushButton(&form), "Button1");
+        int countSeen = -1;
+        connect(OwnerNotifier(&form), &TQorOwnerNotifier::ComponentInserted, this,
+                [&] { countSeen = ComponentCount(&form); });
+        InsertComponent(&form, button);
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(inserted.at(0).at(0).value<QObject *>(), button);
+        QCOMPARE(countSeen, 1);
+    }
+
+    void aComponentDestroyedWhileOwnedLeavesTheList()
+    {
+        QWidget form;
+        auto *a = named(new QPushButton(&form), "Button1");
+        auto *b = named(new QPushButton(&form), "Button2");
+        auto *c = named(new QPushButton(&form), "Button3");
+        for (QObject *o : {a, b, c})
+            InsertComponent(&form, o);
+        QSignalSpy removed(OwnerNotifier(&form), &TQorOwnerNotifier::ComponentRemoved);
+        delete b;
+        QCOMPARE(removed.count(), 1);
+        QCOMPARE(removed.at(0).at(0).value<QObject *>(), static_cast<QObject *>(b));
+        QCOMPARE(ComponentList(&form), QList<QObject *>({a, c}));
+        QCOMPARE(ComponentIndex(c), 1);
+        QCOMPARE(FindComponent(&form, QStringLiteral("Button2")), nullptr);
+        QCOMPARE(Owner(b), nullptr); // the address is no longer known
+    }
+
+    void insertionIntoASecondOwnerMovesTheComponent()
+    {
+        QWidget first, second;
+        auto *button = named(new QPushButton(&first), "Button1");
+        InsertComponent(&first, button);
+        QSignalSpy removed(OwnerNotifier(&first), &TQorOwnerNotifier::ComponentRemoved);
+        QSignalSpy inserted(OwnerNotifier(&second), &TQorOwnerNotifier::ComponentInserted);
+        InsertComponent(&second, button);
+        QCOMPARE(Owner(button), &second);
+        QCOMPARE(ComponentCount(&first), 0);
+        QCOMPARE(ComponentList(&second), QList<QObject *>({button}));
+        QCOMPARE(removed.count(), 1);
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(FindComponent(&first, QStringLiteral("Button1")), nullptr);
+        QCOMPARE(FindComponent(&second, QStringLiteral("button1")), button);
+        QCOMPARE(button->parent(), &first); // a widget keeps its visual parent
+    }
+
+    void insertingTwiceIntoTheSameOwnerChangesNothing()
+    {
+        QWidget form;
+        auto *button = named(new QPushButton(&form), "Button1");
+        InsertComponent(&form, button);
+        QSignalSpy inserted(OwnerNotifier(&form), &TQorOwnerNotifier::ComponentInserted);
+        InsertComponent(&form, button);
+        QCOMPARE(ComponentCount(&form), 1);
+        QCOMPARE(inserted.count(), 0);
+    }
+
+    void aSecondComponentOfTheSameNameIsRefused()
+    {
+        QWidget form, elsewhere;
+        auto *first = named(new QPushButton(&form), "Button1");
+        auto *second = named(new QPushButton(&form), "BUTTON1");
+        InsertComponent(&elsewhere, second);
+        InsertComponent(&form, first);
+        QVERIFY_THROWS_EXCEPTION(EComponentError, InsertComponent(&form, second));
+        QCOMPARE(ComponentList(&form), QList<QObject *>({first}));
+        QCOMPARE(Owner(second), &elsewhere); // nothing changed
+        try {
+            InsertComponent(&form, second);
+        } catch (const EComponentError &e) {
+            QVERIFY(e.message().contains(QLatin1String("BUTTON1")));
+        }
+    }
+
+    void componentsWithoutNameMayBeSeveral()
+    {
+        QWidget form;
+        auto *a = new QLabel(&form);
+        auto *b = new QLabel(&form);
+        InsertComponent(&form, a);
+        InsertComponent(&form, b);
+        QCOMPARE(ComponentCount(&form), 2);
+        QCOMPARE(FindComponent(&form, QString()), nullptr);
+    }
+
+    void aNonVisualComponentGetsItsOwnerAsParent()
+    {
+        QWidget form;
+        QObject *holder = new QObject;
+        auto *timer = named(new QTimer(holder), "Timer1");
+        InsertComponent(&form, timer);
+        QCOMPARE(timer->parent(), &form);
+        delete holder;
+        QCOMPARE(ComponentList(&form), QList<QObject *>({timer}));
+    }
+
+    void aWidgetKeepsItsVisualParent()
+    {
+        QWidget form;
+        auto *box = named(new QGroupBox(&form), "GroupBox1");
+        auto *button = named(new QPushButton(box), "Button1");
+        InsertComponent(&form, box);
+        InsertComponent(&form, button);
+        QCOMPARE(button->parentWidget(), box);
+        QCOMPARE(Owner(button), &form);
+    }
+
+    void removingAComponentKeepsItAlive()
+    {
+        QWidget form;
+        QPointer<QPushButton> button = new QPushButton(&form);
+        button->setObjectName(QStringLiteral("Button1"));
+        InsertComponent(&form, button);
+        QSignalSpy removed(OwnerNotifier(&form), &TQorOwnerNotifier::ComponentRemoved);
+        RemoveComponent(&form, button);
+        QVERIFY(button);
+        QCOMPARE(Owner(button), nullptr);
+        QCOMPARE(ComponentCount(&form), 0);
+        QCOMPARE(removed.count(), 1);
+        // Removing it from an owner that does not own it changes nothing.
+        QWidget other;
+        InsertComponent(&other, button);
+        RemoveComponent(&form, button);
+        QCOMPARE(Owner(button), &other);
+    }
+
+    void findComponentIsCaseInsensitiveAndFollowsRenames()
+    {
+        QWidget form;
+        auto *button = named(new QPushButton(&form), "OkButton");
+        InsertComponent(&form, button);
+        QCOMPARE(FindComponent(&form, QStringLiteral("okbutton")), button);
+        button->setObjectName(QStringLiteral("CancelButton"));
+        QCOMPARE(FindComponent(&form, QStringLiteral("OkButton")), nullptr);
+        QCOMPARE(FindComponent(&form, QStringLiteral("CANCELBUTTON")), button);
+        QCOMPARE(FindComponent(nullptr, QStringLiteral("CancelButton")), nullptr);
+    }
+
+    void findComponentGivesTheFirstInListOrderWhenNamesRepeat()
+    {
+        QWidget form;
+        auto *a = named(new QPushButton(&form), "A");
+        auto *b = named(new QPushButton(&form), "B");
+        InsertComponent(&form, a);
+        InsertComponent(&form, b);
+        // A rename behind the owner's back may make two names equal.
+        b->setObjectName(QStringLiteral("a"));
+        QCOMPARE(FindComponent(&form, QStringLiteral("A")), a);
+        SetComponentIndex(b, 0);
+        QCOMPARE(FindComponent(&form, QStringLiteral("A")), b);
+    }
+
+    void setComponentIndexMovesWithinTheList()
+    {
+        QWidget form;
+        QList<QObject *> list;
+        for (const char *n : {"A", "B", "C", "D"}) {
+            list << named(new QLabel(&form), n);
+            InsertComponent(&form, list.last());
+        }
+        SetComponentIndex(list.at(3), 1);
+        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"A", "D", "B", "C"}));
+        QCOMPARE(ComponentIndex(list.at(1)), 2);
+        SetComponentIndex(list.at(0), 99);
+        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"D", "B", "C", "A"}));
+        QCOMPARE(ComponentIndex(list.at(0)), 3);
+    }
+
+    void anOwnerDestroysTheComponentsItStillOwns()
+    {
+        QPointer<QPushButton> shownElsewhere;
+        QPointer<QTimer> timer;
+        QWidget elsewhere;
+        {
+            QWidget form;
+            shownElsewhere = new QPushButton(&elsewhere);
+            shownElsewhere->setObjectName(QStringLiteral("Button1"));
+            timer = new QTimer;
+            timer->setObjectName(QStringLiteral("Timer1"));
+            InsertComponent(&form, shownElsewhere);
+            InsertComponent(&form, timer);
+        }
+        QVERIFY(!shownElsewhere);
+        QVERIFY(!timer);
+        QVERIFY(elsewhere.children().isEmpty());
+    }
+
+    void destroyingAnOwnerWithChildrenLeavesNoEntryBehind()
+    {
+        auto *form = new QWidget;
+        auto *box = named(new QGroupBox(form), "GroupBox1");
+        auto *button = named(new QPushButton(box), "Button1");
+        InsertComponent(form, box);
+        InsertComponent(form, button);
+        QSignalSpy removed(OwnerNotifier(form), &TQorOwnerNotifier::ComponentRemoved);
+        delete form;
+        QCOMPARE(removed.count(), 2); // reported while the owner goes, as they leave
+        QCOMPARE(Owner(button), nullptr);
+        QCOMPARE(ComponentCount(form), 0);
+    }
+
+    void adoptionTakesNamedDescendantsDepthFirst()
+    {
+        QWidget form;
+        form.setObjectName(QStringLiteral("Form1"));
+        auto *box = named(new QGroupBox(&form), "GroupBox1");
+        named(new QPushButton(box), "Button1");
+        named(new QLabel(box), "Label1");
+        named(new QPushButton(&form), "Button2");
+        auto *timer = named(new QTimer(&form), "Timer1");
+        QCOMPARE(AdoptNamedDescendants(&form), 5);
+        QCOMPARE(namesOf(ComponentList(&form)),
+                 QStringList({"GroupBox1", "Button1", "Label1", "Button2", "Timer1"}));
+        QCOMPARE(timer->parent(), &form);
+        // Adopting again takes nothing new.
+        QCOMPARE(AdoptNamedDescendants(&form), 0);
+        QCOMPARE(ComponentCount(&form), 5);
+    }
+
+    void adoptionSkipsInnerPartsOfCompositeWidgets()
+    {
+        QWidget form;
+        named(new QSpinBox(&form), "SpinBox1");
+        auto *tabs = named(new QTabWidget(&form), "TabWidget1");
+        auto *page = new QWidget;
+        page->setObjectName(QStringLiteral("Page1"));
+        tabs->addTab(page, QStringLiteral("First"));
+        named(new QPushButton(page), "PageButton");
+        auto *area = named(new QScrollArea(&form), "ScrollArea1");
+        area->setWidget(new QWidget); // unnamed contents
+        new QLabel(&form); // unnamed
+        named(new QLabel(&form), "qt_helper_label");
+
+        auto *named_contents = named(new QWidget, "Contents");
+        auto *area2 = named(new QScrollArea(&form), "ScrollArea2");
+        area2->setWidget(named_contents);
+        named(new QLabel(named_contents), "InArea");
+
+        AdoptNamedDescendants(&form);
+        // The page sits inside the tab widget's inner stacked widget and the
+        // contents inside the scroll area's viewport: found as pages. The
+        // spin box's line edit and the tab bar (with its named scroll
+        // buttons) are not taken.
+        QCOMPARE(namesOf(ComponentList(&form)),
+                 QStringList({"SpinBox1", "TabWidget1", "Page1", "PageButton", "ScrollArea1",
+                              "ScrollArea2", "Contents", "InArea"}));
+        for (QObject *c : ComponentList(&form))
+            QVERIFY(!IsInnerPart(c));
+    }
+
+    void adoptionSkipsTheLibrarysOwnObjects()
+    {
+        QWidget form;
+        named(new LibraryHelper, "Manager1")->setParent(&form);
+        named(new DerivedLibraryHelper, "Manager2")->setParent(&form);
+        named(new QLabel(&form), "Label1");
+        AdoptNamedDescendants(&form);
+        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"Label1"}));
+        QVERIFY(IsQorDesignObject(OwnerNotifier(&form)));
+        QVERIFY(!IsQorDesignObject(&form));
+        QVERIFY(!IsQorDesignObject(nullptr));
+    }
+
+    void adoptionRenamesASecondDescendantOfATakenName()
+    {
+        QWidget form;
+        form.setObjectName(QStringLiteral("Form1"));
+        named(new QPushButton(&form), "Button1");
+        auto *box = named(new QGroupBox(&form), "GroupBox1");
+        auto *twin = named(new QPushButton(box), "button1");
+        auto *formTwin = named(new QLabel(box), "Form1");
+        AdoptNamedDescendants(&form);
+        QCOMPARE(twin->objectName(), QStringLiteral("button2"));
+        QCOMPARE(Owner(twin), &form);
+        QCOMPARE(formTwin->objectName(), QStringLiteral("Form1")); // only owned names collide
+    }
+
+    void innerPartsAreUnnamedOrQtNamed()
+    {
+        QObject o;
+        QVERIFY(IsInnerPart(&o));
+        o.setObjectName(QStringLiteral("qt_spinbox_lineedit"));
+        QVERIFY(IsInnerPart(&o));
+        o.setObjectName(QStringLiteral("Edit1"));
+        QVERIFY(!IsInnerPart(&o));
+        QVERIFY(IsInnerPart(nullptr));
+    }
+
+    void componentListSkipsDestroyedEntries()
+    {
+        auto *a = new QObject;
+        auto *b = new QObject;
+        auto *c = new QObject;
+        TComponentList list{a, b, c};
+        QCOMPARE(list.Count(), 3);
+        delete b;
+        QCOMPARE(list.Count(), 2);
+        QCOMPARE(list.Items(1), c);
+        QCOMPARE(list.IndexOf(c), 1);
+        QCOMPARE(list.toList(), QList<QObject *>({a, c}));
+        delete a;
+        delete c;
+        QVERIFY(list.isEmpty());
+        QCOMPARE(list.First(), nullptr);
+    }
+
+    void componentListOperationsNeverDestroyComponents()
+    {
+        QObject a, b, c;
+        TComponentList list;
+        QCOMPARE(list.Add(&a), 0);
+        QCOMPARE(list.Add(&c), 1);
+        list.Insert(1, &b);
+        QCOMPARE(list.toList(), QList<QObject *>({&a, &b, &c}));
+        QCOMPARE(list.First(), &a);
+        QCOMPARE(list.Last(), &c);
+        QCOMPARE(list.Remove(&b), 1);
+        QCOMPARE(list.Remove(&b), -1);
+        list.Delete(0);
+        QCOMPARE(list.toList(), QList<QObject *>({&c}));
+        list.Clear();
+        QCOMPARE(list.Count(), 0);
+        QCOMPARE(list.Items(0), nullptr);
+    }
+};
+
+QTEST_MAIN(tst_QorComponents)
+#include "tst_qorcomponents.moc"
