@@ -1,3 +1,37 @@
+// The demo designer. With --screenshot=FILE it shows its window, saves a
+// picture of it to FILE and exits (the headless run of `make demo`).
 #include "qordemowindow.h"
+
 #include <QApplication>
-int main(int argc, char **argv) { QApplication app(argc, argv); QorDemoWindow w; w.show(); return 0; }
+#include <QCommandLineParser>
+#include <QPixmap>
+#include <QTimer>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("qordemo"));
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                  QStringLiteral("Save a picture of the window to <file> and exit."),
+                                  QStringLiteral("file"));
+    parser.addOption(screenshot);
+    parser.process(app);
+
+    QorDemoWindow window;
+    window.show();
+    if (parser.isSet(screenshot)) {
+        const QString file = parser.value(screenshot);
+        // Once the window has been laid out and painted.
+        QTimer::singleShot(300, &window, [&window, file] {
+            const bool saved = window.grab().save(file);
+            std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(file));
+            QCoreApplication::exit(saved ? 0 : 1);
+        });
+    }
+    return app.exec();
+}

@@ -1,2 +1,140 @@
 #include "qordemowindow.h"
-QorDemoWindow::QorDemoWindow(QWidget *parent) : QMainWindow(parent) {}
+
+#include "foundation/qorclasses.h"
+#include "foundation/qorcomponents.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+template<class T>
+T *place(T *widget, const char *name, const QRect &geometry)
+{
+    widget->setObjectName(QLatin1String(name));
+    widget->setGeometry(geometry);
+    return widget;
+}
+
+} // namespace
+
+QorDemoWindow::QorDemoWindow(QWidget *parent)
+    : QMainWindow(parent)
+{
+    setWindowTitle(tr("QorDesign demo"));
+    resize(1100, 680);
+
+    auto *stageFrame = new QScrollArea(this);
+    stageFrame->setObjectName(QStringLiteral("StageFrame"));
+    m_stage = createStage();
+    stageFrame->setWidget(m_stage);
+    setCentralWidget(stageFrame);
+
+    auto *paletteDock = new QDockWidget(tr("Palette"), this);
+    paletteDock->setObjectName(QStringLiteral("PaletteDock"));
+    m_palette = new QListWidget(paletteDock);
+    m_palette->setObjectName(QStringLiteral("Palette"));
+    paletteDock->setWidget(m_palette);
+    addDockWidget(Qt::LeftDockWidgetArea, paletteDock);
+
+    auto *treeDock = new QDockWidget(tr("Components"), this);
+    treeDock->setObjectName(QStringLiteral("ComponentsDock"));
+    m_tree = new QTreeWidget(treeDock);
+    m_tree->setObjectName(QStringLiteral("ComponentTree"));
+    m_tree->setHeaderLabels({tr("Name"), tr("Class")});
+    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    treeDock->setWidget(m_tree);
+    addDockWidget(Qt::LeftDockWidgetArea, treeDock);
+
+    auto *inspectorDock = new QDockWidget(tr("Inspector"), this);
+    inspectorDock->setObjectName(QStringLiteral("InspectorDock"));
+    auto *inspectorArea = new QLabel(tr("Properties of the selection"), inspectorDock);
+    inspectorArea->setObjectName(QStringLiteral("InspectorArea"));
+    inspectorArea->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    inspectorArea->setMinimumWidth(240);
+    inspectorArea->setMargin(6);
+    inspectorDock->setWidget(inspectorArea);
+    addDockWidget(Qt::RightDockWidgetArea, inspectorDock);
+
+    // The stage owns what the form shows, in the order of the form's tree.
+    AdoptNamedDescendants(m_stage);
+    fillPalette();
+    fillComponentTree();
+    statusBar()->showMessage(tr("%n component(s) on the stage", nullptr, ComponentCount(m_stage)));
+}
+
+QorDemoWindow::~QorDemoWindow() = default;
+
+QWidget *QorDemoWindow::createStage()
+{
+    auto *stage = new QWidget;
+    stage->setObjectName(QStringLiteral("Stage"));
+    stage->setMinimumSize(560, 460);
+    stage->setAutoFillBackground(true);
+    QPalette palette = stage->palette();
+    palette.setColor(QPalette::Window, palette.color(QPalette::Base));
+    stage->setPalette(palette);
+
+    auto *group = place(new QGroupBox(tr("Customer"), stage), "GroupBox1", QRect(16, 16, 250, 120));
+    place(new QLabel(tr("Name:"), group), "Label1", QRect(14, 34, 60, 24));
+    place(new QPushButton(tr("Look up"), group), "Button1", QRect(80, 74, 150, 30));
+
+    place(new QLineEdit(tr("Ada Lovelace"), stage), "LineEdit1", QRect(290, 24, 240, 28));
+    place(new QCheckBox(tr("Regular customer"), stage), "CheckBox1", QRect(290, 64, 240, 24));
+    auto *combo = place(new QComboBox(stage), "ComboBox1", QRect(290, 100, 240, 28));
+    combo->addItems({tr("Retail"), tr("Wholesale"), tr("Online")});
+    place(new QSpinBox(stage), "SpinBox1", QRect(290, 140, 100, 28))->setValue(3);
+
+    auto *memo = place(new QTextEdit(stage), "TextEdit1", QRect(16, 150, 250, 110));
+    memo->setPlainText(tr("Notes about the customer."));
+
+    auto *tabs = place(new QTabWidget(stage), "TabWidget1", QRect(16, 276, 514, 160));
+    auto *page = new QWidget;
+    page->setObjectName(QStringLiteral("TabPage1"));
+    tabs->addTab(page, tr("Orders"));
+    place(new QPushButton(tr("New order"), page), "Button2", QRect(16, 16, 140, 30));
+    auto *second = new QWidget;
+    second->setObjectName(QStringLiteral("TabPage2"));
+    tabs->addTab(second, tr("Invoices"));
+    return stage;
+}
+
+void QorDemoWindow::fillPalette()
+{
+    for (const QMetaObject *mo : RegisteredClasses())
+        m_palette->addItem(QString::fromLatin1(mo->className()));
+}
+
+void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
+{
+    for (QObject *child : DesignChildren(object)) {
+        if (Owner(child) != m_stage)
+            continue;
+        auto *item = new QTreeWidgetItem(parent, {child->objectName(),
+                                                  QString::fromLatin1(child->metaObject()->className())});
+        addTreeNodes(item, child);
+    }
+}
+
+void QorDemoWindow::fillComponentTree()
+{
+    m_tree->clear();
+    auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
+                                              QString::fromLatin1(m_stage->metaObject()->className())});
+    addTreeNodes(root, m_stage);
+    m_tree->expandAll();
+}

@@ -1,0 +1,89 @@
+// The demo designer's window: its areas, the stage's widgets and the
+// components the stage owns, shown in the component tree.
+#include "harness/qorguitest.h"
+#include "harness/qorrealinput.h"
+#include "qordemowindow.h"
+
+#include "foundation/qorcomponents.h"
+
+#include <QCheckBox>
+#include <QDockWidget>
+#include <QGroupBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTreeWidget>
+
+class tst_Demo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+    void cleanup()
+    {
+        RealInput::releaseAll();
+        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+    }
+
+    void theWindowHasAreasForPaletteTreeAndInspector()
+    {
+        QorDemoWindow window;
+        QStringList docks;
+        for (QDockWidget *dock : window.findChildren<QDockWidget *>())
+            docks << dock->windowTitle();
+        docks.sort();
+        QCOMPARE(docks, QStringList({"Components", "Inspector", "Palette"}));
+        QVERIFY(window.paletteList()->count() >= 30);
+        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+    }
+
+    void theStageOwnsItsNamedWidgetsInFormOrder()
+    {
+        QorDemoWindow window;
+        QStringList names;
+        for (QObject *c : ComponentList(window.stage()))
+            names << c->objectName();
+        QCOMPARE(names, QStringList({"GroupBox1", "Label1", "Button1", "LineEdit1", "CheckBox1",
+                                     "ComboBox1", "SpinBox1", "TextEdit1", "TabWidget1",
+                                     "TabPage1", "Button2", "TabPage2"}));
+        auto *group = window.stage()->findChild<QGroupBox *>(QStringLiteral("GroupBox1"));
+        QVERIFY(group);
+        QCOMPARE(window.stage()->findChild<QPushButton *>(QStringLiteral("Button1"))->parentWidget(), group);
+        auto *tabs = window.stage()->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        QVERIFY(tabs);
+        QCOMPARE(tabs->widget(0)->findChild<QPushButton *>()->objectName(), QStringLiteral("Button2"));
+    }
+
+    void theComponentTreeNestsComponentsByContainer()
+    {
+        QorDemoWindow window;
+        QTreeWidget *tree = window.componentTree();
+        QCOMPARE(tree->topLevelItemCount(), 1);
+        QTreeWidgetItem *root = tree->topLevelItem(0);
+        QCOMPARE(root->text(0), QStringLiteral("Stage"));
+        QCOMPARE(root->child(0)->text(0), QStringLiteral("GroupBox1"));
+        QCOMPARE(root->child(0)->childCount(), 2);
+        const auto pages = tree->findItems(QStringLiteral("TabPage1"), Qt::MatchRecursive);
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages.first()->parent()->text(0), QStringLiteral("TabWidget1"));
+        QCOMPARE(pages.first()->child(0)->text(0), QStringLiteral("Button2"));
+        // No inner part of a composite widget is listed.
+        QVERIFY(tree->findItems(QStringLiteral("qt_"), Qt::MatchStartsWith | Qt::MatchRecursive).isEmpty());
+    }
+
+    void theStageWidgetsWorkUntilDesigningStarts()
+    {
+        // Nothing intercepts input yet: a real click toggles the check box.
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        QVERIFY(check && !check->isChecked());
+        RealInput::click(check, QPoint(8, check->height() / 2));
+        QTRY_VERIFY(check->isChecked());
+    }
+};
+
+QTEST_MAIN(tst_Demo)
+#include "tst_demo.moc"
