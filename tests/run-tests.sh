@@ -16,6 +16,7 @@ for arg in "$@"; do
   esac
 done
 
+mkdir -p "$BUILD"
 cmake -S . -B "$BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQORDESIGN_SANITIZE=ON \
   -DQORDESIGN_BUILD_TESTS=ON -DQORDESIGN_BUILD_DEMO=ON -DQORDESIGN_BUILD_BENCH=ON >"$BUILD.configure.log" 2>&1 \
   || { cat "$BUILD.configure.log"; echo "0 passed, 1 failed, 0 skipped"; exit 1; }
@@ -24,6 +25,11 @@ if ! ninja -C "$BUILD" >"$BUILD.build.log" 2>&1; then
   echo "0 passed, 1 failed, 0 skipped"
   exit 1
 fi
+
+# Qt wants a private runtime directory; without one every program warns.
+XDG_RUNTIME_DIR=$(mktemp -d)
+export XDG_RUNTIME_DIR
+trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
 
 LOGS="$BUILD/testlogs"
 rm -f "$LOGS"/*.txt
