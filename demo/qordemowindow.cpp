@@ -2,6 +2,7 @@
 
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/vhortti.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -62,18 +63,22 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
 
     auto *inspectorDock = new QDockWidget(tr("Inspector"), this);
     inspectorDock->setObjectName(QStringLiteral("InspectorDock"));
-    auto *inspectorArea = new QLabel(tr("Properties of the selection"), inspectorDock);
-    inspectorArea->setObjectName(QStringLiteral("InspectorArea"));
-    inspectorArea->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    inspectorArea->setMinimumWidth(240);
-    inspectorArea->setMargin(6);
-    inspectorDock->setWidget(inspectorArea);
+    m_properties = new QTreeWidget(inspectorDock);
+    m_properties->setObjectName(QStringLiteral("PropertyList"));
+    m_properties->setHeaderLabels({tr("Property"), tr("Value"), tr("Kind")});
+    m_properties->setRootIsDecorated(false);
+    m_properties->setMinimumWidth(300);
+    inspectorDock->setWidget(m_properties);
     addDockWidget(Qt::RightDockWidgetArea, inspectorDock);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem *item) {
+        showProperties(item ? item->data(0, Qt::UserRole).value<QObject *>() : nullptr);
+    });
 
     // The stage owns what the form shows, in the order of the form's tree.
     AdoptNamedDescendants(m_stage);
     fillPalette();
     fillComponentTree();
+    m_tree->setCurrentItem(m_tree->topLevelItem(0));
     statusBar()->showMessage(tr("%n component(s) on the stage", nullptr, ComponentCount(m_stage)));
 }
 
@@ -126,6 +131,7 @@ void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
             continue;
         auto *item = new QTreeWidgetItem(parent, {child->objectName(),
                                                   QString::fromLatin1(child->metaObject()->className())});
+        item->setData(0, Qt::UserRole, QVariant::fromValue(child));
         addTreeNodes(item, child);
     }
 }
@@ -135,6 +141,52 @@ void QorDemoWindow::fillComponentTree()
     m_tree->clear();
     auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
                                               QString::fromLatin1(m_stage->metaObject()->className())});
+    root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
     addTreeNodes(root, m_stage);
     m_tree->expandAll();
+}
+
+namespace {
+
+// A plain text of a property value, until the object inspector takes over.
+QString valueText(PPropInfo info, const QVariant &value)
+{
+    const QMetaProperty &property = info->Property;
+    if (property.isFlagType())
+        return QLatin1Char('[') + QString::fromLatin1(property.enumerator().valueToKeys(value.toInt()))
+            + QLatin1Char(']');
+    if (property.isEnumType())
+        return QString::fromLatin1(property.enumerator().valueToKey(value.toInt()));
+    switch (info->PropType->Kind) {
+    case tkClass: {
+        if (auto *object = value.value<QObject *>())
+            return object->objectName();
+        return QLatin1Char('(') + info->PropType->Name + QLatin1Char(')');
+    }
+    case tkEnumeration:
+        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    default:
+        break;
+    }
+    if (value.canConvert<QString>())
+        return value.toString();
+    return QLatin1Char('(') + info->PropType->Name + QLatin1Char(')');
+}
+
+} // namespace
+
+void QorDemoWindow::showProperties(QObject *component)
+{
+    m_properties->clear();
+    if (!component)
+        return;
+    TClassInformation information;
+    information.SetPTI(TypeInfoOfClass(component->metaObject()));
+    for (PPropInfo info : information.PropList()) {
+        const QVariant value = info->Property.read(component);
+        new QTreeWidgetItem(m_properties, {info->Name, valueText(info, value), TypeKindToString(info->PropType->Kind)});
+    }
+    m_properties->resizeColumnToContents(0);
+    statusBar()->showMessage(tr("%1: %2, %n published properties", nullptr, information.PropCount())
+                                 .arg(component->objectName(), information.ClassNameStr()));
 }

@@ -73,6 +73,37 @@ private slots:
         QVERIFY(tree->findItems(QStringLiteral("qt_"), Qt::MatchStartsWith | Qt::MatchRecursive).isEmpty());
     }
 
+    void aClickOnATreeNodeShowsThatComponentsProperties()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        QTreeWidget *tree = window.componentTree();
+        QTreeWidget *properties = window.propertyList();
+        // The stage is shown first.
+        QTRY_VERIFY(properties->topLevelItemCount() > 0);
+        QVERIFY(properties->findItems(QStringLiteral("autoDefault"), Qt::MatchExactly).isEmpty());
+        const auto nodes = tree->findItems(QStringLiteral("Button1"), Qt::MatchExactly | Qt::MatchRecursive);
+        QCOMPARE(nodes.size(), 1);
+        const QRect node = tree->visualItemRect(nodes.first());
+        QVERIFY(!node.isEmpty());
+        RealInput::click(tree->viewport(), node.center());
+        QTRY_COMPARE(tree->currentItem(), nodes.first());
+        const auto text = properties->findItems(QStringLiteral("text"), Qt::MatchExactly);
+        QCOMPARE(text.size(), 1);
+        QCOMPARE(text.first()->text(1), QStringLiteral("Look up"));
+        QCOMPARE(text.first()->text(2), QStringLiteral("tkLString"));
+        const auto focus = properties->findItems(QStringLiteral("focusPolicy"), Qt::MatchExactly);
+        QCOMPARE(focus.first()->text(1), QStringLiteral("StrongFocus"));
+        // Listed by name.
+        QStringList names;
+        for (int i = 0; i < properties->topLevelItemCount(); ++i)
+            names << properties->topLevelItem(i)->text(0);
+        QStringList sorted = names;
+        std::sort(sorted.begin(), sorted.end(),
+                  [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
+        QCOMPARE(names, sorted);
+    }
+
     void theStageWidgetsWorkUntilDesigningStarts()
     {
         // Nothing intercepts input yet: a real click toggles the check box.
