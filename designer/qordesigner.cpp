@@ -1,6 +1,14 @@
 #include "qordesigner.h"
 
+#include "foundation/qorcomponents.h"
+
 #include <QCoreApplication>
+#include <QDockWidget>
+#include <QFrame>
+#include <QGroupBox>
+#include <QMdiSubWindow>
+#include <QStackedWidget>
+#include <QVariant>
 #include <QHash>
 #include <QLineEdit>
 #include <QMutex>
@@ -103,8 +111,19 @@ QPoint LParamToPoint(qintptr lParam)
     return QPoint(int(bits & 0xFFFF), int(bits >> 16));
 }
 
+namespace {
+
+const QEvent::Type windowMessageType = QEvent::Type(QEvent::registerEventType());
+
+QEvent::Type eventTypeOf(quint32 msg)
+{
+    return msg < quint32(QEvent::User) ? windowMessageType : QEvent::Type(msg);
+}
+
+} // namespace
+
 TQorMessageEvent::TQorMessageEvent(quint32 msg, quintptr wParam, qintptr lParam)
-    : QEvent(QEvent::Type(msg))
+    : QEvent(eventTypeOf(msg))
 {
     Message.Msg = msg;
     Message.WParam = wParam;
@@ -112,6 +131,13 @@ TQorMessageEvent::TQorMessageEvent(quint32 msg, quintptr wParam, qintptr lParam)
 }
 
 TQorMessageEvent::~TQorMessageEvent() = default;
+
+TQorMessageEvent *QorMessageOf(QEvent *event)
+{
+    if (!event || event->type() < QEvent::User)
+        return nullptr;
+    return dynamic_cast<TQorMessageEvent *>(event);
+}
 
 bool IsOwnSizerMessage(const TMessage &Message, const QObject *Sizer)
 {
@@ -143,4 +169,48 @@ bool ControlCanInlineEdit(const QWidget *Control)
 {
     return qobject_cast<const QLineEdit *>(Control) || qobject_cast<const QTextEdit *>(Control)
         || qobject_cast<const QPlainTextEdit *>(Control);
+}
+
+bool AcceptsControls(const QWidget *Control)
+{
+    if (!Control)
+        return false;
+    const QVariant own = Control->property("qorAcceptsControls");
+    if (own.isValid())
+        return own.toBool();
+    const QMetaObject *meta = Control->metaObject();
+    if (meta == &QWidget::staticMetaObject || meta == &QFrame::staticMetaObject)
+        return true;
+    if (qobject_cast<const QGroupBox *>(Control))
+        return true;
+    // A page or content widget is known by the container that holds it.
+    const QWidget *holder = Control->parentWidget();
+    // Pages of stacked widgets and tab widgets (whose pages sit in an inner
+    // stacked widget); the widget of a scroll area and a tool box's pages
+    // (which sit in scroll areas of their own).
+    if (holder && qobject_cast<const QStackedWidget *>(holder))
+        return true;
+    if (holder && holder->objectName() == QLatin1String("qt_scrollarea_viewport"))
+        return true;
+    if (holder && qobject_cast<const QDockWidget *>(holder))
+        return static_cast<const QDockWidget *>(holder)->widget() == Control;
+    if (holder && qobject_cast<const QMdiSubWindow *>(holder))
+        return static_cast<const QMdiSubWindow *>(holder)->widget() == Control;
+    return false;
+}
+
+void QorFlipChildren(QWidget *Control, bool AllLevels)
+{
+    if (!Control)
+        return;
+    const int width = Control->width();
+    for (QObject *child : DesignChildren(Control)) {
+        auto *w = qobject_cast<QWidget *>(child);
+        if (!w || w->isWindow())
+            continue;
+        if (w->parentWidget() == Control)
+            w->move(width - w->x() - w->width(), w->y());
+        if (AllLevels)
+            QorFlipChildren(w, true);
+    }
 }

@@ -130,6 +130,43 @@ QORDESIGN_EXPORT qintptr PointToLParam(const QPoint &point);
 // The point of an LParam, both words read as unsigned.
 QORDESIGN_EXPORT QPoint LParamToPoint(qintptr lParam);
 
+// Numbers of the window messages the design surface handles. Qt delivers
+// none of them: the design surface makes them from Qt's events (mouse, move,
+// resize, focus) and hands them to its proxies and sizers.
+constexpr quint32 WM_MOVE = 3;
+constexpr quint32 WM_SIZE = 5;
+constexpr quint32 WM_KILLFOCUS = 8;
+constexpr quint32 WM_SETCURSOR = 32;
+constexpr quint32 WM_NCHITTEST = 132;
+constexpr quint32 WM_KEYDOWN = 256;
+constexpr quint32 WM_KEYUP = 257;
+constexpr quint32 WM_CHAR = 258;
+constexpr quint32 WM_MOUSEMOVE = 512;
+constexpr quint32 WM_LBUTTONDOWN = 513;
+constexpr quint32 WM_LBUTTONUP = 514;
+constexpr quint32 WM_LBUTTONDBLCLK = 515;
+constexpr quint32 WM_RBUTTONDOWN = 516;
+constexpr quint32 WM_RBUTTONUP = 517;
+constexpr quint32 WM_MBUTTONDOWN = 519;
+constexpr quint32 WM_MBUTTONUP = 520;
+constexpr quint32 WM_MOVING = 534;
+constexpr quint32 WM_ENTERSIZEMOVE = 561;
+constexpr quint32 WM_EXITSIZEMOVE = 562;
+constexpr quint32 CM_FOCUSCHANGED = 0xB007;
+
+// Hit-test codes: where on a sizer the pointer is.
+constexpr qintptr HTTRANSPARENT = -1;
+constexpr qintptr HTNOWHERE = 0;
+constexpr qintptr HTCLIENT = 1;
+constexpr qintptr HTLEFT = 10;
+constexpr qintptr HTRIGHT = 11;
+constexpr qintptr HTTOP = 12;
+constexpr qintptr HTTOPLEFT = 13;
+constexpr qintptr HTTOPRIGHT = 14;
+constexpr qintptr HTBOTTOM = 15;
+constexpr qintptr HTBOTTOMLEFT = 16;
+constexpr qintptr HTBOTTOMRIGHT = 17;
+
 // A design message: what a window message carries, as a Qt event whose type
 // is the message number. Result is written by whoever handles it.
 struct TMessage
@@ -140,6 +177,9 @@ struct TMessage
     qintptr Result = 0;
 };
 
+// The event type a design message travels as: its own number for the
+// registered design messages; one registered type shared by the window
+// messages above, whose small numbers would collide with Qt's own events.
 class QORDESIGN_EXPORT TQorMessageEvent : public QEvent
 {
 public:
@@ -154,6 +194,9 @@ public:
     qintptr Result() const { return Message.Result; }
     void SetResult(qintptr result) { Message.Result = result; }
 };
+
+// The design message an event carries; nil for any other event.
+QORDESIGN_EXPORT TQorMessageEvent *QorMessageOf(QEvent *event);
 
 // True when a sizer message names the receiving sizer itself as its sender
 // (WParam): a sizer that moved has already moved itself and ignores it.
@@ -184,3 +227,16 @@ QORDESIGN_EXPORT bool PointInRect(const QPoint &Point, const QRect &Rect);
 // True for the text editors a control can be edited in place with: Qt's
 // single-line and multi-line editors and their subclasses. False for nil.
 QORDESIGN_EXPORT bool ControlCanInlineEdit(const QWidget *Control);
+
+// True when a widget can hold controls placed on it while it is designed:
+// plain containers (QWidget and QFrame of exactly those classes), group
+// boxes, the pages of tab widgets, stacked widgets and tool boxes, the
+// widget of a scroll area, and the content of dock widgets and MDI
+// sub-windows. A dynamic property "qorAcceptsControls" on the widget
+// overrides the answer. False for nil.
+QORDESIGN_EXPORT bool AcceptsControls(const QWidget *Control);
+
+// Mirrors the children of a widget horizontally within its width (each
+// child's left edge becomes width - left - child width); with AllLevels,
+// the children's children too. Inner parts of composite widgets stay.
+QORDESIGN_EXPORT void QorFlipChildren(QWidget *Control, bool AllLevels);

@@ -1,0 +1,50 @@
+// What the design manager needs from the pieces above it: the design
+// center (which keeps the component tree, the palette and the dialogs) and
+// the object inspector. Those layers implement these interfaces; the design
+// surface calls them and never includes their headers.
+#pragma once
+
+#include "qordesign_export.h"
+
+#include "foundation/qorcomponents.h"
+
+class QObject;
+class QWidget;
+struct QMetaObject;
+
+// How a component of the stage changed, as the center is told of it.
+enum class TQorCompOperation { opInsert, opRemove };
+
+class QORDESIGN_EXPORT IQorDesignCenter
+{
+public:
+    virtual ~IQorDesignCenter();
+
+    // The selection changed; the manager's SelectedComps is filled.
+    virtual void DesignerSelCompChanged() = 0;
+    // The selected controls were moved or resized.
+    virtual void DesignerSelCompMoved() = 0;
+    // The design was changed (or saved, for false).
+    virtual void SetDirty(bool Value) = 0;
+    // A component was inserted into the stage or removed from it.
+    virtual void DesignStageCompsModified(QObject *Component, TQorCompOperation Operation) = 0;
+    // The class chosen on the palette for insertion, or nil.
+    virtual const QMetaObject *GetPalleteSelectedClass() const = 0;
+    // A component of the chosen class was created; the center clears the
+    // palette's choice.
+    virtual void DynCompCreated(QObject *Component) = 0;
+    // The user asked to delete the selected controls: the center asks and
+    // deletes.
+    virtual void DelSelCtrls() = 0;
+    // The stacking order of controls changed: the component tree follows.
+    virtual void RefreshCompTree() = 0;
+};
+
+class QORDESIGN_EXPORT IQorObjInspector
+{
+public:
+    virtual ~IQorObjInspector();
+
+    // The components the inspector shows from now on.
+    virtual void SetActiveComponents(const TComponentList &Components) = 0;
+};
