@@ -1,0 +1,682 @@
+#include "designer/qormanager.h"
+
+#include "designer/qorproxies.h"
+#include "designer/qorstage.h"
+#include "designer/qorsizers.h"
+#include "foundation/vhosysutils.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QPixmap>
+#include <QWidget>
+
+IQorDesignCenter::~IQorDesignCenter() = default;
+IQorObjInspector::~IQorObjInspector() = default;
+
+TQorDesignManager::TQorDesignManager(QObject *Owner)
+    : QObject(Owner)
+    , m_designProxies(std::make_unique<TQorDesignWndProcProxyList>())
+    , m_sizers(std::make_unique<TQorSizerList>(this))
+    , m_stageProxy(std::make_unique<TQorDesignStageProxy>())
+    , m_stageSizer(new TQorStageSizer)
+{
+    if (Owner && Owner->isWidgetType())
+        m_designStage = static_cast<QWidget *>(Owner);
+    m_stageProxy->SetDesignManager(this);
+}
+
+TQorDesignManager::~TQorDesignManager()
+{
+    SetIsDesigning(false);
+    m_destroying = true;
+    unwatchStage();
+    m_designProxies.reset();
+    m_stageProxy.reset();
+    m_sizers.reset();
+    delete m_stageSizer.data();
+}
+
+TQorStageSizer *TQorDesignManager::StageSizer() const
+{
+    return m_stageSizer;
+}
+
+// ---- Designing ---------------------------------------------------------
+
+void TQorDesignManager::SetIsDesigning(bool Value)
+{
+    if (m_isDesigning == Value)
+        return;
+    m_isDesigning = Value;
+    if (Value)
+        InitDesigning();
+    else
+        DoneDesigning();
+    emit IsDesigningChanged(Value);
+}
+
+void TQorDesignManager::SetDesignStage(QWidget *Stage)
+{
+    if (m_designStage == Stage)
+        return;
+    DoneDesigning();
+    m_designStage = Stage;
+    InitDesigning();
+}
+
+void TQorDesignManager::InitDesigning()
+{
+    if (!m_designStage || !m_isDesigning)
+        return;
+    // A ready-made form's named widgets become the stage's components.
+    AdoptNamedDescendants(m_designStage);
+    watchStage();
+    InstallAllSizers();
+    InstallStageSizer();
+    InstallStageProxy();
+    InstallAllProxies();
+}
+
+void TQorDesignManager::DoneDesigning()
+{
+    ReleaseAllSizers();
+    ReleaseStageSizer();
+    ReleaseAllProxies();
+    ReleaseStageProxy();
+    unwatchStage();
+    m_selectedComps.Clear();
+}
+
+void TQorDesignManager::InstallAllSizers()
+{
+}
+
+void TQorDesignManager::InstallStageSizer()
+{
+    SelectControl(m_designStage, QPoint(-1, -1), csmSelect, true, true);
+    if (m_stageSizer)
+        m_stageSizer->SetPopupMenu(m_designPopupMenu);
+}
+
+void TQorDesignManager::InstallStageProxy()
+{
+    m_stageProxy->SetControl(m_designStage);
+    m_stageProxy->SetOwnerControl(m_designStage);
+    m_stageProxy->SetDesignManager(this);
+}
+
+void TQorDesignManager::InstallAllProxies()
+{
+    if (!m_designStage)
+        return;
+    for (QObject *component : ComponentList(m_designStage)) {
+        if (component->isWidgetType() && !IsQorDesignCtrl(component))
+            AddProxiedControl(static_cast<QWidget *>(component));
+    }
+}
+
+void TQorDesignManager::ReleaseAllSizers()
+{
+    m_sizers->ClearSizer();
+    m_sizers->ReleaseOverlay();
+}
+
+void TQorDesignManager::ReleaseStageSizer()
+{
+    if (m_stageSizer)
+        m_stageSizer->SetControl(nullptr);
+}
+
+void TQorDesignManager::ReleaseAllProxies()
+{
+    m_designProxies->ClearProxies();
+}
+
+void TQorDesignManager::ReleaseStageProxy()
+{
+    m_stageProxy->SetControl(nullptr);
+}
+
+void TQorDesignManager::AddProxiedControl(QWidget *Control)
+{
+    const int index = m_designProxies->AddControl(Control, true);
+    if (index < 0)
+        return;
+    TQorDesignWndProcProxy *proxy = m_designProxies->Proxies(index);
+    proxy->SetOwnerControl(m_designStage);
+    proxy->SetDesignManager(this);
+}
+
+bool TQorDesignManager::ComponentBelongToStage(const QObject *Component) const
+{
+    return Component && m_designStage && Owner(Component) == m_designStage;
+}
+
+bool TQorDesignManager::IsQorDesignCtrl(const QObject *Component)
+{
+    // Sizers, overlays and the rubber band declare themselves the library's.
+    return IsQorDesignObject(Component);
+}
+
+void TQorDesignManager::watchStage()
+{
+    unwatchStage();
+    if (!m_designStage)
+        return;
+    TQorOwnerNotifier *notifier = OwnerNotifier(m_designStage);
+    m_insertedConnection = connect(notifier, &TQorOwnerNotifier::ComponentInserted, this,
+                                   [this](QObject *c) { Notification(c, TQorCompOperation::opInsert); });
+    m_removedConnection = connect(notifier, &TQorOwnerNotifier::ComponentRemoved, this,
+                                  [this](QObject *c) { Notification(c, TQorCompOperation::opRemove); });
+    m_stageDestroyedConnection =
+        connect(m_designStage, &QObject::destroyed, this, &TQorDesignManager::stageDestroyed);
+}
+
+void TQorDesignManager::unwatchStage()
+{
+    disconnect(m_insertedConnection);
+    disconnect(m_removedConnection);
+    disconnect(m_stageDestroyedConnection);
+}
+
+void TQorDesignManager::stageDestroyed()
+{
+    // The stage and everything on it are gone: release what referred to
+    // them without touching them.
+    m_isDesigning = false;
+    DoneDesigning();
+    emit IsDesigningChanged(false);
+}
+
+void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Operation)
+{
+    if (m_destroying || !m_isDesigning || !Component || IsQorDesignCtrl(Component))
+        return;
+    auto *center = m_consoleCenter;
+    if (Operation == TQorCompOperation::opInsert) {
+        if (Owner(Component) != m_designStage)
+            return;
+        const QString name = Component->objectName();
+        if (name.isEmpty() || CompNameExists(Component, m_designStage, false))
+            Component->setObjectName(GetCompUniqueID(Component->metaObject(), m_designStage));
+        if (Component->isWidgetType())
+            AddProxiedControl(static_cast<QWidget *>(Component));
+        m_dirty = true;
+        if (center)
+            center->DesignStageCompsModified(Component, Operation);
+    } else {
+        m_dirty = true;
+        if (center)
+            center->DesignStageCompsModified(Component, Operation);
+        // Only the address is compared: the component may be dying.
+        auto *w = reinterpret_cast<QWidget *>(Component);
+        m_sizers->DelControl(w);
+        m_designProxies->DelControl(w);
+        if (center)
+            center->DesignStageCompsModified(Component, Operation);
+        FillSelectedComps();
+    }
+}
+
+void TQorDesignManager::SetEnabled(bool Value)
+{
+    if (m_enabled == Value)
+        return;
+    m_enabled = Value;
+    m_sizers->SetAllEnabled(Value);
+    m_designProxies->SetAllEnabled(Value);
+    m_stageProxy->SetEnbaled(Value);
+    if (m_stageSizer)
+        m_stageSizer->SetEnabled(Value);
+}
+
+void TQorDesignManager::SetDesignPopupMenu(QMenu *Menu)
+{
+    m_designPopupMenu = Menu;
+}
+
+void TQorDesignManager::SetDirty(bool Value)
+{
+    if (m_dirty == Value)
+        return;
+    m_dirty = Value;
+    if (m_consoleCenter)
+        m_consoleCenter->SetDirty(Value);
+}
+
+void TQorDesignManager::SetObjInspector(IQorObjInspector *Inspector)
+{
+    m_objInspector = Inspector;
+    NotifyObjInspector();
+}
+
+bool TQorDesignManager::DisplayGrid() const
+{
+    return m_stageProxy->DisplayGrid();
+}
+
+void TQorDesignManager::SetDisplayGrid(bool Value)
+{
+    m_stageProxy->SetDisplayGrid(Value);
+}
+
+int TQorDesignManager::GridSizeX() const
+{
+    return m_stageProxy->GridSizeX();
+}
+
+void TQorDesignManager::SetGridSizeX(int Value)
+{
+    m_stageProxy->SetGridSizeX(Value);
+}
+
+int TQorDesignManager::GridSizeY() const
+{
+    return m_stageProxy->GridSizeY();
+}
+
+void TQorDesignManager::SetGridSizeY(int Value)
+{
+    m_stageProxy->SetGridSizeY(Value);
+}
+
+// ---- Selection ---------------------------------------------------------
+
+void TQorDesignManager::SelectControl(QWidget *Control, const QPoint &Pos, TControlSelectMode Mode, bool Notify,
+                                      bool BeginMove)
+{
+    if (!m_isDesigning || !m_enabled || !Control)
+        return;
+    QWidget *stage = m_designStage;
+    auto addSizer = [&] {
+        const int index = m_sizers->AddControl(Control, this, true);
+        if (TQorSizer *sizer = m_sizers->Sizers(index))
+            sizer->SetPopupMenu(m_designPopupMenu);
+    };
+    switch (Mode) {
+    case csmSelect:
+        m_sizers->ClearSizer();
+        if (stage)
+            stage->update();
+        if (m_stageSizer)
+            m_stageSizer->SetControl(nullptr);
+        if (Control != stage)
+            addSizer();
+        else if (m_stageSizer)
+            m_stageSizer->SetControl(stage);
+        break;
+    case csmAdd:
+        if (Control != stage)
+            addSizer();
+        else if (m_stageSizer)
+            m_stageSizer->SetControl(stage);
+        break;
+    case csmDel:
+        m_sizers->DelControl(Control);
+        break;
+    case csmToggle:
+        if (Control == stage) {
+            if (m_stageSizer && m_stageSizer->Control() == stage)
+                m_stageSizer->SetControl(nullptr);
+            else if (m_stageSizer)
+                m_stageSizer->SetControl(stage);
+        } else if (m_sizers->SizerOf(Control)) {
+            m_sizers->DelControl(Control);
+        } else {
+            addSizer();
+        }
+        break;
+    case csmClear:
+        m_sizers->ClearSizer();
+        if (m_stageSizer)
+            m_stageSizer->SetControl(stage);
+        break;
+    }
+    if (Notify)
+        notifyCenterSelection();
+    if (Mode == csmSelect && Control != stage && Pos.x() >= 1 && Pos.y() >= 1 && BeginMove) {
+        const QPoint global = Control->mapToGlobal(Pos);
+        QPointer<TQorSizer> sizer = m_sizers->SizerOf(Control);
+        // The new sizer shows before the drag begins; the button may have
+        // been let go meanwhile (a quick click), then nothing is dragged.
+        QCoreApplication::processEvents();
+        if (sizer && sizer->Control() && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+            sizer->BeginMoveAsSender(global);
+    }
+}
+
+void TQorDesignManager::notifyCenterSelection()
+{
+    // The selection list is filled whether or not a center listens, so
+    // that the application's own code can read it.
+    FillSelectedComps();
+    if (m_consoleCenter)
+        m_consoleCenter->DesignerSelCompChanged();
+    emit SelectionChanged();
+}
+
+void TQorDesignManager::SelectControlInRect(const QRect &Rect, TControlSelectMode Mode)
+{
+    if (!m_isDesigning || Rect.width() <= 0 || Rect.height() <= 0 || !m_designStage)
+        return;
+    for (QObject *component : ComponentList(m_designStage)) {
+        if (!component->isWidgetType() || IsQorDesignCtrl(component))
+            continue;
+        auto *w = static_cast<QWidget *>(component);
+        if (ControlInRect(w, Rect))
+            SelectControl(w, QPoint(0, 0), Mode, false, false);
+    }
+    notifyCenterSelection();
+}
+
+bool TQorDesignManager::ControlInRect(const QWidget *Control, const QRect &Rect) const
+{
+    if (!Control || !m_designStage)
+        return false;
+    QPoint topLeft;
+    if (m_designStage->isAncestorOf(Control))
+        topLeft = Control->mapTo(m_designStage, QPoint(0, 0));
+    else
+        topLeft = m_designStage->mapFromGlobal(Control->mapToGlobal(QPoint(0, 0)));
+    // Any overlap counts, and a band that only touches an edge touches.
+    const int left = topLeft.x();
+    const int top = topLeft.y();
+    const int right = left + Control->width();
+    const int bottom = top + Control->height();
+    return left <= RectRight(Rect) && Rect.left() <= right && top <= RectBottom(Rect) && Rect.top() <= bottom;
+}
+
+void TQorDesignManager::SelectAllControls()
+{
+    if (!m_isDesigning || !m_designStage)
+        return;
+    for (QObject *component : ComponentList(m_designStage)) {
+        if (component->isWidgetType() && !IsQorDesignCtrl(component))
+            SelectControl(static_cast<QWidget *>(component), QPoint(0, 0), csmAdd, false, false);
+    }
+    notifyCenterSelection();
+}
+
+void TQorDesignManager::DeselectAll()
+{
+    if (!m_designStage)
+        return;
+    m_selectedComps = TComponentList({m_designStage.data()});
+    ReSelectComps();
+}
+
+void TQorDesignManager::ReSelectComps()
+{
+    if (!m_isDesigning || m_selectedComps.isEmpty())
+        return;
+    m_sizers->ClearSizer();
+    bool first = true;
+    for (QObject *component : m_selectedComps.toList()) {
+        if (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component))
+            continue;
+        SelectControl(static_cast<QWidget *>(component), QPoint(-1, -1), first ? csmSelect : csmAdd, false,
+                      false);
+        first = false;
+    }
+}
+
+void TQorDesignManager::DeselectUnsiblingControl(QWidget *Control, bool DeleteNonControls)
+{
+    const QWidget *parent = Control ? Control->parentWidget() : nullptr;
+    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
+        QObject *component = m_selectedComps.Items(i);
+        if (component && component->isWidgetType()) {
+            if (static_cast<QWidget *>(component)->parentWidget() != parent)
+                m_selectedComps.Delete(i);
+        } else if (DeleteNonControls) {
+            m_selectedComps.Delete(i);
+        }
+    }
+    ReSelectComps();
+}
+
+void TQorDesignManager::DeselectComponent()
+{
+    RemoveComponentFromCompList(m_selectedComps);
+    ReSelectComps();
+}
+
+void TQorDesignManager::FillSelectedComps()
+{
+    QList<QObject *> selected;
+    if (m_sizers->Count() > 0) {
+        if (m_stageSizer)
+            m_stageSizer->SetControl(nullptr);
+        selected.reserve(m_sizers->Count());
+        for (int i = 0; i < m_sizers->Count(); ++i) {
+            if (QWidget *control = m_sizers->Sizers(i)->Control())
+                selected.append(control);
+        }
+    } else if (m_stageSizer && m_stageSizer->Control() && m_designStage) {
+        selected.append(m_designStage);
+    }
+    // Filled in one go: adding one by one would tidy the list each time.
+    m_selectedComps = TComponentList(selected);
+}
+
+void TQorDesignManager::SetSelectedComps(const TComponentList &List)
+{
+    m_selectedComps = List;
+    ReSelectComps();
+}
+
+TQorSizer *TQorDesignManager::GetSelectSizer() const
+{
+    return m_sizers->Count() == 1 ? m_sizers->Sizers(0) : nullptr;
+}
+
+void TQorDesignManager::RefreshSizers()
+{
+    if (m_sizers->Count() == 0) {
+        if (m_stageSizer)
+            m_stageSizer->UpdateBounds();
+        return;
+    }
+    for (int i = 0; i < m_sizers->Count(); ++i)
+        m_sizers->Sizers(i)->UpdateBounds();
+}
+
+void TQorDesignManager::RepaintSizers()
+{
+    m_sizers->RepaintSizers();
+}
+
+void TQorDesignManager::Refresh()
+{
+    ReSelectComps();
+}
+
+// ---- Notifications -----------------------------------------------------
+
+void TQorDesignManager::NotifyObjInspector()
+{
+    if (!m_objInspector)
+        return;
+    FillSelectedComps();
+    m_objInspector->SetActiveComponents(m_selectedComps);
+}
+
+void TQorDesignManager::SizersMoved()
+{
+    m_dirty = true;
+    emit OnControlsMoved(this);
+    if (m_consoleCenter)
+        m_consoleCenter->DesignerSelCompMoved();
+}
+
+void TQorDesignManager::SizersModified()
+{
+    m_dirty = true;
+    FillSelectedComps();
+    emit OnCompsChange(this);
+    if (m_consoleCenter) {
+        m_consoleCenter->DesignerSelCompChanged();
+        m_consoleCenter->SetDirty(true);
+    }
+}
+
+void TQorDesignManager::SizersChanged()
+{
+    if (m_destroying)
+        return;
+    notifyCenterSelection();
+}
+
+void TQorDesignManager::CtrlMoved(QWidget *Control)
+{
+    if (!Control)
+        return;
+    // The address is compared only: the control may have gone since the
+    // notification was posted.
+    const bool stage = Control == m_designStage;
+    if (!stage && !m_sizers->SizerOf(Control))
+        return;
+    // Moving a selection of many controls reports each of them: the sizers
+    // are brought up to date once, after the last report waiting.
+    if (!m_refreshQueued) {
+        m_refreshQueued = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_refreshQueued = false;
+                RefreshSizers();
+            },
+            Qt::QueuedConnection);
+    }
+    if (m_consoleCenter)
+        m_consoleCenter->DesignerSelCompMoved();
+}
+
+void TQorDesignManager::EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModifiers Shift, const QPoint &Pos)
+{
+    if (!m_designStage || !Control)
+        return;
+    QPoint at = Pos;
+    if (Control != m_designStage) {
+        if (m_designStage->isAncestorOf(Control))
+            at = Control->mapTo(m_designStage, Pos);
+        else
+            at = m_designStage->mapFromGlobal(Control->mapToGlobal(Pos));
+    }
+    emit OnStageMouseMove(this, Control, Shift, at.x(), at.y());
+}
+
+// ---- Insertion ---------------------------------------------------------
+
+bool TQorDesignManager::GetIsDynInsComp() const
+{
+    return GetDynInsCompClass() != nullptr;
+}
+
+const QMetaObject *TQorDesignManager::GetDynInsCompClass() const
+{
+    return m_consoleCenter ? m_consoleCenter->GetPalleteSelectedClass() : nullptr;
+}
+
+void TQorDesignManager::DynInsCompDone(QObject *Component)
+{
+    if (Component) {
+        if (OnDynInsComponentHandler)
+            OnDynInsComponentHandler(this, Component);
+        emit OnDynInsComponent(this, Component);
+    }
+    if (m_consoleCenter)
+        m_consoleCenter->DynCompCreated(Component);
+}
+
+// ---- Inline editing ----------------------------------------------------
+
+void TQorDesignManager::StartEmbedEdit()
+{
+    if (m_sizers->Count() != 1)
+        return;
+    m_sizers->Sizers(0)->StartEmbedEdit();
+    m_embeddedEditing = m_sizers->Sizers(0)->IsInlineEditing();
+}
+
+void TQorDesignManager::EndEmbedEdit()
+{
+    if (m_sizers->Count() != 1)
+        return;
+    m_sizers->Sizers(0)->EndEmbedEdit();
+    m_embeddedEditing = false;
+}
+
+bool TQorDesignManager::IsRubbering() const
+{
+    TQorRubberBand *band = m_stageProxy->RubberBand();
+    return band && band->isVisible();
+}
+
+bool TQorDesignManager::IsLiveControl(const QWidget *Control) const
+{
+    // Looked up by address: every designed widget and the stage have a
+    // proxy for exactly as long as they live.
+    return Control && QorProxyOf(Control) != nullptr;
+}
+
+bool TQorDesignManager::LaunchComponentEditor(QObject *Component)
+{
+    return OnLaunchComponentEditor ? OnLaunchComponentEditor(Component) : false;
+}
+
+// ---- Deletion, z-order, image ------------------------------------------
+
+void TQorDesignManager::DelSelectedControls()
+{
+    if (m_consoleCenter) {
+        m_consoleCenter->DelSelCtrls();
+        return;
+    }
+    if (m_sizers->Count() == 0)
+        return;
+    m_sizers->RemoveAllSizerAndCtrls();
+    // With the selection gone, the stage is selected.
+    SelectControl(m_designStage, QPoint(-1, -1), csmSelect, true, false);
+}
+
+void TQorDesignManager::BringSelCtrlsToFront()
+{
+    for (int i = 0; i < m_sizers->Count(); ++i) {
+        m_sizers->Sizers(i)->BringCtrlToFront();
+        if (m_consoleCenter)
+            m_consoleCenter->RefreshCompTree();
+    }
+}
+
+void TQorDesignManager::SendSelCtrlsToBack()
+{
+    for (int i = 0; i < m_sizers->Count(); ++i) {
+        m_sizers->Sizers(i)->SendCtrlToBack();
+        if (m_consoleCenter)
+            m_consoleCenter->RefreshCompTree();
+    }
+}
+
+void TQorDesignManager::GetStageBitmap(QPixmap &Bitmap)
+{
+    if (!m_designStage || !m_designStage->isWindow())
+        return;
+    DeselectAll();
+    Bitmap = m_designStage->grab();
+}
+
+void TQorDesignManager::GetStagePicture(QPixmap &Picture)
+{
+    QPixmap bitmap;
+    GetStageBitmap(bitmap);
+    Picture = bitmap;
+}
+
+void TQorDesignManager::PrintStage()
+{
+    if (!m_designStage || !m_designStage->isWindow())
+        return;
+    DeselectAll();
+}

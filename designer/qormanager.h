@@ -1,0 +1,188 @@
+// The design manager: what an application puts on a window to make a
+// design stage (a form or another widget) designable while it runs. It owns
+// the proxies, the sizers, the stage proxy and the stage sizer, keeps the
+// list of selected components, answers the selection requests of proxies
+// and sizers, and tells the design center, the object inspector and the
+// application (through its signals) what changed.
+#pragma once
+
+#include "qordesign_export.h"
+
+#include "designer/qordesigner.h"
+#include "designer/qordesignintf.h"
+#include "foundation/qorcomponents.h"
+
+#include <QMenu>
+#include <QMetaObject>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class QPixmap;
+class TQorDesignStageProxy;
+class TQorDesignWndProcProxyList;
+class TQorSizer;
+class TQorSizerList;
+class TQorStageSizer;
+
+class QORDESIGN_EXPORT TQorDesignManager : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("QorDesignObject", "true")
+    Q_PROPERTY(bool Enabled READ Enabled WRITE SetEnabled)
+    Q_PROPERTY(QWidget *DesignStage READ DesignStage WRITE SetDesignStage)
+    Q_PROPERTY(QMenu *DesignPopupMenu READ DesignPopupMenu WRITE SetDesignPopupMenu)
+    Q_PROPERTY(bool IsDesigning READ IsDesigning WRITE SetIsDesigning NOTIFY IsDesigningChanged DESIGNABLE false)
+    Q_PROPERTY(bool DisplayGrid READ DisplayGrid WRITE SetDisplayGrid DESIGNABLE false)
+    Q_PROPERTY(int GridSizeX READ GridSizeX WRITE SetGridSizeX DESIGNABLE false)
+    Q_PROPERTY(int GridSizeY READ GridSizeY WRITE SetGridSizeY DESIGNABLE false)
+
+public:
+    // The owner becomes the stage when it is a widget.
+    explicit TQorDesignManager(QObject *Owner = nullptr);
+    ~TQorDesignManager() override;
+
+    // ---- Designing ----
+    bool IsDesigning() const { return m_isDesigning; }
+    void SetIsDesigning(bool Value);
+    QWidget *DesignStage() const { return m_designStage; }
+    void SetDesignStage(QWidget *Stage);
+    bool Enabled() const { return m_enabled; }
+    void SetEnabled(bool Value);
+    QMenu *DesignPopupMenu() const { return m_designPopupMenu; }
+    void SetDesignPopupMenu(QMenu *Menu);
+    bool Dirty() const { return m_dirty; }
+    void SetDirty(bool Value);
+
+    TQorDesignWndProcProxyList *DesignProxies() const { return m_designProxies.get(); }
+    TQorSizerList *Sizers() const { return m_sizers.get(); }
+    TQorDesignStageProxy *StageProxy() const { return m_stageProxy.get(); }
+    TQorStageSizer *StageSizer() const;
+    const TComponentList &SelectedComps() const { return m_selectedComps; }
+
+    IQorDesignCenter *ConsoleCenter() const { return m_consoleCenter; }
+    void SetConsoleCenter(IQorDesignCenter *Center) { m_consoleCenter = Center; }
+    IQorObjInspector *ObjInspector() const { return m_objInspector; }
+    void SetObjInspector(IQorObjInspector *Inspector);
+
+    // The event the application hears of inserted components by, besides
+    // the signal.
+    TDynInsComponentEvent OnDynInsComponentHandler;
+
+    bool DisplayGrid() const;
+    void SetDisplayGrid(bool Value);
+    int GridSizeX() const;
+    void SetGridSizeX(int Value);
+    int GridSizeY() const;
+    void SetGridSizeY(int Value);
+
+    void InitDesigning();
+    void DoneDesigning();
+    void InstallAllSizers();
+    void InstallStageSizer();
+    void InstallStageProxy();
+    void InstallAllProxies();
+    void ReleaseAllSizers();
+    void ReleaseStageSizer();
+    void ReleaseAllProxies();
+    void ReleaseStageProxy();
+    void AddProxiedControl(QWidget *Control);
+    bool ComponentBelongToStage(const QObject *Component) const;
+    // True for the library's own objects on the stage (sizers, rubber band).
+    static bool IsQorDesignCtrl(const QObject *Component);
+
+    // ---- Selection ----
+    void SelectControl(QWidget *Control, const QPoint &Pos, TControlSelectMode Mode, bool Notify, bool BeginMove);
+    void SelectControlInRect(const QRect &Rect, TControlSelectMode Mode);
+    bool ControlInRect(const QWidget *Control, const QRect &Rect) const;
+    void SelectAllControls();
+    void DeselectAll();
+    void ReSelectComps();
+    void DeselectUnsiblingControl(QWidget *Control, bool DeleteNonControls);
+    void DeselectComponent();
+    void FillSelectedComps();
+    void SetSelectedComps(const TComponentList &List);
+    TQorSizer *GetSelectSizer() const;
+    void RefreshSizers();
+    void RepaintSizers();
+    void Refresh();
+
+    // ---- Notifications ----
+    void NotifyObjInspector();
+    void SizersMoved();
+    void SizersModified();
+    // The list freed sizers whose controls went away: the selection is
+    // refilled and reported.
+    void SizersChanged();
+    void CtrlMoved(QWidget *Control);
+    void EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModifiers Shift, const QPoint &Pos);
+
+    // ---- Insertion ----
+    bool GetIsDynInsComp() const;
+    bool IsDynInsComp() const { return GetIsDynInsComp(); }
+    const QMetaObject *GetDynInsCompClass() const;
+    void DynInsCompDone(QObject *Component);
+
+    // ---- Inline editing ----
+    void StartEmbedEdit();
+    void EndEmbedEdit();
+    bool IsEmbeddedEditing() const { return m_embeddedEditing; }
+    bool CanProxyInterceptMsgs() const { return !m_embeddedEditing; }
+
+    // True while the stage's rubber band is being dragged.
+    bool IsRubbering() const;
+    // True for a widget that is still alive and designed on this stage.
+    bool IsLiveControl(const QWidget *Control) const;
+    // Runs the component editor the application installed for a double
+    // click (OnLaunchComponentEditor); true when it edited.
+    bool LaunchComponentEditor(QObject *Component);
+    std::function<bool(QObject *)> OnLaunchComponentEditor;
+
+    // ---- Deletion, z-order, image ----
+    void DelSelectedControls();
+    void BringSelCtrlsToFront();
+    void SendSelCtrlsToBack();
+    void GetStageBitmap(QPixmap &Bitmap);
+    void GetStagePicture(QPixmap &Picture);
+    void PrintStage();
+
+signals:
+    void OnStageMouseMove(QObject *Sender, QWidget *Control, Qt::KeyboardModifiers Shift, int X, int Y);
+    void OnCompsChange(QObject *Sender);
+    void OnControlsMoved(QObject *Sender);
+    void OnDynInsComponent(QObject *Sender, QObject *Component);
+    // The selection changed (after SelectedComps was filled).
+    void SelectionChanged();
+    // A design popup menu is about to show for a control (the stage for
+    // the stage's menu).
+    void OnDesignPopup(QMenu *Menu, QWidget *Control, const QPoint &GlobalPos);
+    void IsDesigningChanged(bool Designing);
+
+private:
+    void Notification(QObject *Component, TQorCompOperation Operation);
+    void notifyCenterSelection();
+    void watchStage();
+    void unwatchStage();
+    void stageDestroyed();
+
+    bool m_embeddedEditing = false;
+    std::unique_ptr<TQorDesignWndProcProxyList> m_designProxies;
+    bool m_isDesigning = false;
+    QPointer<QWidget> m_designStage;
+    std::unique_ptr<TQorSizerList> m_sizers;
+    std::unique_ptr<TQorDesignStageProxy> m_stageProxy;
+    QPointer<TQorStageSizer> m_stageSizer;
+    TComponentList m_selectedComps;
+    IQorObjInspector *m_objInspector = nullptr;
+    IQorDesignCenter *m_consoleCenter = nullptr;
+    QPointer<QMenu> m_designPopupMenu;
+    bool m_dirty = false;
+    bool m_enabled = true;
+    bool m_destroying = false;
+    bool m_refreshQueued = false;
+    QMetaObject::Connection m_insertedConnection;
+    QMetaObject::Connection m_removedConnection;
+    QMetaObject::Connection m_stageDestroyedConnection;
+};
