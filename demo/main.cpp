@@ -2,6 +2,8 @@
 // picture of it to FILE and exits (the headless run of `make demo`).
 #include "qordemowindow.h"
 
+#include "designer/qormanager.h"
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QPixmap>
@@ -25,6 +27,14 @@ int main(int argc, char **argv)
     QorDemoWindow window;
     window.show();
     if (parser.isSet(screenshot)) {
+        // The picture shows the stage designed, with three controls
+        // selected.
+        window.designAction()->setChecked(true);
+        TQorDesignManager *manager = window.designManager();
+        for (const char *name : {"LineEdit1", "CheckBox1", "ComboBox1"}) {
+            if (auto *w = window.stage()->findChild<QWidget *>(QLatin1String(name)))
+                manager->SelectControl(w, QPoint(-1, -1), csmAdd, true, false);
+        }
         const QString file = parser.value(screenshot);
         // Once the window has been laid out and painted.
         QTimer::singleShot(300, &window, [&window, file] {

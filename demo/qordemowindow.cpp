@@ -1,5 +1,6 @@
 #include "qordemowindow.h"
 
+#include "designer/qormanager.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhortti.h"
@@ -18,6 +19,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTextEdit>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -32,6 +34,51 @@ T *place(T *widget, const char *name, const QRect &geometry)
 }
 
 } // namespace
+
+class QorDemoWindow::DemoCenter final : public IQorDesignCenter
+{
+public:
+    explicit DemoCenter(QorDemoWindow *window)
+        : m_window(window)
+    {
+    }
+
+    void DesignerSelCompChanged() override
+    {
+        const TComponentList &selected = m_window->m_manager->SelectedComps();
+        m_window->statusBar()->showMessage(
+            QObject::tr("%n component(s) selected", nullptr, selected.Count()));
+    }
+    void DesignerSelCompMoved() override {}
+    void SetDirty(bool) override {}
+    void DesignStageCompsModified(QObject *, TQorCompOperation) override { m_treeStale = true; }
+    const QMetaObject *GetPalleteSelectedClass() const override
+    {
+        const QListWidgetItem *item = m_window->m_palette->currentItem();
+        if (!item || !m_window->m_palette->selectionModel()->hasSelection())
+            return nullptr;
+        return GetClass(item->text());
+    }
+    void DynCompCreated(QObject *) override
+    {
+        m_window->m_palette->clearSelection();
+        m_window->fillComponentTree();
+    }
+    void DelSelCtrls() override
+    {
+        TQorDesignManager *manager = m_window->m_manager;
+        manager->SetConsoleCenter(nullptr);
+        manager->DelSelectedControls();
+        manager->SetConsoleCenter(this);
+        m_window->fillComponentTree();
+    }
+    void RefreshCompTree() override { m_window->fillComponentTree(); }
+
+    bool m_treeStale = false;
+
+private:
+    QorDemoWindow *m_window;
+};
 
 QorDemoWindow::QorDemoWindow(QWidget *parent)
     : QMainWindow(parent)
@@ -76,6 +123,23 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
 
     // The stage owns what the form shows, in the order of the form's tree.
     AdoptNamedDescendants(m_stage);
+
+    // Designing: a switch on the tool bar; the palette's chosen class is
+    // inserted where the stage is clicked; the stage's mouse position shows
+    // in the status bar.
+    m_manager = new TQorDesignManager(m_stage);
+    m_center = std::make_unique<DemoCenter>(this);
+    m_manager->SetConsoleCenter(m_center.get());
+    auto *tools = addToolBar(tr("Design"));
+    tools->setObjectName(QStringLiteral("DesignToolBar"));
+    m_designAction = tools->addAction(tr("Design"));
+    m_designAction->setObjectName(QStringLiteral("DesignAction"));
+    m_designAction->setCheckable(true);
+    connect(m_designAction, &QAction::toggled, m_manager, &TQorDesignManager::SetIsDesigning);
+    connect(m_manager, &TQorDesignManager::OnStageMouseMove, this,
+            [this](QObject *, QWidget *, Qt::KeyboardModifiers, int x, int y) {
+                statusBar()->showMessage(tr("Stage: %1, %2").arg(x).arg(y));
+            });
     fillPalette();
     fillComponentTree();
     m_tree->setCurrentItem(m_tree->topLevelItem(0));

@@ -2,9 +2,15 @@
 // palette and the component tree on the left, the inspector on the right.
 #pragma once
 
+#include "designer/qordesignintf.h"
+
 #include <QMainWindow>
 
+#include <memory>
+
+class QAction;
 class QListWidget;
+class TQorDesignManager;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QWidget;
@@ -23,6 +29,10 @@ public:
     QListWidget *paletteList() const { return m_palette; }
     // The published properties of the component chosen in the tree.
     QTreeWidget *propertyList() const { return m_properties; }
+    // The design manager of the stage and the switch that turns designing
+    // on and off.
+    TQorDesignManager *designManager() const { return m_manager; }
+    QAction *designAction() const { return m_designAction; }
 
 private:
     QWidget *createStage();
@@ -35,4 +45,10 @@ private:
     QListWidget *m_palette = nullptr;
     QTreeWidget *m_tree = nullptr;
     QTreeWidget *m_properties = nullptr;
+    TQorDesignManager *m_manager = nullptr;
+    QAction *m_designAction = nullptr;
+    // Stands in for the design center until it comes: the palette's chosen
+    // class is the one a click on the stage inserts.
+    class DemoCenter;
+    std::unique_ptr<DemoCenter> m_center;
 };

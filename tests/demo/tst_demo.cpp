@@ -1,18 +1,20 @@
 // The demo designer's window: its areas, the stage's widgets and the
 // components the stage owns, shown in the component tree.
+#include "designer/qormanager.h"
+#include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 #include "qordemowindow.h"
-
-#include "foundation/qorcomponents.h"
 
 #include <QCheckBox>
 #include <QDockWidget>
 #include <QGroupBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 #include <QTreeWidget>
 
 class tst_Demo : public QObject
@@ -111,6 +113,51 @@ private slots:
         QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
         auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
         QVERIFY(check && !check->isChecked());
+        RealInput::click(check, QPoint(8, check->height() / 2));
+        QTRY_VERIFY(check->isChecked());
+    }
+
+    void theDesignSwitchMakesTheStageDesignableAndThePaletteInserts()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        TQorDesignManager *manager = window.designManager();
+        auto *tools = window.findChild<QToolBar *>(QStringLiteral("DesignToolBar"));
+        QVERIFY(tools);
+        QWidget *designButton = tools->widgetForAction(window.designAction());
+        RealInput::click(designButton);
+        QTRY_VERIFY(manager->IsDesigning());
+        QCOMPARE(manager->SelectedComps().toList(), QList<QObject *>{window.stage()});
+
+        // A click selects without acting; the status bar shows where the
+        // mouse is on the stage.
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check, QPoint(8, check->height() / 2));
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{check});
+        QVERIFY(!check->isChecked());
+        RealInput::moveTo(window.stage(), QPoint(400, 200), 2);
+        QTRY_COMPARE(window.statusBar()->currentMessage(), QStringLiteral("Stage: 400, 200"));
+
+        // The palette's chosen class is inserted where the stage is clicked.
+        const QList<QListWidgetItem *> found =
+            window.paletteList()->findItems(QStringLiteral("QPushButton"), Qt::MatchExactly);
+        QCOMPARE(found.size(), 1);
+        window.paletteList()->scrollToItem(found.first());
+        RealInput::click(window.paletteList()->viewport(),
+                         window.paletteList()->visualItemRect(found.first()).center());
+        QTRY_VERIFY(window.paletteList()->selectionModel()->hasSelection());
+        RealInput::click(window.stage(), QPoint(420, 200));
+        QTRY_VERIFY(window.stage()->findChild<QPushButton *>(QStringLiteral("PushButton1")));
+        auto *inserted = window.stage()->findChild<QPushButton *>(QStringLiteral("PushButton1"));
+        QCOMPARE(inserted->pos(), QPoint(420, 200));
+        QCOMPARE(Owner(inserted), window.stage());
+        QVERIFY(!window.paletteList()->selectionModel()->hasSelection());
+        QCOMPARE(window.componentTree()->findItems(QStringLiteral("PushButton1"),
+                                                   Qt::MatchExactly | Qt::MatchRecursive).size(), 1);
+
+        // Off again: the check box works.
+        RealInput::click(designButton);
+        QTRY_VERIFY(!manager->IsDesigning());
         RealInput::click(check, QPoint(8, check->height() / 2));
         QTRY_VERIFY(check->isChecked());
     }
