@@ -146,7 +146,13 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     statusBar()->showMessage(tr("%n component(s) on the stage", nullptr, ComponentCount(m_stage)));
 }
 
-QorDemoWindow::~QorDemoWindow() = default;
+QorDemoWindow::~QorDemoWindow()
+{
+    // The stage and its manager outlive this window's members: the manager
+    // lets go of the center before the center goes.
+    m_manager->SetIsDesigning(false);
+    m_manager->SetConsoleCenter(nullptr);
+}
 
 QWidget *QorDemoWindow::createStage()
 {

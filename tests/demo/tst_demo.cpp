@@ -10,12 +10,15 @@
 #include <QDockWidget>
 #include <QGroupBox>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
+
+#include <memory>
 
 class tst_Demo : public QObject
 {
@@ -155,11 +158,27 @@ private slots:
         QCOMPARE(window.componentTree()->findItems(QStringLiteral("PushButton1"),
                                                    Qt::MatchExactly | Qt::MatchRecursive).size(), 1);
 
+        // Designing is on when the window closes at the end of this test.
+        RealInput::click(check, QPoint(8, check->height() / 2));
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{check});
+
         // Off again: the check box works.
         RealInput::click(designButton);
         QTRY_VERIFY(!manager->IsDesigning());
         RealInput::click(check, QPoint(8, check->height() / 2));
         QTRY_VERIFY(check->isChecked());
+    }
+
+    void theWindowClosesCleanlyWhileDesigning()
+    {
+        auto window = std::make_unique<QorDemoWindow>();
+        QVERIFY(QorGuiTest::showAndActivate(window.get(), QPoint(0, 0)));
+        window->designAction()->setChecked(true);
+        QVERIFY(window->designManager()->IsDesigning());
+        window->designManager()->SelectAllControls();
+        QPointer<QWidget> stage = window->stage();
+        window.reset();
+        QVERIFY(!stage);
     }
 };
 
