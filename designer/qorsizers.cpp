@@ -211,7 +211,11 @@ void TQorSizer::FeedbackBounds()
         return;
     if (QWidget *parent = m_control->parentWidget()) {
         const QRect r = mapRect(SizerParent(), parent, geometry().adjusted(2, 2, -2, -2));
-        m_control->setGeometry(r);
+        if (r != m_control->geometry()) {
+            // Moving the control redraws it.
+            m_control->setGeometry(r);
+            return;
+        }
     }
     m_control->update();
 }
@@ -1078,6 +1082,10 @@ TQorSizerOverlay::TQorSizerOverlay(TQorSizerList *List, QWidget *Parent)
 
 bool TQorSizerOverlay::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_watchedWindow && event->type() == QEvent::UpdateRequest) {
+        FlushDirty();
+        return false;
+    }
     if (watched == parentWidget()) {
         if (event->type() == QEvent::Resize) {
             setGeometry(parentWidget()->rect());
@@ -1103,10 +1111,18 @@ bool TQorSizerOverlay::eventFilter(QObject *watched, QEvent *event)
 void TQorSizerOverlay::MarkDirty(const QRect &Rect)
 {
     // Many sizers change at once (a whole selection moves or is made):
-    // their areas are gathered and handed to the paint system once; beyond
-    // a few hundred, their bounding box is cheaper than the region.
-    if (m_dirty.empty())
-        QMetaObject::invokeMethod(this, &TQorSizerOverlay::FlushDirty, Qt::QueuedConnection);
+    // their areas are gathered and handed to the paint system once, just
+    // before the window paints (beyond a few thousand, their bounding box
+    // is cheaper than the region). The first area asks for that paint.
+    if (m_dirty.empty()) {
+        if (QWidget *top = window(); top != m_watchedWindow) {
+            if (m_watchedWindow)
+                m_watchedWindow->removeEventFilter(this);
+            m_watchedWindow = top;
+            top->installEventFilter(this);
+        }
+        update(Rect);
+    }
     m_dirty.push_back(Rect);
 }
 

@@ -293,4 +293,5 @@ private:
     TQorSizerList *m_list;
     std::vector<QRect> m_dirty;
     bool m_raiseQueued = false;
+    QPointer<QWidget> m_watchedWindow;
 };
