@@ -697,6 +697,77 @@ private slots:
         QCOMPARE(f.form->findChildren<TQorSizer *>().size(), 0);
     }
 
+    // ---- Pictures ----
+
+    // The pictures of the documentation, checked pixel by pixel; written to
+    // the folder QORDESIGN_SCREENSHOTS names, when it is set.
+    void picturesShowSelectionsTheRubberBandAndAnInsertion()
+    {
+        FakeCenter center;
+        Form f;
+        f.manager->SetConsoleCenter(&center);
+        QVERIFY(f.design());
+        const QString folder = qEnvironmentVariable("QORDESIGN_SCREENSHOTS");
+        auto save = [&](const QImage &image, const char *name) {
+            if (!folder.isEmpty())
+                QVERIFY(image.save(folder + QLatin1Char('/') + QLatin1String(name)));
+        };
+        auto handleAt = [](const TQorSizer *sizer, int index) {
+            return sizer->HandleRect(index).translated(sizer->geometry().topLeft()).center();
+        };
+
+        f.manager->SelectControl(f.b1, QPoint(-1, -1), csmSelect, true, false);
+        TQorSizer *one = f.manager->GetSelectSizer();
+        const QRgb single = one->SingleSelColor().rgb();
+        QTRY_COMPARE(f.form->grab().toImage().pixel(handleAt(one, 6)), single);
+        QImage image = f.form->grab().toImage();
+        for (int i = 1; i <= 8; ++i)
+            QCOMPARE(image.pixel(handleAt(one, i)), single);
+        save(image, "one-selected.png");
+
+        f.manager->SelectControl(f.b2, QPoint(-1, -1), csmAdd, false, false);
+        f.manager->SelectControl(f.b3, QPoint(-1, -1), csmAdd, true, false);
+        const QRgb multi = one->MultiSelColor().rgb();
+        TQorSizer *third = f.manager->Sizers()->SizerOf(f.b3);
+        QTRY_COMPARE(f.form->grab().toImage().pixel(handleAt(third, 5)), multi);
+        image = f.form->grab().toImage();
+        for (int s = 0; s < 3; ++s) {
+            const TQorSizer *sizer = f.manager->Sizers()->Sizers(s);
+            for (int i : {1, 3, 5, 7})
+                QCOMPARE(image.pixel(handleAt(sizer, i)), multi);
+            QVERIFY(image.pixel(handleAt(sizer, 2)) != multi);
+        }
+        save(image, "three-selected.png");
+
+        f.manager->SelectControl(f.form.get(), QPoint(-1, -1), csmSelect, true, false);
+        TQorDesignStageProxy *stageProxy = f.manager->StageProxy();
+        stageProxy->StartRubberBand(QPoint(10, 8));
+        stageProxy->RubberBand()->SetPointEnd(QPoint(250, 70));
+        // Its top edge is dotted: black on about every other pixel.
+        auto dotsOnTop = [&] {
+            const QImage grabbed = f.form->grab().toImage();
+            int dots = 0;
+            for (int x = 10; x < 250; ++x)
+                dots += grabbed.pixel(x, 8) == qRgb(0, 0, 0);
+            return dots;
+        };
+        QTRY_VERIFY(dotsOnTop() > 60);
+        QVERIFY(dotsOnTop() < 180);
+        image = f.form->grab().toImage();
+        save(image, "rubber-band.png");
+        stageProxy->EndRubberBand();
+        QTRY_COMPARE(f.selected(), (QList<QObject *>{f.b1, f.b2, f.b3}));
+
+        center.chosen = &QPushButton::staticMetaObject;
+        RealInput::click(f.form.get(), QPoint(40, 300));
+        QTRY_VERIFY(f.form->findChild<QPushButton *>(QStringLiteral("PushButton1")));
+        TQorSizer *inserted = f.manager->GetSelectSizer();
+        QVERIFY(inserted);
+        QCOMPARE(inserted->Control()->objectName(), QStringLiteral("PushButton1"));
+        QTRY_COMPARE(f.form->grab().toImage().pixel(handleAt(inserted, 4)), single);
+        save(f.form->grab().toImage(), "insertion.png");
+    }
+
     // ---- Rules checked directly ----
 
     void aSizerOverA40By20ControlIs44By24WithTheTopMiddleHandleAt19To24()
