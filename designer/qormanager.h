@@ -62,6 +62,9 @@ public:
     TQorStageSizer *StageSizer() const;
     const TComponentList &SelectedComps() const { return m_selectedComps; }
 
+    // The center and the inspector stay their owners'; each must be
+    // detached (set to nil) before it goes if the manager lives on, also
+    // while the stage is being destroyed.
     IQorDesignCenter *ConsoleCenter() const { return m_consoleCenter; }
     void SetConsoleCenter(IQorDesignCenter *Center) { m_consoleCenter = Center; }
     IQorObjInspector *ObjInspector() const { return m_objInspector; }
