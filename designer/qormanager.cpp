@@ -118,8 +118,10 @@ void TQorDesignManager::InstallAllProxies()
 
 void TQorDesignManager::ReleaseAllSizers()
 {
-    m_sizers->ClearSizer();
+    // The overlay goes first: the sizers freed after it have no marks left
+    // to take off the screen one by one.
     m_sizers->ReleaseOverlay();
+    m_sizers->ClearSizer();
 }
 
 void TQorDesignManager::ReleaseStageSizer()
@@ -296,9 +298,10 @@ void TQorDesignManager::SelectControl(QWidget *Control, const QPoint &Pos, TCont
     };
     switch (Mode) {
     case csmSelect:
+        // Freed sizers take their marks off the screen themselves: the stage
+        // is not redrawn as a whole (on a stage of a thousand controls every
+        // click would repaint them all).
         m_sizers->ClearSizer();
-        if (stage)
-            stage->update();
         if (m_stageSizer)
             m_stageSizer->SetControl(nullptr);
         if (Control != stage)
