@@ -173,8 +173,11 @@ public:
 
     void uninstall()
     {
-        if (m_window)
+        if (m_window) {
             m_window->removeEventFilter(this);
+            // The widget under the mouse sets its own cursor again.
+            m_window->unsetCursor();
+        }
         m_window = nullptr;
         reset();
     }
@@ -327,6 +330,11 @@ bool TQorDesignWindowFilter::mouseEvent(QMouseEvent *event)
             return true;
         }
     }
+
+    // The designed widgets do not set the cursor: over them the window
+    // shows the arrow (their own cursors come back when designing ends).
+    if (m_window && m_window->cursor().shape() != Qt::ArrowCursor)
+        m_window->setCursor(Qt::ArrowCursor);
 
     const quintptr keyState = KeyStateOf(event->buttons(), event->modifiers());
     const QPoint local = target->mapFromGlobal(global);

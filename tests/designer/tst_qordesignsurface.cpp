@@ -24,6 +24,8 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
+#include <QToolTip>
+#include <QWindow>
 
 #include <memory>
 
@@ -581,6 +583,28 @@ private slots:
         QCOMPARE(QApplication::activePopupWidget(), nullptr);
         QVERIFY(!qobject_cast<QLineEdit *>(QApplication::focusWidget())
                 || QApplication::focusWidget() == focusBefore);
+    }
+
+    void designedWidgetsShowNoToolTipAndNoCursorOfTheirOwn()
+    {
+        Form f;
+        f.edit->setToolTip(QStringLiteral("Type a name"));
+        QVERIFY(f.design());
+        QWindow *window = f.form->windowHandle();
+        RealInput::moveTo(f.edit, QPoint(10, 10), 2);
+        RealInput::moveTo(f.edit, QPoint(20, 12), 2);
+        QTRY_COMPARE(window->cursor().shape(), Qt::ArrowCursor);
+        // Longer than the tool tip's wake-up delay.
+        QTest::qWait(1200);
+        QVERIFY(!QToolTip::isVisible());
+        QCOMPARE(window->cursor().shape(), Qt::ArrowCursor);
+        // Designing off: the line edit's own cursor and tool tip come back.
+        f.manager->SetIsDesigning(false);
+        RealInput::moveTo(f.b1, QPoint(10, 10), 2);
+        RealInput::moveTo(f.edit, QPoint(15, 10), 2);
+        QTRY_COMPARE(window->cursor().shape(), Qt::IBeamCursor);
+        QTRY_VERIFY_WITH_TIMEOUT(QToolTip::isVisible(), 5000);
+        QToolTip::hideText();
     }
 
     // ---- Designing off ----
