@@ -325,14 +325,19 @@ qintptr TQorSizer::WmNcHitTest(const QPoint &Pos) const
         return HTTRANSPARENT;
     if (m_sizerList && m_sizerList->DesignManager() && m_sizerList->DesignManager()->IsDynInsComp())
         return HTTRANSPARENT;
-    qintptr code = HTNOWHERE;
-    if (m_sizerMode == smSingle) {
-        for (size_t i = 0; i < m_handles.size(); ++i) {
-            if (PointInRect(Pos, m_handles[i]))
-                code = m_hitCodes[i];
-        }
-    }
+    const qintptr code = m_sizerMode == smSingle ? HandleCodeAt(Pos) : HTNOWHERE;
     return code == HTNOWHERE ? HTCLIENT : code;
+}
+
+qintptr TQorSizer::HandleCodeAt(const QPoint &Pos) const
+{
+    // The last handle that holds the point wins.
+    qintptr code = HTNOWHERE;
+    for (size_t i = 0; i < m_handles.size(); ++i) {
+        if (PointInRect(Pos, m_handles[i]))
+            code = m_hitCodes[i];
+    }
+    return code;
 }
 
 void TQorSizer::WmLButtonDown(quintptr KeyState, const QPoint &GlobalPos)
@@ -1033,10 +1038,7 @@ qintptr TQorStageSizer::WmNcHitTest(const QPoint &Pos) const
         return TQorSizer::WmNcHitTest(Pos);
     qintptr code = HTNOWHERE;
     if (m_sizerMode == smSingle) {
-        for (size_t i = 0; i < m_handles.size(); ++i) {
-            if (PointInRect(Pos, m_handles[i]))
-                code = m_hitCodes[i];
-        }
+        code = HandleCodeAt(Pos);
         if (m_stageSizerMode == ssmFixed && code != HTBOTTOMRIGHT && code != HTBOTTOM && code != HTRIGHT)
             code = HTNOWHERE;
     }

@@ -87,6 +87,8 @@ public:
     // The answer of the hit test at a point in the sizer's coordinates:
     // a handle's code, HTTRANSPARENT, or HTCLIENT for the body.
     virtual qintptr WmNcHitTest(const QPoint &Pos) const;
+    // The hit code of the handle at a point, HTNOWHERE if none.
+    qintptr HandleCodeAt(const QPoint &Pos) const;
 
     // A left press meant for the bound control's body, in global
     // coordinates, with the key state of the press.
