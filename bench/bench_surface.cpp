@@ -114,13 +114,22 @@ private:
     QList<QRect> m_rects;
 };
 
-BenchRow designOnOff(bool on)
+// Designing on, or off after everything was selected, beside making the
+// stage. Designing off must take every mark off the screen, which repaints
+// each button under them: the second row sets it beside a plain repaint of
+// the same stage, the least that can cost.
+QList<BenchRow> designOnOff(bool on)
 {
-    double best = 1e300, floorBest = 1e300;
+    double best = 1e300, floorBest = 1e300, repaintBest = 1e300;
     for (int round = 0; round < kRounds; ++round) {
         auto stage = shownStage(1000);
         auto *manager = new TQorDesignManager(stage.get());
         if (!on) {
+            QElapsedTimer r;
+            r.start();
+            stage->update();
+            settle();
+            repaintBest = std::min(repaintBest, msSince(r));
             manager->SetIsDesigning(true);
             manager->SelectAllControls();
             settle();
@@ -134,8 +143,10 @@ BenchRow designOnOff(bool on)
         settle();
         floorBest = std::min(floorBest, createShowPaint(1000));
     }
-    return {on ? QStringLiteral("surface.design_on_1000") : QStringLiteral("surface.design_off_1000"), best,
-            QStringLiteral("create_show_paint_1000"), floorBest};
+    if (on)
+        return {{QStringLiteral("surface.design_on_1000"), best, QStringLiteral("create_show_paint_1000"), floorBest}};
+    return {{QStringLiteral("surface.design_off_1000"), best, QStringLiteral("create_show_paint_1000"), floorBest},
+            {QStringLiteral("surface.design_off_1000_repaint"), best, QStringLiteral("repaint_1000"), repaintBest}};
 }
 
 BenchRow selectAll(int count)
@@ -261,8 +272,8 @@ QList<BenchRow> dragRows()
 QList<BenchRow> surfaceRows()
 {
     QList<BenchRow> rows;
-    rows.append(designOnOff(true));
-    rows.append(designOnOff(false));
+    rows += designOnOff(true);
+    rows += designOnOff(false);
     rows.append(selectAll(1000));
     rows.append(selectAll(5000));
     rows.append(dragRows());
