@@ -18,6 +18,7 @@
 
 #include <QColor>
 #include <QHash>
+#include <QMenu>
 #include <QPointer>
 #include <QWidget>
 
@@ -25,7 +26,6 @@
 #include <memory>
 #include <vector>
 
-class QMenu;
 class TQorDesignManager;
 class TQorSizerList;
 class TQorSizerOverlay;

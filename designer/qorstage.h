@@ -1,6 +1,7 @@
 // The small pieces of the design stage: the rubber band the stage proxy
-// shows while the user drags a selection rectangle, and the grid of dots
-// the stage's painting code can draw.
+// shows while the user drags a selection rectangle, the grid of dots the
+// stage's painting code can draw, and a ready-made container that serves
+// as a simple stage with sizers of its own.
 #pragma once
 
 #include "qordesign_export.h"
@@ -9,7 +10,10 @@
 #include <QPoint>
 #include <QWidget>
 
+#include <memory>
+
 class QPainter;
+class TQorSizerList;
 
 // A dotted rectangle between the point where the drag started and where the
 // mouse is; it never takes the mouse, and covers nothing but its outline.
@@ -70,4 +74,30 @@ private:
     bool m_displayGrid = false;
     int m_gridSizeX = 4;
     int m_gridSizeY = 4;
+};
+
+// A container that accepts child widgets and keeps sizers of its own: a
+// press on it puts a sizer on the control of its parent's components that
+// lies under the mouse. It needs no design manager.
+class QORDESIGN_EXPORT TQorDesignStage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TQorDesignStage(QWidget *Parent = nullptr);
+    ~TQorDesignStage() override;
+
+    TQorSizerList *SizerList() const { return m_sizerList.get(); }
+    // The first of the components of the stage's parent, in their order,
+    // that is a widget other than the stage and holds P (in the stage's
+    // coordinates; the edges of each widget count as inside). Without one:
+    // the parent when ReturnParent, else nil.
+    QWidget *PointedControl(const QPoint &P, bool ReturnParent) const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    std::unique_ptr<TQorSizerList> m_sizerList;
 };

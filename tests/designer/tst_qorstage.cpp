@@ -1,14 +1,64 @@
-// The stage's small pieces: the rubber band's bounds and looks, and the
-// grid's spacing, template and dots.
+// The stage's small pieces: the rubber band's bounds and looks, the grid's
+// spacing, template and dots, and the ready-made stage with its sizers.
 #include "designer/qordesigner.h"
+#include "designer/qorsizers.h"
 #include "designer/qorstage.h"
+#include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+
+namespace {
+
+// Counts the presses a widget receives.
+struct PressCounter : QObject
+{
+    int count = 0;
+    explicit PressCounter(QWidget *w) { w->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        count += e->type() == QEvent::MouseButtonPress;
+        return false;
+    }
+};
+
+// A form owning a stage and, in this order, a label on the stage that
+// lets the mouse through, a frame beside the stage and a second label
+// under the first.
+struct StageForm
+{
+    QWidget form;
+    TQorDesignStage *stage = new TQorDesignStage(&form);
+    QLabel *label = new QLabel(QStringLiteral("Label1"), stage);
+    QFrame *frame = new QFrame(&form);
+    QLabel *under = new QLabel(QStringLiteral("Label2"), stage);
+
+    StageForm()
+    {
+        form.resize(400, 300);
+        stage->setGeometry(20, 20, 300, 200);
+        label->setGeometry(40, 40, 100, 30);
+        frame->setGeometry(330, 20, 60, 60);
+        under->setGeometry(60, 50, 100, 30);
+        under->lower();
+        for (QWidget *w : {label, under})
+            w->setAttribute(Qt::WA_TransparentForMouseEvents);
+        stage->setObjectName(QStringLiteral("DesignStage1"));
+        label->setObjectName(QStringLiteral("Label1"));
+        frame->setObjectName(QStringLiteral("Frame1"));
+        under->setObjectName(QStringLiteral("Label2"));
+        for (QObject *c : {static_cast<QObject *>(stage), static_cast<QObject *>(label),
+                           static_cast<QObject *>(frame), static_cast<QObject *>(under)})
+            InsertComponent(&form, c);
+    }
+};
+
+} // namespace
 
 class tst_QorStage : public QObject
 {
@@ -152,6 +202,102 @@ private slots:
         QPainter painter(&image);
         QCOMPARE(grid.DrawGrid(painter, QSize(20, 10)), (20 / 5 + 1) * (10 / 3 + 1));
         QCOMPARE(grid.DrawGrid(painter, QSize(0, 0)), 1);
+    }
+
+    void theStageAcceptsControlsAndStartsWithNoSizers()
+    {
+        StageForm f;
+        QVERIFY(AcceptsControls(f.stage));
+        QVERIFY(f.stage->SizerList());
+        QCOMPARE(f.stage->SizerList()->Count(), 0);
+    }
+
+    void thePointedControlIsTheFirstComponentHoldingThePointEdgesIncluded()
+    {
+        StageForm f;
+        // Both labels hold (70, 55) of the stage: the first owned wins,
+        // whichever lies on top.
+        QCOMPARE(f.stage->PointedControl(QPoint(70, 55), false), f.label);
+        QCOMPARE(f.stage->PointedControl(QPoint(150, 75), false), f.under);
+        // The right and bottom edges of the label (x 40 + 100, y 40 + 30)
+        // are inside, one pixel further is not.
+        QCOMPARE(f.stage->PointedControl(QPoint(140, 70), false), f.label);
+        QCOMPARE(f.stage->PointedControl(QPoint(141, 45), false), nullptr);
+        // A control of the parent outside the stage counts too.
+        QCOMPARE(f.stage->PointedControl(QPoint(320, 10), false), f.frame);
+        // Nothing there: the parent, or nil.
+        QCOMPARE(f.stage->PointedControl(QPoint(250, 150), true), &f.form);
+        QCOMPARE(f.stage->PointedControl(QPoint(250, 150), false), nullptr);
+        // The stage itself is never the answer.
+        QVERIFY(f.stage->PointedControl(QPoint(5, 5), false) != f.stage);
+    }
+
+    void aStageWithoutParentPointsAtNothing()
+    {
+        TQorDesignStage stage;
+        stage.resize(50, 50);
+        QCOMPARE(stage.PointedControl(QPoint(10, 10), true), nullptr);
+    }
+
+    void aClickOnTheStagePutsASizerOnThePointedControl()
+    {
+        StageForm f;
+        PressCounter presses(f.stage);
+        QVERIFY(QorGuiTest::showAndActivate(&f.form));
+        RealInput::click(f.stage, QPoint(30, 30));
+        // Nothing under the click but the stage: no sizer.
+        QTRY_COMPARE(presses.count, 1);
+        QCOMPARE(f.stage->SizerList()->Count(), 0);
+        RealInput::click(f.stage, QPoint(50, 45));
+        QTRY_COMPARE(f.stage->SizerList()->Count(), 1);
+        TQorSizer *sizer = f.stage->SizerList()->Sizers(0);
+        QCOMPARE(sizer->Control(), f.label);
+        QTRY_VERIFY(sizer->isVisible());
+        QCOMPARE(sizer->geometry(), f.label->geometry().adjusted(-2, -2, 2, 2));
+        // A second click on the same control adds nothing.
+        RealInput::click(f.stage, QPoint(45, 62));
+        QTRY_COMPARE(presses.count, 3);
+        QCOMPARE(f.stage->SizerList()->Count(), 1);
+        // Another control joins: both are marked as a multiple selection.
+        RealInput::click(f.stage, QPoint(150, 75));
+        QTRY_COMPARE(f.stage->SizerList()->Count(), 2);
+        QCOMPARE(f.stage->SizerList()->Sizers(1)->Control(), f.under);
+        QCOMPARE(f.stage->SizerList()->Sizers(0)->SizerMode(), smMulti);
+        QCOMPARE(f.stage->SizerList()->Sizers(1)->SizerMode(), smMulti);
+    }
+
+    void theSizerOfTheStageResizesItsControlByItsHandle()
+    {
+        StageForm f;
+        QVERIFY(QorGuiTest::showAndActivate(&f.form));
+        RealInput::click(f.stage, QPoint(50, 45));
+        QTRY_COMPARE(f.stage->SizerList()->Count(), 1);
+        TQorSizer *sizer = f.stage->SizerList()->Sizers(0);
+        QTRY_VERIFY(sizer->isVisible());
+        // The bottom right handle, dragged 30 to the right and 20 down.
+        const QPoint handle = sizer->HandleRect(5).center();
+        RealInput::drag(sizer, handle, handle + QPoint(30, 20));
+        QTRY_COMPARE(f.label->geometry(), QRect(40, 40, 130, 50));
+        QCOMPARE(sizer->geometry(), f.label->geometry().adjusted(-2, -2, 2, 2));
+    }
+
+    void aStageFreedWithItsSizersLeavesTheControlsAlone()
+    {
+        QWidget form;
+        form.resize(200, 200);
+        auto *stage = new TQorDesignStage(&form);
+        stage->setGeometry(0, 0, 200, 200);
+        auto *frame = new QFrame(&form);
+        frame->setGeometry(20, 20, 50, 50);
+        InsertComponent(&form, frame);
+        frame->lower();
+        QVERIFY(QorGuiTest::showAndActivate(&form));
+        RealInput::click(stage, QPoint(30, 30));
+        QTRY_COMPARE(stage->SizerList()->Count(), 1);
+        QPointer<TQorSizer> sizer = stage->SizerList()->Sizers(0);
+        delete stage;
+        QVERIFY(sizer.isNull());
+        QCOMPARE(frame->geometry(), QRect(20, 20, 50, 50));
     }
 };
 
