@@ -11,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -19,11 +20,15 @@
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
+#include <QTableView>
 #include <QTextEdit>
+#include <QToolButton>
 #include <QToolTip>
 #include <QWindow>
 
@@ -583,6 +588,67 @@ private slots:
         QCOMPARE(QApplication::activePopupWidget(), nullptr);
         QVERIFY(!qobject_cast<QLineEdit *>(QApplication::focusWidget())
                 || QApplication::focusWidget() == focusBefore);
+    }
+
+    void aCalendarAndAScrollAreaDoNotActWhileDesigned()
+    {
+        auto form = std::make_unique<QWidget>();
+        form->setObjectName(QStringLiteral("Form1"));
+        form->resize(640, 400);
+        auto *calendar = placed<QCalendarWidget>(form.get(), "Calendar1", QRect(20, 20, 320, 240));
+        auto *area = placed<QScrollArea>(form.get(), "ScrollBox1", QRect(360, 20, 200, 150));
+        auto *content = new QWidget;
+        content->resize(180, 2000);
+        area->setWidget(content);
+        auto *manager = new TQorDesignManager(form.get());
+        manager->SetIsDesigning(true);
+        QVERIFY(QorGuiTest::showAndActivate(form.get()));
+
+        const QDate date = calendar->selectedDate();
+        const int month = calendar->monthShown();
+        QSignalSpy clicked(calendar, &QCalendarWidget::clicked);
+        QSignalSpy selection(calendar, &QCalendarWidget::selectionChanged);
+        QSignalSpy page(calendar, &QCalendarWidget::currentPageChanged);
+        auto *days = calendar->findChild<QTableView *>();
+        auto *nextMonth = calendar->findChild<QToolButton *>(QStringLiteral("qt_calendar_nextmonth"));
+        QVERIFY(days && nextMonth);
+        // A day other than the selected one, the next-month button, the
+        // wheel over the days.
+        const QModelIndex current = days->currentIndex();
+        const QModelIndex other = days->model()->index(current.row() == 2 ? 3 : 2, 3);
+        RealInput::click(days, days->visualRect(other).center());
+        RealInput::click(nextMonth);
+        RealInput::wheel(days, -2);
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{calendar});
+
+        // The scroll area: the wheel over its contents, a click on the
+        // lower arrow of its scroll bar, a drag of the bar's handle.
+        QScrollBar *bar = area->verticalScrollBar();
+        RealInput::wheel(area->viewport(), -3);
+        RealInput::click(bar, QPoint(bar->width() / 2, bar->height() - 4));
+        RealInput::drag(bar, QPoint(bar->width() / 2, 30), QPoint(bar->width() / 2, 90), 4);
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{area});
+        // The drag of the handle moved the scroll area itself, as a drag of
+        // any designed widget does.
+        QTRY_COMPARE(area->geometry(), QRect(360, 80, 200, 150));
+
+        QTest::qWait(100);
+        QCOMPARE(clicked.count(), 0);
+        QCOMPARE(selection.count(), 0);
+        QCOMPARE(page.count(), 0);
+        QCOMPARE(calendar->selectedDate(), date);
+        QCOMPARE(calendar->monthShown(), month);
+        QCOMPARE(bar->value(), 0);
+        QCOMPARE(QApplication::activePopupWidget(), nullptr);
+        QVERIFY(!days->hasFocus());
+        QVERIFY(!area->viewport()->hasFocus());
+
+        // Designing off: both act again.
+        manager->SetIsDesigning(false);
+        RealInput::wheel(area->viewport(), -3);
+        QTRY_VERIFY(bar->value() > 0);
+        RealInput::click(nextMonth);
+        QTRY_COMPARE(page.count(), 1);
     }
 
     void designedWidgetsShowNoToolTipAndNoCursorOfTheirOwn()

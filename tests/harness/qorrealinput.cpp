@@ -12,6 +12,8 @@
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
+#include <cstdlib>
+
 namespace {
 
 Display *display = nullptr;
@@ -166,6 +168,21 @@ void doubleClick(const QWidget *widget, const QPoint &local)
     for (int i = 0; i < 2; ++i) {
         XTestFakeButtonEvent(d, 1, True, CurrentTime);
         XTestFakeButtonEvent(d, 1, False, CurrentTime);
+    }
+    settle();
+}
+
+void wheel(const QWidget *widget, int notches, const QPoint &local)
+{
+    moveTo(widget, centreOr(widget, local), 2);
+    Display *d = dpy();
+    if (!d)
+        return;
+    // X reports the wheel as buttons 4 (up) and 5 (down).
+    const unsigned int button = notches > 0 ? 4 : 5;
+    for (int i = 0; i < std::abs(notches); ++i) {
+        XTestFakeButtonEvent(d, button, True, CurrentTime);
+        XTestFakeButtonEvent(d, button, False, CurrentTime);
     }
     settle();
 }

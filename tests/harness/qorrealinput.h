@@ -41,6 +41,10 @@ void doubleClick(const QWidget *widget, const QPoint &local = QPoint(-1, -1));
 void drag(const QWidget *widget, const QPoint &from, const QPoint &to, int steps = 8,
           Qt::MouseButton button = Qt::LeftButton);
 
+// Turns the wheel over the widget's point (its centre when none is given)
+// by the given number of notches: positive away from the user.
+void wheel(const QWidget *widget, int notches, const QPoint &local = QPoint(-1, -1));
+
 // A key by its X keysym name ("a", "Delete", "Left", "Return", "F2"),
 // pressed and released with the modifiers held around it.
 void key(const char *keysym, Qt::KeyboardModifiers modifiers = Qt::NoModifier);

@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -160,6 +162,23 @@ private slots:
         QVERIFY((menuAt - pad.mapToGlobal(QPoint(60, 50))).manhattanLength() <= 2);
         RealInput::key("Escape");
         QTRY_VERIFY(!pad.menu->isVisible());
+    }
+
+    void realWheelScrollsAScrollAreaBothWays()
+    {
+        QScrollArea area;
+        area.resize(200, 150);
+        auto *content = new QWidget;
+        content->resize(180, 2000);
+        area.setWidget(content);
+        QVERIFY(QorGuiTest::showAndActivate(&area));
+        QScrollBar *bar = area.verticalScrollBar();
+        QCOMPARE(bar->value(), 0);
+        RealInput::wheel(area.viewport(), -3);
+        QTRY_VERIFY(bar->value() > 0);
+        const int down = bar->value();
+        RealInput::wheel(area.viewport(), 1);
+        QTRY_VERIFY(bar->value() < down);
     }
 };
 
