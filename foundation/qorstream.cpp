@@ -35,6 +35,7 @@
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
+#include "foundation/qortypinfo.h"
 
 #include <QBuffer>
 #include <QColor>
@@ -470,18 +471,6 @@ bool isReferenceType(QMetaType type)
     return type.flags().testFlag(QMetaType::PointerToQObject);
 }
 
-int enumInt(const QVariant &v)
-{
-    bool ok = false;
-    const int i = v.toInt(&ok);
-    if (ok)
-        return i;
-    int raw = 0;
-    if (v.metaType().sizeOf() == sizeof(int))
-        std::memcpy(&raw, v.constData(), sizeof(int));
-    return raw;
-}
-
 bool equalValues(const QVariant &a, const QVariant &b)
 {
     if (a.metaType() != b.metaType())
@@ -564,7 +553,7 @@ void readDefaults(ClassInfo &info)
             continue;
         pi.hasDefault = true;
         if (pi.kind == kEnumKey || pi.kind == kFlagKeys)
-            pi.defaultInt = enumInt(v);
+            pi.defaultInt = int(OrdinalOf(v));
         else
             pi.defaultValue = v;
     }
@@ -653,7 +642,7 @@ StoredObject storeObject(QObject *c, QObject *container)
         StoredProperty p;
         p.name = pi.name;
         if (pi.kind == kEnumKey || pi.kind == kFlagKeys) {
-            const int value = enumInt(v);
+            const int value = int(OrdinalOf(v));
             if (pi.hasDefault && value == pi.defaultInt)
                 continue;
             const QMetaEnum me = pi.property.enumerator();

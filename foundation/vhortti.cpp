@@ -9,6 +9,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <map>
 #include <memory>
@@ -660,9 +661,15 @@ void ListEnumValues(PTypeInfo PTI, QStringList &Strings)
     }
     // Qt's enumerations may leave values out and give one value several
     // names: one name per value, the first declared, in ascending order.
+    // The elements of a flags type are its single bits; its other names
+    // (none, masks, combinations) are shorthands, not elements.
+    const bool flags = PTI->Enum.isFlag();
     std::map<qint32, QString> byValue;
-    for (int i = 0; i < PTI->Enum.keyCount(); ++i)
-        byValue.try_emplace(qint32(PTI->Enum.value(i)), QString::fromLatin1(PTI->Enum.key(i)));
+    for (int i = 0; i < PTI->Enum.keyCount(); ++i) {
+        const qint32 value = qint32(PTI->Enum.value(i));
+        if (!flags || std::has_single_bit(quint32(value)))
+            byValue.try_emplace(value, QString::fromLatin1(PTI->Enum.key(i)));
+    }
     for (const auto &[value, key] : byValue)
         Strings.append(key);
 }

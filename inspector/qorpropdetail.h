@@ -1,0 +1,123 @@
+// The object inspector's bottom layer: one published property of one
+// object, or of the several objects of a multiple selection, read and
+// written as text. Every value the inspector shows and every text the user
+// types passes through the functions here. Sets read as bracketed lists of
+// element identifiers, component references as their names, value objects
+// (a font, a size) as their class name in brackets, and a property on which
+// the selected objects disagree as an empty text.
+#pragma once
+
+#include "qordesign_export.h"
+
+#include "foundation/vhortti.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+// A property bound to the object or objects it is read from, with the type
+// information of their class.
+class QORDESIGN_EXPORT TPropertyDetail
+{
+public:
+    TPropertyDetail(QObject *Object, const QString &PropName);
+    TPropertyDetail(QObject *Object, PPropInfo PropInfo);
+    // Several objects at once; the first is the based object.
+    TPropertyDetail(const QList<QObject *> &Objects, PPropInfo PropInfo);
+    virtual ~TPropertyDetail();
+    TPropertyDetail(const TPropertyDetail &) = delete;
+    TPropertyDetail &operator=(const TPropertyDetail &) = delete;
+
+    // The value as text; a multiple selection that disagrees reads empty.
+    virtual QString GetPropValueStr() const;
+    // Writes the text unless the property shows it already, then Refresh.
+    // Conversion errors reach the caller.
+    virtual void SetPropValueStr(const QString &Text);
+    virtual void RefreshClassInformation();
+    virtual void Refresh();
+
+    QObject *GetBasedObject() const { return m_basedObject; }
+    void SetBasedObject(QObject *Object);
+    // The objects of a multiple selection; empty when one object is edited.
+    QList<QObject *> GetBasedObjects() const;
+    bool HasBasedObjects() const { return m_hasBasedObjects; }
+    void SetBasedObjects(const QList<QObject *> &Objects);
+    PPropInfo GetPropInfoRef() const { return m_propInfo; }
+    void SetPropInfoRef(PPropInfo PropInfo);
+    QString GetPropName() const;
+    void SetPropName(const QString &Name);
+    PTypeInfo GetPropTypeInfoRef() const;
+    // The object a class-typed property holds; nil when the objects of a
+    // multiple selection hold different ones.
+    QObject *GetPropValueObject() const;
+    void SetPropValueObject(QObject *Value);
+    TClassInformation &ClassInformation() const { return *m_classInformation; }
+
+private:
+    PPropInfo m_propInfo = nullptr;
+    QPointer<QObject> m_basedObject;
+    std::unique_ptr<TClassInformation> m_classInformation;
+    QList<QPointer<QObject>> m_basedObjects;
+    bool m_hasBasedObjects = false;
+};
+
+// A property detail that also knows its enumeration: the property's own
+// type, or for a set the type of its elements.
+class QORDESIGN_EXPORT TPropertyDetailEx : public TPropertyDetail
+{
+public:
+    TPropertyDetailEx(QObject *Object, const QString &PropName);
+    TPropertyDetailEx(QObject *Object, PPropInfo PropInfo);
+    ~TPropertyDetailEx() override;
+
+    void Refresh() override;
+    TEnumInformation &GetEnumInformation() const { return *m_enumInformation; }
+
+private:
+    std::unique_ptr<TEnumInformation> m_enumInformation;
+};
+
+// One element of a set-typed property.
+class QORDESIGN_EXPORT TSetItemConst
+{
+public:
+    TSetItemConst(TPropertyDetailEx *BasedProperty, qint32 EnumIndex);
+    virtual ~TSetItemConst();
+
+    TPropertyDetailEx *BasedProperty() const { return m_basedProperty; }
+    void SetBasedProperty(TPropertyDetailEx *Value);
+    qint32 EnumIndex() const { return m_enumIndex; }
+    void SetEnumIndex(qint32 Value);
+    // The element type's information; nil without a based property.
+    TEnumInformation *GetEnumInformation() const;
+    // The element's identifier.
+    QString GetValueString() const;
+
+private:
+    TPropertyDetailEx *m_basedProperty;
+    qint32 m_enumIndex;
+};
+
+// The value of a property as text, for one object or several (empty when
+// they disagree; nil entries are skipped).
+QORDESIGN_EXPORT QString GetPropertyValueStr(QObject *Object, PPropInfo PropInfo);
+QORDESIGN_EXPORT QString GetPropertyValueStr(const QList<QObject *> &Objects, PPropInfo PropInfo);
+// Writes a text value; an empty text writes nothing to several objects.
+QORDESIGN_EXPORT void SetPropertyValueStr(QObject *Object, PPropInfo PropInfo, const QString &Text);
+QORDESIGN_EXPORT void SetPropertyValueStr(const QList<QObject *> &Objects, PPropInfo PropInfo, const QString &Text);
+// The object a class-typed property holds (nil when several disagree).
+QORDESIGN_EXPORT QObject *GetPropertyValueObj(QObject *Object, PPropInfo PropInfo);
+QORDESIGN_EXPORT QObject *GetPropertyValueObj(const QList<QObject *> &Objects, PPropInfo PropInfo);
+// Stores a component into a class-typed property (checking its class for
+// one object); nil writes nothing to several objects.
+QORDESIGN_EXPORT void SetPropertyValueObj(QObject *Object, PPropInfo PropInfo, QObject *Value);
+QORDESIGN_EXPORT void SetPropertyValueObj(const QList<QObject *> &Objects, PPropInfo PropInfo, QObject *Value);
+// Adds an element to its set or takes it out; false when it already was
+// (or was not) in it. Presence is a plain substring test of the set text.
+QORDESIGN_EXPORT bool ChangeSetValueStr(TSetItemConst *SetItem, bool Include);
+// Two spaces per level, then "- " (expanded), "+ " (collapsed) or two
+// spaces (not expandable).
+QORDESIGN_EXPORT QString GetObjInspecIndentStr(int Level, bool Expandable, bool Expanded);
