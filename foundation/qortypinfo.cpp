@@ -101,6 +101,9 @@ QVariant GetPropValue(const QObject *Instance, PPropInfo PropInfo)
 void SetPropValue(QObject *Instance, PPropInfo PropInfo, const QVariant &Value)
 {
     PPropInfo own = InstancePropInfo(Instance, PropInfo);
+    // Qt writes an empty variant as the type's default value: refused here.
+    if (!Value.isValid())
+        throw EPropertyError(QStringLiteral("Property %1 cannot take an empty value").arg(own->Name));
     if (auto *value = qobject_cast<TQorValueObject *>(Instance)) {
         QVariant whole = value->Value();
         if (!SetValueTypeField(whole, own, Value) || !value->SetValue(whole))

@@ -1,12 +1,14 @@
 #include "foundation/vhortti.h"
 
 #include "foundation/qorerror.h"
+#include "foundation/qortypinfo.h"
 #include "foundation/qorvaluetypes.h"
 
 #include <QColor>
 #include <QCursor>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <bit>
@@ -33,6 +35,8 @@ struct TypeRegistry
     QHash<const QMetaObject *, PTypeInfo> byClass;
     std::map<std::pair<const QMetaObject *, int>, std::unique_ptr<TPropInfo>> props;
     QHash<const QMetaObject *, QList<PPropInfo>> propLists;
+    std::map<std::pair<const QMetaObject *, int>, std::unique_ptr<TPropInfo>> events;
+    QHash<const QMetaObject *, QList<PPropInfo>> eventLists;
 };
 
 TypeRegistry &registry()
@@ -365,6 +369,38 @@ QList<PPropInfo> GetPropInfos(const QMetaObject *Class)
     return propInfosOf(reg, Class);
 }
 
+QList<PPropInfo> GetEventInfos(const QMetaObject *Class)
+{
+    if (!Class)
+        return {};
+    TypeRegistry &reg = registry();
+    std::lock_guard lock(reg.mutex);
+    const auto cached = reg.eventLists.constFind(Class);
+    if (cached != reg.eventLists.constEnd())
+        return *cached;
+    QList<PPropInfo> list;
+    QSet<QByteArray> seen;
+    for (int i = 0; i < Class->methodCount(); ++i) {
+        const QMetaMethod method = Class->method(i);
+        if (method.methodType() != QMetaMethod::Signal || method.access() != QMetaMethod::Public
+            || seen.contains(method.name()))
+            continue;
+        seen.insert(method.name());
+        auto &slot = reg.events[{Class, i}];
+        if (!slot) {
+            auto info = std::make_unique<TPropInfo>();
+            info->Name = QString::fromLatin1(method.name());
+            info->Method = method;
+            info->OwnerClass = Class;
+            info->PropType = TypeInfoOfMethod(method);
+            slot = std::move(info);
+        }
+        list.append(slot.get());
+    }
+    reg.eventLists.insert(Class, list);
+    return list;
+}
+
 QList<PPropInfo> GetPropInfos(PTypeInfo PTI)
 {
     if (!PTI || PTI->Kind != tkClass)
@@ -385,8 +421,15 @@ PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName, TTypeKi
     if (!Class || PropName.isEmpty())
         return nullptr;
     const int index = Class->indexOfProperty(PropName.toLatin1().constData());
-    if (index < 0 || !Class->property(index).isDesignable())
+    if (index < 0 || !Class->property(index).isDesignable()) {
+        if (!Kinds.contains(tkMethod))
+            return nullptr;
+        for (PPropInfo event : GetEventInfos(Class)) {
+            if (event->Name == PropName)
+                return event;
+        }
         return nullptr;
+    }
     TypeRegistry &reg = registry();
     std::lock_guard lock(reg.mutex);
     PPropInfo info = propInfo(reg, Class, index);
@@ -395,7 +438,8 @@ PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName, TTypeKi
 
 PPropInfo GetPropInfo(const QObject *Instance, const QString &PropName, TTypeKinds Kinds)
 {
-    return Instance ? GetPropInfo(Instance->metaObject(), PropName, Kinds) : nullptr;
+    // A value object has the fields of its value type.
+    return Instance ? GetPropInfo(InstanceClass(Instance), PropName, Kinds) : nullptr;
 }
 
 QString GetEnumName(PTypeInfo PTI, int Value)
@@ -540,6 +584,8 @@ void TClassInformation::Update()
         m_PropList = GetPropInfos(m_PTI);
         SortPropList(m_PropList);
     }
+    m_EventList = GetEventInfos(m_PTD->ClassType);
+    SortPropList(m_EventList);
 }
 
 QString TClassInformation::ClassNameStr() const

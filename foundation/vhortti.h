@@ -128,6 +128,8 @@ struct TPropInfo
     // The class the property is looked up in (not necessarily the one that
     // declares it).
     const QMetaObject *OwnerClass = nullptr;
+    // Events (kind tkMethod): the signal; invalid for properties.
+    QMetaMethod Method;
 };
 
 // The text of a type kind: "tkUnknown", "tkInteger", ...
@@ -163,10 +165,16 @@ QORDESIGN_EXPORT PTypeData GetTypeData(PTypeInfo PTI);
 // (ancestors first). GetPropInfos of a type that is not a class is empty.
 QORDESIGN_EXPORT QList<PPropInfo> GetPropInfos(PTypeInfo PTI);
 QORDESIGN_EXPORT QList<PPropInfo> GetPropInfos(const QMetaObject *Class);
+// The events of a class: its public signals and its ancestors', one per
+// name (the first declared), in declaration order; each is a property of
+// kind tkMethod named after the signal.
+QORDESIGN_EXPORT QList<PPropInfo> GetEventInfos(const QMetaObject *Class);
 // Sorts properties by name.
 QORDESIGN_EXPORT void SortPropList(QList<PPropInfo> &PropList);
 // The published property of that name (case-sensitive, as Qt's property
-// names are) whose type is of one of the kinds; nil when there is none.
+// names are) whose type is of one of the kinds, or the event of that name
+// when the kinds hold tkMethod and no property has it; nil when there is
+// none.
 QORDESIGN_EXPORT PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName,
                                        TTypeKinds Kinds = TTypeKinds::all());
 QORDESIGN_EXPORT PPropInfo GetPropInfo(const QObject *Instance, const QString &PropName,
@@ -231,6 +239,8 @@ public:
     qint32 PropCount() const { return m_PropCount; }
     // The published properties sorted by name; empty while PropCount is 0.
     const QList<PPropInfo> &PropList() const { return m_PropList; }
+    // The events sorted by name.
+    const QList<PPropInfo> &EventList() const { return m_EventList; }
 
     QString ClassNameStr() const;
     const QMetaObject *ClassTypeRef() const;
@@ -250,6 +260,7 @@ private:
     QStringList m_ParentClassNames;
     qint32 m_PropCount = 0;
     QList<PPropInfo> m_PropList;
+    QList<PPropInfo> m_EventList;
 };
 
 // An enumeration, or a type shown as a list of named values.

@@ -230,6 +230,8 @@ QString GetObjInspecIndentStr(int Level, bool Expandable, bool Expanded)
 
 // ---- TPropertyDetail ---------------------------------------------------
 
+TObject::~TObject() = default;
+
 TPropertyDetail::TPropertyDetail(QObject *Object, const QString &PropName)
     : TPropertyDetail(Object, GetPropInfo(InstanceClass(Object), PropName))
 {

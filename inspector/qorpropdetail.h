@@ -18,16 +18,24 @@
 
 #include <memory>
 
+// The root of the objects a line of the inspector carries: a property row
+// or one element of a set.
+class QORDESIGN_EXPORT TObject
+{
+public:
+    virtual ~TObject();
+};
+
 // A property bound to the object or objects it is read from, with the type
 // information of their class.
-class QORDESIGN_EXPORT TPropertyDetail
+class QORDESIGN_EXPORT TPropertyDetail : public TObject
 {
 public:
     TPropertyDetail(QObject *Object, const QString &PropName);
     TPropertyDetail(QObject *Object, PPropInfo PropInfo);
     // Several objects at once; the first is the based object.
     TPropertyDetail(const QList<QObject *> &Objects, PPropInfo PropInfo);
-    virtual ~TPropertyDetail();
+    ~TPropertyDetail() override;
     TPropertyDetail(const TPropertyDetail &) = delete;
     TPropertyDetail &operator=(const TPropertyDetail &) = delete;
 
@@ -81,11 +89,11 @@ private:
 };
 
 // One element of a set-typed property.
-class QORDESIGN_EXPORT TSetItemConst
+class QORDESIGN_EXPORT TSetItemConst : public TObject
 {
 public:
     TSetItemConst(TPropertyDetailEx *BasedProperty, qint32 EnumIndex);
-    virtual ~TSetItemConst();
+    ~TSetItemConst() override;
 
     TPropertyDetailEx *BasedProperty() const { return m_basedProperty; }
     void SetBasedProperty(TPropertyDetailEx *Value);

@@ -15,6 +15,9 @@
 class QObject;
 struct QMetaObject;
 
+// What an inspector text is: a property's name or its value.
+enum TTransRole { trPropName, trPropValue };
+
 // The display label of a class. Until a dictionary is attached this is the
 // class name itself; callers that show a class to the user go through here
 // so that a translation reaches all of them at once. Empty for nil.

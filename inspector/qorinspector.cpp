@@ -1,0 +1,911 @@
+#include "inspector/qorinspector.h"
+
+#include "foundation/qorerror.h"
+#include "foundation/qortypinfo.h"
+
+#include <QAbstractTableModel>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <QToolButton>
+
+#include <exception>
+
+IQorInspectorCenter::~IQorInspectorCenter() = default;
+
+// ---- The grid's model and in-place editors -----------------------------
+
+// Row n is line n of the strings: the name in the first column, the value
+// in the second.
+class QorValueListModel : public QAbstractTableModel
+{
+public:
+    QorValueListModel(TValueListEditor *Grid, TValueListStrings *Strings)
+        : QAbstractTableModel(Grid)
+        , m_grid(Grid)
+        , m_strings(Strings)
+    {
+        connect(Strings, &TValueListStrings::Changed, this, [this] {
+            beginResetModel();
+            endResetModel();
+        });
+        connect(Strings, &TValueListStrings::LineChanged, this,
+                [this](int Row) { emit dataChanged(index(Row, 0), index(Row, 1)); });
+    }
+
+    int rowCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : m_strings->Count(); }
+    int columnCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : 2; }
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+            return {};
+        return index.column() == 0 ? m_strings->Names(index.row()) : m_strings->ValueFromIndex(index.row());
+    }
+
+    Qt::ItemFlags flags(const QModelIndex &index) const override
+    {
+        Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+        if (index.column() == 1) {
+            const TItemProp props = m_strings->ItemProps(index.row());
+            // A read-only line with a dialog still shows its button.
+            if (!props.ReadOnly || props.EditStyle == esEllipsis)
+                flags |= Qt::ItemIsEditable;
+        }
+        return flags;
+    }
+
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override
+    {
+        if (!index.isValid() || index.column() != 1 || role != Qt::EditRole)
+            return false;
+        const int row = index.row();
+        if (m_strings->ItemProps(row).ReadOnly || m_strings->ValueFromIndex(row) == value.toString())
+            return false;
+        m_strings->SetValueFromIndex(row, value.toString());
+        // Validated once the editor has finished with this line: writing
+        // the value may rebuild every line and every editor with them.
+        QPointer<TValueListEditor> grid = m_grid;
+        QTimer::singleShot(0, m_grid, [grid, row] {
+            if (grid)
+                grid->ValidateLine(row);
+        });
+        return true;
+    }
+
+private:
+    TValueListEditor *m_grid;
+    TValueListStrings *m_strings;
+};
+
+// The value cell's editor for each edit style.
+class QorValueListDelegate : public QStyledItemDelegate
+{
+public:
+    explicit QorValueListDelegate(TValueListEditor *Grid)
+        : QStyledItemDelegate(Grid)
+        , m_grid(Grid)
+    {
+    }
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &index) const override
+    {
+        const TItemProp props = m_grid->Strings()->ItemProps(index.row());
+        switch (props.EditStyle) {
+        case esPickList: {
+            auto *combo = new QComboBox(parent);
+            combo->setObjectName(QStringLiteral("qor_inplace_picklist"));
+            combo->setEditable(!props.ReadOnly);
+            combo->addItems(props.PickList);
+            combo->setFrame(false);
+            // A pick takes effect at once.
+            connect(combo, &QComboBox::activated, this, [this, combo] {
+                auto *self = const_cast<QorValueListDelegate *>(this);
+                emit self->commitData(combo);
+                m_grid->InplaceEditorOnChange(combo);
+            });
+            return combo;
+        }
+        case esEllipsis: {
+            auto *box = new QWidget(parent);
+            box->setObjectName(QStringLiteral("qor_inplace_ellipsis"));
+            box->setAutoFillBackground(true);
+            auto *layout = new QHBoxLayout(box);
+            layout->setContentsMargins(0, 0, 0, 0);
+            layout->setSpacing(0);
+            auto *edit = new QLineEdit(box);
+            edit->setObjectName(QStringLiteral("qor_inplace_edit"));
+            edit->setFrame(false);
+            edit->setReadOnly(props.ReadOnly);
+            auto *button = new QToolButton(box);
+            button->setObjectName(QStringLiteral("qor_inplace_button"));
+            button->setText(QStringLiteral("..."));
+            button->setFocusPolicy(Qt::NoFocus);
+            layout->addWidget(edit, 1);
+            layout->addWidget(button);
+            box->setFocusProxy(edit);
+            edit->installEventFilter(const_cast<QorValueListDelegate *>(this));
+            connect(button, &QToolButton::clicked, m_grid, [grid = m_grid] {
+                if (grid->OnEditButtonClick)
+                    grid->OnEditButtonClick(grid);
+            });
+            return box;
+        }
+        case esSimple:
+            break;
+        }
+        auto *edit = new QLineEdit(parent);
+        edit->setObjectName(QStringLiteral("qor_inplace_edit"));
+        edit->setFrame(false);
+        return edit;
+    }
+
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override
+    {
+        const QString value = index.data(Qt::EditRole).toString();
+        if (auto *combo = qobject_cast<QComboBox *>(editor)) {
+            const int at = combo->findText(value);
+            combo->setCurrentIndex(at);
+            if (combo->isEditable())
+                combo->setEditText(value);
+        } else if (auto *edit = lineEditOf(editor)) {
+            if (edit->text() != value)
+                edit->setText(value);
+        }
+    }
+
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
+    {
+        if (auto *combo = qobject_cast<QComboBox *>(editor))
+            model->setData(index, combo->currentText(), Qt::EditRole);
+        else if (auto *edit = lineEditOf(editor); edit && !edit->isReadOnly())
+            model->setData(index, edit->text(), Qt::EditRole);
+    }
+
+    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &) const override
+    {
+        editor->setGeometry(option.rect);
+    }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        // The line edit inside an ellipsis editor commits like a plain one.
+        if (auto *edit = qobject_cast<QLineEdit *>(object); edit && edit->parentWidget()
+            && edit->parentWidget()->objectName() == QLatin1String("qor_inplace_ellipsis")) {
+            if (event->type() == QEvent::KeyPress) {
+                auto *key = static_cast<QKeyEvent *>(event);
+                if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+                    emit const_cast<QorValueListDelegate *>(this)->commitData(edit->parentWidget());
+                    return true;
+                }
+            }
+            return false;
+        }
+        return QStyledItemDelegate::eventFilter(object, event);
+    }
+
+private:
+    static QLineEdit *lineEditOf(QWidget *editor)
+    {
+        if (auto *edit = qobject_cast<QLineEdit *>(editor))
+            return edit;
+        return editor->findChild<QLineEdit *>(QStringLiteral("qor_inplace_edit"));
+    }
+
+    TValueListEditor *m_grid;
+};
+
+// ---- TValueListEditor --------------------------------------------------
+
+TValueListEditor::TValueListEditor(QWidget *Parent)
+    : QTableView(Parent)
+    , m_strings(new TValueListStrings(this))
+    , m_model(new QorValueListModel(this, m_strings))
+    , m_delegate(new QorValueListDelegate(this))
+{
+    setModel(m_model);
+    setItemDelegate(m_delegate);
+    horizontalHeader()->hide();
+    verticalHeader()->hide();
+    horizontalHeader()->setMinimumSectionSize(0);
+    horizontalHeader()->setStretchLastSection(true);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed
+                    | QAbstractItemView::AnyKeyPressed | QAbstractItemView::CurrentChanged);
+    setWordWrap(false);
+    setColumnWidth(0, 100);
+}
+
+TValueListEditor::~TValueListEditor() = default;
+
+int TValueListEditor::Row() const
+{
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+void TValueListEditor::SetRow(int Row)
+{
+    if (Row < 0 || Row >= RowCount())
+        return;
+    setCurrentIndex(m_model->index(Row, 1));
+}
+
+int TValueListEditor::ColWidth0() const
+{
+    return columnWidth(0);
+}
+
+void TValueListEditor::SetColWidth0(int Width)
+{
+    setColumnWidth(0, std::max(Width, 0));
+}
+
+QWidget *TValueListEditor::InplaceEditor() const
+{
+    return currentIndex().isValid() ? indexWidget(currentIndex()) : nullptr;
+}
+
+void TValueListEditor::DoOnValidate()
+{
+    ValidateLine(Row());
+}
+
+void TValueListEditor::ValidateLine(int)
+{
+}
+
+void TValueListEditor::InplaceEditorOnChange(QObject *)
+{
+}
+
+void TValueListEditor::InplaceEditorOnKeyPress(QObject *, int &Key)
+{
+    if (Key == 13)
+        DoOnValidate();
+}
+
+void TValueListEditor::keyPressEvent(QKeyEvent *event)
+{
+    QTableView::keyPressEvent(event);
+    int key = (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) ? 13 : event->key();
+    if (OnKeyDown)
+        OnKeyDown(this, key, event->modifiers());
+    KeyDown(key, event->modifiers());
+}
+
+void TValueListEditor::KeyDown(int &, Qt::KeyboardModifiers)
+{
+}
+
+// ---- TVhoValueListEditor -----------------------------------------------
+
+TVhoValueListEditor::TVhoValueListEditor(QWidget *Parent)
+    : TValueListEditor(Parent)
+{
+    // The grid's face has the colour of buttons.
+    QPalette face = palette();
+    face.setColor(QPalette::Base, face.color(QPalette::Button));
+    setPalette(face);
+    viewport()->setMouseTracking(true);
+}
+
+bool TVhoValueListEditor::PosAtColLine(int X) const
+{
+    const int edge = columnViewportPosition(0) + columnWidth(0);
+    return X >= edge - 3 && X <= edge + 3;
+}
+
+void TVhoValueListEditor::StartResizeCol(const QPoint &Point)
+{
+    m_resizing = true;
+    m_lastResizePos = Point;
+}
+
+void TVhoValueListEditor::ResizeColTo(const QPoint &Point)
+{
+    SetColWidth0(ColWidth0() + Point.x() - m_lastResizePos.x());
+    m_lastResizePos = Point;
+}
+
+void TVhoValueListEditor::EndResizeCol(const QPoint &Point)
+{
+    ResizeColTo(Point);
+    m_resizing = false;
+}
+
+void TVhoValueListEditor::LeftButtonDown(const QPoint &)
+{
+}
+
+void TVhoValueListEditor::DoubleClicked(const QPoint &)
+{
+}
+
+bool TVhoValueListEditor::viewportEvent(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseMove: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        const QPoint p = mouse->position().toPoint();
+        if (m_canResizeCol && m_resizing && (mouse->buttons() & Qt::LeftButton)) {
+            ResizeColTo(p);
+            return true;
+        }
+        if (m_canResizeCol && !m_resizing) {
+            if (PosAtColLine(p.x())) {
+                if (!m_savedCursorSet || viewport()->cursor().shape() != Qt::SplitHCursor) {
+                    m_savedCursor = viewport()->cursor().shape();
+                    m_savedCursorSet = true;
+                }
+                viewport()->setCursor(Qt::SplitHCursor);
+            } else if (m_savedCursorSet) {
+                viewport()->setCursor(m_savedCursor);
+                m_savedCursorSet = false;
+            }
+        }
+        break;
+    }
+    case QEvent::MouseButtonPress: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        const QPoint p = mouse->position().toPoint();
+        if (mouse->button() == Qt::LeftButton && m_canResizeCol && PosAtColLine(p.x())) {
+            StartResizeCol(p);
+            return true;
+        }
+        const bool handled = TValueListEditor::viewportEvent(event);
+        if (mouse->button() == Qt::LeftButton)
+            LeftButtonDown(p);
+        return handled;
+    }
+    case QEvent::MouseButtonRelease: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() == Qt::LeftButton && m_resizing) {
+            EndResizeCol(mouse->position().toPoint());
+            return true;
+        }
+        break;
+    }
+    case QEvent::MouseButtonDblClick: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        if (m_resizing || (m_canResizeCol && PosAtColLine(mouse->position().toPoint().x())))
+            return true;
+        DoubleClicked(mouse->position().toPoint());
+        return TValueListEditor::viewportEvent(event);
+    }
+    default:
+        break;
+    }
+    return TValueListEditor::viewportEvent(event);
+}
+
+// ---- TVhoObjInspector --------------------------------------------------
+
+TVhoObjInspector::TVhoObjInspector(QWidget *Parent)
+    : TVhoValueListEditor(Parent)
+    , m_propList(std::make_unique<TObjInspecPropListEx>(nullptr, true))
+    , m_errorLabel(new QLabel(this))
+{
+    m_propList->SetValueListStrings(Strings());
+    m_propList->SetInspector(this);
+    m_propList->SetAutoUpdateOutput(true);
+    OnEditButtonClick = [this](QObject *Sender) { EditButtonClick(Sender); };
+    OnKeyDown = [this](QObject *Sender, int &Key, Qt::KeyboardModifiers Shift) { SelfKeyDown(Sender, Key, Shift); };
+    m_errorLabel->setObjectName(QStringLiteral("qor_inspector_error"));
+    m_errorLabel->setWordWrap(true);
+    m_errorLabel->setAutoFillBackground(true);
+    m_errorLabel->setMargin(4);
+    QPalette warning = m_errorLabel->palette();
+    warning.setColor(QPalette::Window, QColor(0xff, 0xf0, 0xc0));
+    warning.setColor(QPalette::WindowText, QColor(0xa0, 0x00, 0x00));
+    m_errorLabel->setPalette(warning);
+    m_errorLabel->hide();
+}
+
+TVhoObjInspector::~TVhoObjInspector()
+{
+    // The rows go before the strings that carry them.
+    m_propList.reset();
+}
+
+IQorInspectorCenter *TVhoObjInspector::center() const
+{
+    return dynamic_cast<IQorInspectorCenter *>(m_consoleCenter.data());
+}
+
+// ---- Selection ----
+
+QObject *TVhoObjInspector::ActiveComponent() const
+{
+    QObject *first = m_propList->GetBasedObject();
+    return first && !qobject_cast<TQorValueObject *>(first) ? first : nullptr;
+}
+
+void TVhoObjInspector::SetActiveComponent(QObject *Component)
+{
+    if (Component == m_propList->GetBasedObject() && m_propList->GetBasedObjects().size() <= 1)
+        return;
+    if (IQorInspectorCenter *c = center())
+        m_propList->SetDesigner(c->InspectorDesigner());
+    m_propList->SetBasedObject(Component);
+    emit OnChangeActiveComponent(this);
+    RelateComponentChanged();
+}
+
+void TVhoObjInspector::SetActiveComponents(const TComponentList &Components)
+{
+    SetActiveComponents(Components.toList());
+}
+
+void TVhoObjInspector::SetActiveComponents(const QList<QObject *> &Objects)
+{
+    if (Objects == m_propList->GetBasedObjects())
+        return;
+    if (IQorInspectorCenter *c = center())
+        m_propList->SetDesigner(c->InspectorDesigner());
+    m_propList->SetBasedObjects(Objects);
+    emit OnChangeActiveComponent(this);
+    RelateComponentChanged();
+}
+
+void TVhoObjInspector::AddActiveComponent(QObject *Component)
+{
+    m_propList->AddBasedObject(Component);
+    m_propList->UpdateList();
+    emit OnChangeActiveComponent(this);
+    RelateComponentChanged();
+}
+
+void TVhoObjInspector::ClearActiveComponents()
+{
+    SetActiveComponents(QList<QObject *>());
+}
+
+QList<QObject *> TVhoObjInspector::GetActiveComponents() const
+{
+    return m_propList->GetBasedObjects();
+}
+
+QObject *TVhoObjInspector::OwnerComponent() const
+{
+    return m_propList->GetOwnerObject();
+}
+
+void TVhoObjInspector::SetOwnerComponent(QObject *Component)
+{
+    if (Component == m_propList->GetOwnerObject())
+        return;
+    m_propList->SetOwnerObject(Component);
+    emit OnChangeOwnerComponent(this);
+    RelateComponentChanged();
+}
+
+void TVhoObjInspector::SetOwnerComponents(const QList<QObject *> &Components)
+{
+    m_propList->SetOwnerObjects(Components);
+    emit OnChangeOwnerComponent(this);
+    RelateComponentChanged();
+}
+
+void TVhoObjInspector::ClearOwnerComponents()
+{
+    m_propList->ClearOwnerObjects();
+}
+
+QList<QObject *> TVhoObjInspector::GetOwnerComponents() const
+{
+    return m_propList->GetOwnerObjects();
+}
+
+void TVhoObjInspector::SetConsoleCenter(QObject *Center)
+{
+    m_consoleCenter = Center;
+    if (IQorInspectorCenter *c = center())
+        SetActiveComponents(c->InspectorSelection());
+}
+
+void TVhoObjInspector::SetPropList(std::unique_ptr<TObjInspecPropListEx> List)
+{
+    if (!List)
+        return;
+    m_propList = std::move(List);
+    m_propList->SetValueListStrings(Strings());
+    m_propList->SetInspector(this);
+    RelateComponentChanged();
+}
+
+// ---- Rows ----
+
+TObjInspecPropertyItem *TVhoObjInspector::GetCurrPropItem() const
+{
+    return dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(Row()));
+}
+
+int TVhoObjInspector::GetPropRow(PPropInfo PropInfo) const
+{
+    for (int i = 0; i < Strings()->Count(); ++i) {
+        auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(i));
+        if (item && item->GetPropInfoRef() == PropInfo)
+            return i;
+    }
+    return -1;
+}
+
+TClassInformation *TVhoObjInspector::GetClassInformation() const
+{
+    return &m_propList->ClassInformation();
+}
+
+// ---- Position ----
+
+int TVhoObjInspector::GetCurrItemIndex()
+{
+    m_savedItemIndex = Row();
+    return m_savedItemIndex;
+}
+
+void TVhoObjInspector::SetCurrItemIndex(int Index)
+{
+    if (RowCount() == 0)
+        return;
+    Index = std::clamp(Index, 0, RowCount() - 1);
+    SetRow(Index);
+    m_savedItemIndex = Index;
+}
+
+void TVhoObjInspector::ReturnToOldPos()
+{
+    SetCurrItemIndex(m_savedItemIndex);
+}
+
+// ---- Display ----
+
+void TVhoObjInspector::RelateComponentChanged()
+{
+    clearError();
+    Refresh();
+}
+
+void TVhoObjInspector::Refresh()
+{
+    const int remembered = Row();
+    m_refreshing = true;
+    if (RowCount() > 0)
+        SetRow(0);
+    RefreshOutput();
+    if (RowCount() > 0)
+        SetRow(remembered >= 0 && remembered < RowCount() ? remembered : RowCount() - 1);
+    m_refreshing = false;
+}
+
+void TVhoObjInspector::RefreshOutput()
+{
+    StartFillList();
+    m_propList->AppendOutputInspecStringList();
+    emit OnRefresh(this);
+    EndFillList();
+}
+
+void TVhoObjInspector::StartFillList()
+{
+    m_savedItemIndex = Row();
+    Strings()->BeginUpdate();
+    Strings()->Clear();
+}
+
+void TVhoObjInspector::EndFillList()
+{
+    Strings()->EndUpdate();
+    // The grid keeps its row across a rebuild, as long as the row exists.
+    if (RowCount() > 0 && !currentIndex().isValid())
+        SetRow(std::clamp(m_savedItemIndex, 0, RowCount() - 1));
+}
+
+void TVhoObjInspector::RefreshValues()
+{
+    if (!ActiveComponent() && m_propList->GetBasedObjects().isEmpty())
+        return;
+    TValueListStrings *strings = Strings();
+    for (int i = 0; i < strings->Count(); ++i) {
+        TObject *object = strings->Objects(i);
+        QString value;
+        if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(object)) {
+            const PPropInfo info = item->GetPropInfoRef();
+            const bool classWithList = info && info->PropType->Kind == tkClass && item->GetHasValueList();
+            value = item->PropEditor() && !classWithList ? item->PropEditor()->GetValue() : item->GetPropValueStr();
+            value = m_propList->IdentToLabel(item->GetPropTypeInfoRef(), value, trPropValue);
+        } else if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
+            const QString set = element->BasedProperty() ? element->BasedProperty()->GetPropValueStr() : QString();
+            value = BoolToStr(set.contains(element->GetValueString()), true);
+        }
+        strings->SetStrings(i, strings->Names(i) + QLatin1Char('=') + value);
+    }
+}
+
+// ---- Editing ----
+
+void TVhoObjInspector::PropertyValueChanged(int Row)
+{
+    if (m_refreshing || !m_propList || Row < 0 || Row >= Strings()->Count() || m_propList->Filling())
+        return;
+    TObject *object = Strings()->Objects(Row);
+    bool changed = false;
+    QString propName;
+    if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
+        const QString text =
+            m_propList->LabelToIdent(TypeInfoOf<bool>(), Strings()->ValueFromIndex(Row).trimmed(), trPropValue);
+        bool include;
+        if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
+            include = true;
+        else if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
+            include = false;
+        else
+            include = StrToBool(text);
+        changed = ChangeSetValueStr(element, include);
+        if (element->BasedProperty())
+            propName = element->BasedProperty()->GetPropName();
+    } else if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(object)) {
+        propName = item->GetPropName();
+        const QString text =
+            m_propList->LabelToIdent(item->GetPropTypeInfoRef(), Strings()->ValueFromIndex(Row), trPropValue);
+        const PPropInfo info = item->GetPropInfoRef();
+        const bool classWithList = info && info->PropType->Kind == tkClass && item->GetHasValueList();
+        if (item->PropEditor() && !classWithList) {
+            if (item->PropEditor()->GetValue() != text) {
+                item->PropEditor()->SetValue(text);
+                changed = true;
+            }
+        } else if (item->GetPropValueStr() != text) {
+            item->SetPropValueStr(text);
+            changed = true;
+        }
+    }
+    if (!changed)
+        return;
+    emit OnPropNameChanged(this, propName);
+    m_modified = true;
+    if (IQorInspectorCenter *c = center())
+        c->SetDirty(true);
+    if (!Strings()->ItemProps(Row).ReadOnly)
+        RefreshValues();
+    if (IQorInspectorCenter *c = center())
+        c->InspectorPropChanged();
+}
+
+void TVhoObjInspector::ValidateLine(int Row)
+{
+    if (Row < 0 || Row >= RowCount() || !m_propList)
+        return;
+    QString propName;
+    if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(Row)))
+        propName = item->GetPropName();
+    // Nothing is thrown into the event loop: a refused value is shown, the
+    // line gets the objects' values back, and no object was changed.
+    try {
+        PropertyValueChanged(Row);
+        clearError();
+    } catch (const EQorError &error) {
+        showError(propName, error.message());
+    } catch (const std::exception &error) {
+        showError(propName, QString::fromUtf8(error.what()));
+    }
+}
+
+void TVhoObjInspector::DoOnValidate()
+{
+    if (Row() >= 0 && m_propList)
+        ValidateLine(Row());
+}
+
+void TVhoObjInspector::InplaceEditorOnChange(QObject *)
+{
+    // The pick is written to the line by the editor and validated once the
+    // editor is done with it.
+}
+
+void TVhoObjInspector::InplaceEditorOnKeyPress(QObject *Sender, int &Key)
+{
+    TVhoValueListEditor::InplaceEditorOnKeyPress(Sender, Key);
+}
+
+void TVhoObjInspector::SelfKeyDown(QObject *, int &Key, Qt::KeyboardModifiers)
+{
+    if (Key == 13)
+        DoOnValidate();
+}
+
+void TVhoObjInspector::KeyDown(int &Key, Qt::KeyboardModifiers Shift)
+{
+    TVhoValueListEditor::KeyDown(Key, Shift);
+    if (Key == 13)
+        DoOnValidate();
+}
+
+void TVhoObjInspector::EditButtonClick(QObject *)
+{
+    TObjInspecPropertyItem *item = GetCurrPropItem();
+    if (!item || !item->PropEditor())
+        return;
+    const PPropInfo info = item->GetPropInfoRef();
+    if (info && info->PropType->Kind == tkMethod)
+        return;
+    try {
+        TPropertyEditor::SetDialogParent(this);
+        item->PropEditor()->Edit();
+        clearError();
+    } catch (const EQorError &error) {
+        showError(item->GetPropName(), error.message());
+    } catch (const std::exception &error) {
+        showError(item->GetPropName(), QString::fromUtf8(error.what()));
+    }
+    RefreshValues();
+    if (IQorInspectorCenter *c = center())
+        c->InspectorPropChanged();
+}
+
+void TVhoObjInspector::LeftButtonDown(const QPoint &Point)
+{
+    const QModelIndex index = indexAt(Point);
+    if (index.isValid() && index.row() >= 0 && index.column() >= 0)
+        SetRow(index.row());
+}
+
+void TVhoObjInspector::DoubleClicked(const QPoint &)
+{
+    TObjInspecPropertyItem *item = GetCurrPropItem();
+    if (!item)
+        return;
+    if (item->GetExpandable()) {
+        const int row = Row();
+        item->SetExpanded(!item->GetExpanded());
+        SetCurrItemIndex(row);
+        return;
+    }
+    if (item->PropEditor() && (item->PropEditor()->GetAttributes() & paDialog)) {
+        try {
+            TPropertyEditor::SetDialogParent(this);
+            item->PropEditor()->Edit();
+            clearError();
+        } catch (const EQorError &error) {
+            showError(item->GetPropName(), error.message());
+        } catch (const std::exception &error) {
+            showError(item->GetPropName(), QString::fromUtf8(error.what()));
+        }
+        RefreshValues();
+    }
+}
+
+// ---- Pass-through settings ----
+
+TPropertyFilterStyles TVhoObjInspector::PropertyFilterStyles() const
+{
+    return m_propList->PropertyFilterStyles();
+}
+
+void TVhoObjInspector::SetPropertyFilterStyles(TPropertyFilterStyles Value)
+{
+    m_propList->SetPropertyFilterStyles(Value);
+}
+
+bool TVhoObjInspector::AutoUpdateOutput() const
+{
+    return m_propList->AutoUpdateOutput();
+}
+
+void TVhoObjInspector::SetAutoUpdateOutput(bool Value)
+{
+    m_propList->SetAutoUpdateOutput(Value);
+}
+
+QStringList TVhoObjInspector::OutputPropNames() const
+{
+    return m_propList->OutputPropNames();
+}
+
+void TVhoObjInspector::SetOutputPropNames(const QStringList &Names)
+{
+    m_propList->SetOutputPropNames(Names);
+}
+
+QStringList TVhoObjInspector::ConcealedPropNames() const
+{
+    return m_propList->ConcealedPropNames();
+}
+
+void TVhoObjInspector::SetConcealedPropNames(const QStringList &Names)
+{
+    m_propList->SetConcealedPropNames(Names);
+}
+
+QStringList TVhoObjInspector::OutputEventNames() const
+{
+    return m_propList->OutputEventNames();
+}
+
+void TVhoObjInspector::SetOutputEventNames(const QStringList &Names)
+{
+    m_propList->SetOutputEventNames(Names);
+}
+
+QStringList TVhoObjInspector::ConcealedEventNames() const
+{
+    return m_propList->ConcealedEventNames();
+}
+
+void TVhoObjInspector::SetConcealedEventNames(const QStringList &Names)
+{
+    m_propList->SetConcealedEventNames(Names);
+}
+
+bool TVhoObjInspector::Translate() const
+{
+    return m_propList->Translate();
+}
+
+void TVhoObjInspector::SetTranslate(bool Value)
+{
+    m_propList->SetTranslate(Value);
+}
+
+TRttiTranslateEvent TVhoObjInspector::OnTranslateIdent() const
+{
+    return m_propList->OnTranslateIdent();
+}
+
+void TVhoObjInspector::SetOnTranslateIdent(const TRttiTranslateEvent &Event)
+{
+    m_propList->SetOnTranslateIdent(Event);
+}
+
+TRttiTranslateEvent TVhoObjInspector::OnTranslateToIdent() const
+{
+    return m_propList->OnTranslateToIdent();
+}
+
+void TVhoObjInspector::SetOnTranslateToIdent(const TRttiTranslateEvent &Event)
+{
+    m_propList->SetOnTranslateToIdent(Event);
+}
+
+// ---- Refused values ----
+
+void TVhoObjInspector::showError(const QString &PropName, const QString &Message)
+{
+    m_lastError = QStringLiteral("Invalid Property Value; %1").arg(Message);
+    m_errorLabel->setText(m_lastError);
+    placeErrorLabel();
+    m_errorLabel->show();
+    m_errorLabel->raise();
+    RefreshValues();
+    emit PropertyValueRejected(PropName, Message);
+}
+
+void TVhoObjInspector::clearError()
+{
+    m_lastError.clear();
+    m_errorLabel->hide();
+}
+
+void TVhoObjInspector::placeErrorLabel()
+{
+    const QRect area = viewport()->geometry();
+    const int height = m_errorLabel->heightForWidth(area.width());
+    const int h = std::max(height, m_errorLabel->sizeHint().height());
+    m_errorLabel->setGeometry(area.left(), area.bottom() + 1 - h, area.width(), h);
+}
+
+void TVhoObjInspector::resizeEvent(QResizeEvent *event)
+{
+    TVhoValueListEditor::resizeEvent(event);
+    if (m_errorLabel->isVisible())
+        placeErrorLabel();
+}

@@ -1,0 +1,99 @@
+#include "inspector/qorvaluelist.h"
+
+TValueListStrings::TValueListStrings(QObject *Parent)
+    : QObject(Parent)
+{
+}
+
+TValueListStrings::~TValueListStrings() = default;
+
+QString TValueListStrings::Strings(int Index) const
+{
+    return Index >= 0 && Index < Count() ? m_lines[size_t(Index)].text : QString();
+}
+
+void TValueListStrings::SetStrings(int Index, const QString &S)
+{
+    if (Index < 0 || Index >= Count() || m_lines[size_t(Index)].text == S)
+        return;
+    m_lines[size_t(Index)].text = S;
+    if (Updating())
+        m_changedWhileUpdating = true;
+    else
+        emit LineChanged(Index);
+}
+
+QString TValueListStrings::Names(int Index) const
+{
+    const QString line = Strings(Index);
+    const int eq = int(line.indexOf(QLatin1Char('=')));
+    return eq < 0 ? line : line.left(eq);
+}
+
+QString TValueListStrings::ValueFromIndex(int Index) const
+{
+    const QString line = Strings(Index);
+    const int eq = int(line.indexOf(QLatin1Char('=')));
+    return eq < 0 ? QString() : line.mid(eq + 1);
+}
+
+void TValueListStrings::SetValueFromIndex(int Index, const QString &Value)
+{
+    SetStrings(Index, Names(Index) + QLatin1Char('=') + Value);
+}
+
+TObject *TValueListStrings::Objects(int Index) const
+{
+    return Index >= 0 && Index < Count() ? m_lines[size_t(Index)].object : nullptr;
+}
+
+int TValueListStrings::AddObject(const QString &S, TObject *Object)
+{
+    m_lines.push_back({S, Object, {}});
+    changed();
+    return Count() - 1;
+}
+
+void TValueListStrings::Clear()
+{
+    if (m_lines.empty())
+        return;
+    m_lines.clear();
+    changed();
+}
+
+TItemProp TValueListStrings::ItemProps(int Index) const
+{
+    return Index >= 0 && Index < Count() ? m_lines[size_t(Index)].props : TItemProp();
+}
+
+void TValueListStrings::SetItemProps(int Index, const TItemProp &Props)
+{
+    if (Index < 0 || Index >= Count())
+        return;
+    m_lines[size_t(Index)].props = Props;
+    changed();
+}
+
+void TValueListStrings::BeginUpdate()
+{
+    ++m_updateCount;
+}
+
+void TValueListStrings::EndUpdate()
+{
+    if (m_updateCount == 0)
+        return;
+    if (--m_updateCount == 0 && m_changedWhileUpdating) {
+        m_changedWhileUpdating = false;
+        emit Changed();
+    }
+}
+
+void TValueListStrings::changed()
+{
+    if (Updating())
+        m_changedWhileUpdating = true;
+    else
+        emit Changed();
+}

@@ -1,0 +1,74 @@
+// The lines the object inspector shows: "name=value" texts, each carrying
+// its row object and how its value is edited (typed, picked from a list,
+// or through an ellipsis button; read-only or not). The property lists
+// write them; the inspector's grid shows them, one line per row.
+#pragma once
+
+#include "qordesign_export.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class TObject;
+
+enum TEditStyle { esSimple, esEllipsis, esPickList };
+
+// How one line's value is edited.
+struct QORDESIGN_EXPORT TItemProp
+{
+    TEditStyle EditStyle = esSimple;
+    QStringList PickList;
+    bool ReadOnly = false;
+};
+
+class QORDESIGN_EXPORT TValueListStrings : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TValueListStrings(QObject *Parent = nullptr);
+    ~TValueListStrings() override;
+
+    int Count() const { return int(m_lines.size()); }
+    QString Strings(int Index) const;
+    // Rewrites a whole line; its object and edit settings stay.
+    void SetStrings(int Index, const QString &S);
+    // The text before the first "=", and the text after it.
+    QString Names(int Index) const;
+    QString ValueFromIndex(int Index) const;
+    void SetValueFromIndex(int Index, const QString &Value);
+    TObject *Objects(int Index) const;
+    int AddObject(const QString &S, TObject *Object);
+    int Add(const QString &S) { return AddObject(S, nullptr); }
+    void Clear();
+    // The edit settings of a line; a line out of range has the plain ones.
+    TItemProp ItemProps(int Index) const;
+    void SetItemProps(int Index, const TItemProp &Props);
+
+    // Between the two, changes are gathered and announced once at the end.
+    void BeginUpdate();
+    void EndUpdate();
+    bool Updating() const { return m_updateCount > 0; }
+
+signals:
+    // Lines were added, removed or replaced.
+    void Changed();
+    // One line's text changed (outside an update).
+    void LineChanged(int Index);
+
+private:
+    struct Line
+    {
+        QString text;
+        TObject *object = nullptr;
+        TItemProp props;
+    };
+    void changed();
+
+    std::vector<Line> m_lines;
+    int m_updateCount = 0;
+    bool m_changedWhileUpdating = false;
+};
