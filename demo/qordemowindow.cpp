@@ -4,6 +4,7 @@
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhortti.h"
+#include "inspector/qorinspector.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,11 +17,13 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 namespace {
@@ -35,7 +38,7 @@ T *place(T *widget, const char *name, const QRect &geometry)
 
 } // namespace
 
-class QorDemoWindow::DemoCenter final : public IQorDesignCenter
+class QorDemoWindow::DemoCenter final : public QObject, public IQorDesignCenter, public IQorInspectorCenter
 {
 public:
     explicit DemoCenter(QorDemoWindow *window)
@@ -48,7 +51,11 @@ public:
         const TComponentList &selected = m_window->m_manager->SelectedComps();
         m_window->statusBar()->showMessage(
             QObject::tr("%n component(s) selected", nullptr, selected.Count()));
+        m_window->m_inspector->SetActiveComponents(selected);
     }
+    void InspectorPropChanged() override {}
+    TComponentList InspectorSelection() const override { return m_window->m_manager->SelectedComps(); }
+    IDesigner *InspectorDesigner() const override { return nullptr; }
     void DesignerSelCompMoved() override {}
     void SetDirty(bool) override {}
     void DesignStageCompsModified(QObject *, TQorCompOperation) override { m_treeStale = true; }
@@ -110,15 +117,31 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
 
     auto *inspectorDock = new QDockWidget(tr("Inspector"), this);
     inspectorDock->setObjectName(QStringLiteral("InspectorDock"));
-    m_properties = new QTreeWidget(inspectorDock);
-    m_properties->setObjectName(QStringLiteral("PropertyList"));
-    m_properties->setHeaderLabels({tr("Property"), tr("Value"), tr("Kind")});
-    m_properties->setRootIsDecorated(false);
-    m_properties->setMinimumWidth(300);
-    inspectorDock->setWidget(m_properties);
+    auto *inspectorBox = new QWidget(inspectorDock);
+    auto *inspectorLayout = new QVBoxLayout(inspectorBox);
+    inspectorLayout->setContentsMargins(0, 0, 0, 0);
+    inspectorLayout->setSpacing(0);
+    m_inspectorSwitch = new QTabBar(inspectorBox);
+    m_inspectorSwitch->setObjectName(QStringLiteral("InspectorSwitch"));
+    m_inspectorSwitch->addTab(tr("Properties"));
+    m_inspectorSwitch->addTab(tr("Events"));
+    m_inspector = new TQorObjInspector(inspectorBox);
+    m_inspector->setObjectName(QStringLiteral("ObjInspector"));
+    m_inspector->setMinimumWidth(300);
+    inspectorLayout->addWidget(m_inspectorSwitch);
+    inspectorLayout->addWidget(m_inspector, 1);
+    inspectorDock->setWidget(inspectorBox);
     addDockWidget(Qt::RightDockWidgetArea, inspectorDock);
+    connect(m_inspectorSwitch, &QTabBar::currentChanged, this, [this](int index) {
+        m_inspector->SetPropertyFilterStyles(index == 1 ? pfEvent : pfProperty);
+    });
     connect(m_tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem *item) {
-        showProperties(item ? item->data(0, Qt::UserRole).value<QObject *>() : nullptr);
+        m_inspector->SetActiveComponent(item ? item->data(0, Qt::UserRole).value<QObject *>() : nullptr);
+    });
+    // A renamed component shows its new name in the tree.
+    connect(m_inspector, &TVhoObjInspector::OnPropNameChanged, this, [this](QObject *, const QString &name) {
+        if (name == QLatin1String("objectName"))
+            fillComponentTree();
     });
 
     // The stage owns what the form shows, in the order of the form's tree.
@@ -130,6 +153,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     m_manager = new TQorDesignManager(m_stage);
     m_center = std::make_unique<DemoCenter>(this);
     m_manager->SetConsoleCenter(m_center.get());
+    m_inspector->SetConsoleCenter(m_center.get());
     auto *tools = addToolBar(tr("Design"));
     tools->setObjectName(QStringLiteral("DesignToolBar"));
     m_designAction = tools->addAction(tr("Design"));
@@ -208,55 +232,20 @@ void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
 
 void QorDemoWindow::fillComponentTree()
 {
+    // Rebuilt quietly: the component chosen before stays chosen.
+    const QTreeWidgetItem *current = m_tree->currentItem();
+    QObject *chosen = current ? current->data(0, Qt::UserRole).value<QObject *>() : nullptr;
+    const QSignalBlocker quiet(m_tree);
     m_tree->clear();
     auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
                                               QString::fromLatin1(m_stage->metaObject()->className())});
     root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
     addTreeNodes(root, m_stage);
     m_tree->expandAll();
-}
-
-namespace {
-
-// A plain text of a property value, until the object inspector takes over.
-QString valueText(PPropInfo info, const QVariant &value)
-{
-    const QMetaProperty &property = info->Property;
-    if (property.isFlagType())
-        return QLatin1Char('[') + QString::fromLatin1(property.enumerator().valueToKeys(value.toInt()))
-            + QLatin1Char(']');
-    if (property.isEnumType())
-        return QString::fromLatin1(property.enumerator().valueToKey(value.toInt()));
-    switch (info->PropType->Kind) {
-    case tkClass: {
-        if (auto *object = value.value<QObject *>())
-            return object->objectName();
-        return QLatin1Char('(') + info->PropType->Name + QLatin1Char(')');
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).value<QObject *>() == chosen) {
+            m_tree->setCurrentItem(*it);
+            break;
+        }
     }
-    case tkEnumeration:
-        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-    default:
-        break;
-    }
-    if (value.canConvert<QString>())
-        return value.toString();
-    return QLatin1Char('(') + info->PropType->Name + QLatin1Char(')');
-}
-
-} // namespace
-
-void QorDemoWindow::showProperties(QObject *component)
-{
-    m_properties->clear();
-    if (!component)
-        return;
-    TClassInformation information;
-    information.SetPTI(TypeInfoOfClass(component->metaObject()));
-    for (PPropInfo info : information.PropList()) {
-        const QVariant value = info->Property.read(component);
-        new QTreeWidgetItem(m_properties, {info->Name, valueText(info, value), TypeKindToString(info->PropType->Kind)});
-    }
-    m_properties->resizeColumnToContents(0);
-    statusBar()->showMessage(tr("%1: %2, %n published properties", nullptr, information.PropCount())
-                                 .arg(component->objectName(), information.ClassNameStr()));
 }

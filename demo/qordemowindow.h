@@ -10,7 +10,9 @@
 
 class QAction;
 class QListWidget;
+class QTabBar;
 class TQorDesignManager;
+class TQorObjInspector;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QWidget;
@@ -27,8 +29,11 @@ public:
     QWidget *stage() const { return m_stage; }
     QTreeWidget *componentTree() const { return m_tree; }
     QListWidget *paletteList() const { return m_palette; }
-    // The published properties of the component chosen in the tree.
-    QTreeWidget *propertyList() const { return m_properties; }
+    // The object inspector: the properties (or events) of the components
+    // chosen in the tree or on the stage.
+    TQorObjInspector *inspector() const { return m_inspector; }
+    // "Properties" and "Events" above the inspector.
+    QTabBar *inspectorSwitch() const { return m_inspectorSwitch; }
     // The design manager of the stage and the switch that turns designing
     // on and off.
     TQorDesignManager *designManager() const { return m_manager; }
@@ -39,12 +44,12 @@ private:
     void fillPalette();
     void fillComponentTree();
     void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
-    void showProperties(QObject *component);
 
     QWidget *m_stage = nullptr;
     QListWidget *m_palette = nullptr;
     QTreeWidget *m_tree = nullptr;
-    QTreeWidget *m_properties = nullptr;
+    TQorObjInspector *m_inspector = nullptr;
+    QTabBar *m_inspectorSwitch = nullptr;
     TQorDesignManager *m_manager = nullptr;
     QAction *m_designAction = nullptr;
     // Stands in for the design center until it comes: the palette's chosen

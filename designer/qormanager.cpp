@@ -247,9 +247,18 @@ void TQorDesignManager::SetDirty(bool Value)
         m_consoleCenter->SetDirty(Value);
 }
 
+IQorObjInspector *TQorDesignManager::ObjInspector() const
+{
+    if (m_objInspectorIsObject && !m_objInspectorObject)
+        return nullptr;
+    return m_objInspector;
+}
+
 void TQorDesignManager::SetObjInspector(IQorObjInspector *Inspector)
 {
     m_objInspector = Inspector;
+    m_objInspectorObject = dynamic_cast<QObject *>(Inspector);
+    m_objInspectorIsObject = m_objInspectorObject != nullptr;
     NotifyObjInspector();
 }
 
@@ -356,6 +365,9 @@ void TQorDesignManager::notifyCenterSelection()
     FillSelectedComps();
     if (m_consoleCenter)
         m_consoleCenter->DesignerSelCompChanged();
+    else
+        // Without a center to pass it on, the inspector hears of it here.
+        NotifyObjInspector();
     emit SelectionChanged();
 }
 
@@ -499,10 +511,11 @@ void TQorDesignManager::Refresh()
 
 void TQorDesignManager::NotifyObjInspector()
 {
-    if (!m_objInspector)
+    IQorObjInspector *inspector = ObjInspector();
+    if (!inspector)
         return;
     FillSelectedComps();
-    m_objInspector->SetActiveComponents(m_selectedComps);
+    inspector->SetActiveComponents(m_selectedComps);
 }
 
 void TQorDesignManager::SizersMoved()

@@ -67,7 +67,8 @@ public:
     // while the stage is being destroyed.
     IQorDesignCenter *ConsoleCenter() const { return m_consoleCenter; }
     void SetConsoleCenter(IQorDesignCenter *Center) { m_consoleCenter = Center; }
-    IQorObjInspector *ObjInspector() const { return m_objInspector; }
+    // Nil once the inspector is destroyed.
+    IQorObjInspector *ObjInspector() const;
     void SetObjInspector(IQorObjInspector *Inspector);
 
     // The event the application hears of inserted components by, besides
@@ -179,6 +180,9 @@ private:
     QPointer<TQorStageSizer> m_stageSizer;
     TComponentList m_selectedComps;
     IQorObjInspector *m_objInspector = nullptr;
+    // Watches the inspector when it is an object, which it usually is.
+    QPointer<QObject> m_objInspectorObject;
+    bool m_objInspectorIsObject = false;
     IQorDesignCenter *m_consoleCenter = nullptr;
     QPointer<QMenu> m_designPopupMenu;
     bool m_dirty = false;

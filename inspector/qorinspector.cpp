@@ -641,6 +641,9 @@ void TVhoObjInspector::PropertyValueChanged(int Row)
     bool changed = false;
     QString propName;
     if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
+        // Writing the set rebuilds its element rows: this one among them.
+        if (element->BasedProperty())
+            propName = element->BasedProperty()->GetPropName();
         const QString text =
             m_propList->LabelToIdent(TypeInfoOf<bool>(), Strings()->ValueFromIndex(Row).trimmed(), trPropValue);
         bool include;
@@ -651,8 +654,6 @@ void TVhoObjInspector::PropertyValueChanged(int Row)
         else
             include = StrToBool(text);
         changed = ChangeSetValueStr(element, include);
-        if (element->BasedProperty())
-            propName = element->BasedProperty()->GetPropName();
     } else if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(object)) {
         propName = item->GetPropName();
         const QString text =

@@ -81,7 +81,11 @@ TPropertyAttributes TPropertyEditor::GetAttributes() const
 
 QString TPropertyEditor::GetValue() const
 {
-    return GetPropertyValueStr(GetComponent(0), GetPropInfo(0));
+    // Several objects that disagree show nothing, as the value texts do.
+    QList<QObject *> objects;
+    for (const auto &entry : m_propList)
+        objects.append(entry.first.data());
+    return GetPropertyValueStr(objects, GetPropInfo(0));
 }
 
 void TPropertyEditor::SetValue(const QString &Value)

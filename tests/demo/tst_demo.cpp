@@ -4,11 +4,15 @@
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
+#include "inspector/qorinspector.h"
 #include "qordemowindow.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDockWidget>
 #include <QGroupBox>
+#include <QLineEdit>
+#include <QTabBar>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
@@ -19,6 +23,21 @@
 #include <QTreeWidget>
 
 #include <memory>
+
+namespace {
+
+// The inspector line of a property, whatever its indent and marker.
+int lineOf(TQorObjInspector *inspector, const QString &name)
+{
+    TValueListStrings *lines = inspector->Strings();
+    for (int i = 0; i < lines->Count(); ++i) {
+        if (lines->Names(i).mid(2) == name)
+            return i;
+    }
+    return -1;
+}
+
+} // namespace
 
 class tst_Demo : public QObject
 {
@@ -83,30 +102,65 @@ private slots:
         QorDemoWindow window;
         QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
         QTreeWidget *tree = window.componentTree();
-        QTreeWidget *properties = window.propertyList();
+        TQorObjInspector *inspector = window.inspector();
         // The stage is shown first.
-        QTRY_VERIFY(properties->topLevelItemCount() > 0);
-        QVERIFY(properties->findItems(QStringLiteral("autoDefault"), Qt::MatchExactly).isEmpty());
+        QTRY_COMPARE(inspector->ActiveComponent(), window.stage());
+        QCOMPARE(lineOf(inspector, QStringLiteral("autoDefault")), -1);
         const auto nodes = tree->findItems(QStringLiteral("Button1"), Qt::MatchExactly | Qt::MatchRecursive);
         QCOMPARE(nodes.size(), 1);
         const QRect node = tree->visualItemRect(nodes.first());
         QVERIFY(!node.isEmpty());
         RealInput::click(tree->viewport(), node.center());
         QTRY_COMPARE(tree->currentItem(), nodes.first());
-        const auto text = properties->findItems(QStringLiteral("text"), Qt::MatchExactly);
-        QCOMPARE(text.size(), 1);
-        QCOMPARE(text.first()->text(1), QStringLiteral("Look up"));
-        QCOMPARE(text.first()->text(2), QStringLiteral("tkLString"));
-        const auto focus = properties->findItems(QStringLiteral("focusPolicy"), Qt::MatchExactly);
-        QCOMPARE(focus.first()->text(1), QStringLiteral("StrongFocus"));
+        QTRY_COMPARE(inspector->ActiveComponent()->objectName(), QStringLiteral("Button1"));
+        TValueListStrings *lines = inspector->Strings();
+        QCOMPARE(lines->ValueFromIndex(lineOf(inspector, QStringLiteral("text"))), QStringLiteral("Look up"));
+        QCOMPARE(lines->ValueFromIndex(lineOf(inspector, QStringLiteral("focusPolicy"))), QStringLiteral("StrongFocus"));
+        QVERIFY(lineOf(inspector, QStringLiteral("autoDefault")) >= 0);
         // Listed by name.
         QStringList names;
-        for (int i = 0; i < properties->topLevelItemCount(); ++i)
-            names << properties->topLevelItem(i)->text(0);
+        for (int i = 0; i < lines->Count(); ++i)
+            names << lines->Names(i).mid(2);
         QStringList sorted = names;
         std::sort(sorted.begin(), sorted.end(),
                   [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
         QCOMPARE(names, sorted);
+    }
+
+    void theEventsSwitchShowsTheSignalsInsteadOfTheProperties()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        TQorObjInspector *inspector = window.inspector();
+        inspector->SetActiveComponent(window.stage()->findChild<QWidget *>(QStringLiteral("Button1")));
+        QVERIFY(lineOf(inspector, QStringLiteral("text")) >= 0);
+        QCOMPARE(lineOf(inspector, QStringLiteral("clicked")), -1);
+        QTabBar *tabs = window.inspectorSwitch();
+        RealInput::click(tabs, tabs->tabRect(1).center());
+        QTRY_VERIFY(lineOf(inspector, QStringLiteral("clicked")) >= 0);
+        QCOMPARE(lineOf(inspector, QStringLiteral("text")), -1);
+        RealInput::click(tabs, tabs->tabRect(0).center());
+        QTRY_VERIFY(lineOf(inspector, QStringLiteral("text")) >= 0);
+    }
+
+    void aSelectionOnTheStageIsShownAndEditedInTheInspector()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check);
+        TQorObjInspector *inspector = window.inspector();
+        QTRY_COMPARE(inspector->ActiveComponent(), check);
+        const int row = lineOf(inspector, QStringLiteral("text"));
+        inspector->scrollTo(inspector->model()->index(row, 1));
+        RealInput::click(inspector->viewport(), inspector->visualRect(inspector->model()->index(row, 1)).center());
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::typeText(QStringLiteral("Gold customer"));
+        RealInput::key("Return");
+        QTRY_COMPARE(check->text(), QStringLiteral("Gold customer"));
+        window.designAction()->setChecked(false);
     }
 
     void theStageWidgetsWorkUntilDesigningStarts()
