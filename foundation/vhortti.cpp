@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <bit>
@@ -744,9 +745,15 @@ bool PropInfoInComps(PPropInfo PropInfo, const QList<QObject *> &Objects)
 {
     if (!PropInfo)
         return Objects.isEmpty();
+    // A selection of thousands holds few classes: each is asked once.
+    QVarLengthArray<const QMetaObject *, 8> asked;
     for (QObject *object : Objects) {
-        if (!GetPropInfo(object, PropInfo->Name, {PropInfo->PropType->Kind}))
+        const QMetaObject *cls = InstanceClass(object);
+        if (std::find(asked.begin(), asked.end(), cls) != asked.end())
+            continue;
+        if (!GetPropInfo(cls, PropInfo->Name, {PropInfo->PropType->Kind}))
             return false;
+        asked.append(cls);
     }
     return true;
 }

@@ -102,6 +102,8 @@ public:
             auto *combo = new QComboBox(parent);
             combo->setObjectName(QStringLiteral("qor_inplace_picklist"));
             combo->setEditable(!props.ReadOnly);
+            // A typed value is checked when written, never added to the list.
+            combo->setInsertPolicy(QComboBox::NoInsert);
             combo->addItems(props.PickList);
             combo->setFrame(false);
             // A pick takes effect at once.

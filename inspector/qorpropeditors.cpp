@@ -1,0 +1,708 @@
+#include "inspector/qorpropeditors.h"
+
+#include "foundation/qorcomponents.h"
+#include "foundation/qorerror.h"
+#include "foundation/qortypinfo.h"
+#include "foundation/vhosysutils.h"
+#include "inspector/qorpropdetail.h"
+
+#include <QColorDialog>
+#include <QDate>
+#include <QDateTime>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QIcon>
+#include <QKeySequence>
+#include <QKeySequenceEdit>
+#include <QLabel>
+#include <QMargins>
+#include <QListWidget>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QSizePolicy>
+#include <QTime>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace {
+
+using TextOf = std::function<QString(QObject *, PPropInfo)>;
+
+// The text every live object gives, or "" when they disagree.
+QString commonText(const TPropertyEditor &Editor, const TextOf &Text)
+{
+    QString result;
+    bool first = true;
+    for (int i = 0; i < Editor.PropCount(); ++i) {
+        QObject *object = Editor.GetComponent(i);
+        if (!object)
+            continue;
+        const QString text = Text(object, Editor.GetPropInfo(i));
+        if (first) {
+            result = text;
+            first = false;
+        } else if (text != result) {
+            return {};
+        }
+    }
+    return result;
+}
+
+void forEachObject(const TPropertyEditor &Editor, const std::function<void(QObject *, PPropInfo)> &Do)
+{
+    for (int i = 0; i < Editor.PropCount(); ++i) {
+        if (QObject *object = Editor.GetComponent(i))
+            Do(object, Editor.GetPropInfo(i));
+    }
+}
+
+// A modal dialog with OK and Cancel under its content.
+class EditorDialog : public QDialog
+{
+public:
+    EditorDialog(const char *Name, const QString &Title, QWidget *Content)
+        : QDialog(TPropertyEditor::DialogParent())
+    {
+        setObjectName(QLatin1String(Name));
+        setWindowTitle(Title);
+        auto *layout = new QVBoxLayout(this);
+        layout->addWidget(Content, 1);
+        auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+        buttons->setObjectName(QStringLiteral("Buttons"));
+        connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+        connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+        layout->addWidget(buttons);
+    }
+};
+
+QString policyName(QSizePolicy::Policy Policy)
+{
+    return QString::fromLatin1(QMetaEnum::fromType<QSizePolicy::Policy>().valueToKey(Policy));
+}
+
+// The short text of a value with fields.
+QString valueText(const QVariant &Value, PTypeInfo Type)
+{
+    if (Value.metaType() == QMetaType::fromType<QMargins>()) {
+        const QMargins m = Value.value<QMargins>();
+        return QStringLiteral("[%1, %2, %3, %4]").arg(m.left()).arg(m.top()).arg(m.right()).arg(m.bottom());
+    }
+    switch (Value.metaType().id()) {
+    case QMetaType::QSize: {
+        const QSize s = Value.toSize();
+        return QStringLiteral("%1 x %2").arg(s.width()).arg(s.height());
+    }
+    case QMetaType::QPoint: {
+        const QPoint p = Value.toPoint();
+        return QStringLiteral("%1, %2").arg(p.x()).arg(p.y());
+    }
+    case QMetaType::QRect: {
+        const QRect r = Value.toRect();
+        return QStringLiteral("[(%1, %2), %3 x %4]").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+    }
+    case QMetaType::QSizePolicy: {
+        const QSizePolicy p = Value.value<QSizePolicy>();
+        return QStringLiteral("[%1, %2, %3, %4]")
+            .arg(policyName(p.horizontalPolicy()), policyName(p.verticalPolicy()))
+            .arg(p.horizontalStretch())
+            .arg(p.verticalStretch());
+    }
+    case QMetaType::QFont: {
+        const QFont f = Value.value<QFont>();
+        const QString size = f.pointSize() > 0 ? QString::number(f.pointSize()) : QStringLiteral("%1px").arg(f.pixelSize());
+        return QStringLiteral("%1, %2").arg(f.family(), size);
+    }
+    default:
+        return QLatin1Char('[') + (Type ? Type->Name : QString()) + QLatin1Char(']');
+    }
+}
+
+// The slots of a form a signal can be connected to, one per name, the
+// first that fits.
+QList<QMetaMethod> fittingSlots(const QObject *Form, const QMetaMethod &Signal)
+{
+    QList<QMetaMethod> fitting;
+    QStringList seen;
+    if (!Form)
+        return fitting;
+    const QMetaObject *meta = Form->metaObject();
+    for (int i = 0; i < meta->methodCount(); ++i) {
+        const QMetaMethod method = meta->method(i);
+        if (method.methodType() != QMetaMethod::Slot || method.access() != QMetaMethod::Public)
+            continue;
+        const QString name = QString::fromLatin1(method.name());
+        if (seen.contains(name) || !QMetaObject::checkConnectArgs(Signal, method))
+            continue;
+        seen.append(name);
+        fitting.append(method);
+    }
+    return fitting;
+}
+
+QVariantMap eventConnections(const QObject *Component)
+{
+    return Component->property(QorEventConnectionsProperty()).toMap();
+}
+
+} // namespace
+
+const char *QorEventConnectionsProperty()
+{
+    return "qorEventConnections";
+}
+
+QByteArray QorPictureFileProperty(const QString &PropName)
+{
+    return "qorPictureFile_" + PropName.toLatin1();
+}
+
+// ---- Texts ----
+
+TPropertyAttributes TStringProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paDialog;
+}
+
+void TStringProperty::Edit()
+{
+    auto *text = new QPlainTextEdit;
+    text->setObjectName(QStringLiteral("Text"));
+    text->setPlainText(GetValue());
+    EditorDialog dialog("QorTextDialog", QObject::tr("Edit Text"), text);
+    dialog.resize(420, 260);
+    if (dialog.exec() == QDialog::Accepted)
+        SetValue(text->toPlainText());
+}
+
+// ---- Enumerations ----
+
+TPropertyAttributes TEnumProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList | paSortList;
+}
+
+void TEnumProperty::GetValues(const TGetStrProc &Proc) const
+{
+    QStringList names;
+    ListEnumValues(GetPropType(), names);
+    for (const QString &name : names)
+        Proc(name);
+}
+
+TPropertyAttributes TBoolProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList;
+}
+
+void TBoolProperty::GetValues(const TGetStrProc &Proc) const
+{
+    Proc(BoolToStr(false, true));
+    Proc(BoolToStr(true, true));
+}
+
+// ---- Sets ----
+
+TPropertyAttributes TSetProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paSubProperties | paReadOnly;
+}
+
+void TSetProperty::GetProperties(const TGetPropProc &Proc) const
+{
+    const PTypeInfo type = GetPropType();
+    QStringList elements;
+    ListEnumValues(type ? type->TypeData.CompType : nullptr, elements);
+    for (const QString &element : elements) {
+        auto editor = std::make_shared<TSetElementProperty>(Designer(), PropCount(), element);
+        for (int i = 0; i < PropCount(); ++i)
+            editor->SetPropEntry(i, GetComponent(i), GetPropInfo(i));
+        editor->Initialize();
+        Proc(editor);
+    }
+}
+
+TSetElementProperty::TSetElementProperty(IDesigner *Designer, int PropCount, const QString &Element)
+    : TPropertyEditor(Designer, PropCount)
+    , m_element(Element)
+{
+}
+
+TPropertyAttributes TSetElementProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList;
+}
+
+QString TSetElementProperty::GetName() const
+{
+    return m_element;
+}
+
+QString TSetElementProperty::GetValue() const
+{
+    return commonText(*this, [this](QObject *Object, PPropInfo Info) {
+        const qint64 bit = StringToSet(Info->PropType, m_element);
+        return BoolToStr((GetOrdProp(Object, Info) & bit) == bit, true);
+    });
+}
+
+void TSetElementProperty::SetValue(const QString &Value)
+{
+    const bool include = StrToBool(Value);
+    forEachObject(*this, [this, include](QObject *Object, PPropInfo Info) {
+        const qint64 bit = StringToSet(Info->PropType, m_element);
+        const qint64 bits = GetOrdProp(Object, Info);
+        SetPropValue(Object, Info, QVariant(int(include ? bits | bit : bits & ~bit)));
+    });
+    Modified();
+}
+
+void TSetElementProperty::GetValues(const TGetStrProc &Proc) const
+{
+    Proc(BoolToStr(true, true));
+    Proc(BoolToStr(false, true));
+}
+
+// ---- Colours and cursors ----
+
+TPropertyAttributes TColorProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paDialog | paValueList;
+}
+
+void TColorProperty::GetValues(const TGetStrProc &Proc) const
+{
+    for (const QString &name : ColorValueNames())
+        Proc(name);
+}
+
+void TColorProperty::Edit()
+{
+    QObject *first = GetComponent(0);
+    const QColor current = first ? GetPropValue(first, GetPropInfo(0)).value<QColor>() : QColor();
+    QColorDialog dialog(current.isValid() ? current : QColor(Qt::white), DialogParent());
+    dialog.setObjectName(QStringLiteral("QorColorDialog"));
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    dialog.setOption(QColorDialog::ShowAlphaChannel);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SetVarValue(dialog.selectedColor());
+}
+
+TPropertyAttributes TCursorProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList;
+}
+
+void TCursorProperty::GetValues(const TGetStrProc &Proc) const
+{
+    for (const QString &name : CursorValueNames())
+        Proc(name);
+}
+
+// ---- Values with fields ----
+
+TPropertyAttributes TClassProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paSubProperties | paReadOnly;
+}
+
+QString TClassProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        return valueText(GetPropValue(Object, Info), Info->PropType);
+    });
+}
+
+void TClassProperty::SetValue(const QString &)
+{
+    // The value is edited through its fields.
+}
+
+void TClassProperty::GetProperties(const TGetPropProc &Proc) const
+{
+    QList<QObject *> values;
+    forEachObject(*this, [&values](QObject *Object, PPropInfo Info) {
+        if (QObject *value = GetObjectProp(Object, Info))
+            values.append(value);
+    });
+    if (values.isEmpty())
+        return;
+    TClassInformation fields;
+    fields.SetPTI(TypeInfoOfClass(InstanceClass(values.first())));
+    for (PPropInfo field : fields.PropList()) {
+        TPropertyEditorRef editor = CreatePropertyEditor(Designer(), values.first(), field, int(values.size()));
+        if (!editor)
+            continue;
+        for (int i = 0; i < values.size(); ++i)
+            editor->SetPropEntry(i, values[i], InstancePropInfo(values[i], field));
+        editor->Initialize();
+        Proc(editor);
+    }
+}
+
+TPropertyAttributes TFontProperty::GetAttributes() const
+{
+    return TClassProperty::GetAttributes() | paDialog;
+}
+
+void TFontProperty::Edit()
+{
+    QObject *first = GetComponent(0);
+    const QFont current = first ? GetPropValue(first, GetPropInfo(0)).value<QFont>() : QFont();
+    QFontDialog dialog(current, DialogParent());
+    dialog.setObjectName(QStringLiteral("QorFontDialog"));
+    dialog.setOption(QFontDialog::DontUseNativeDialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SetVarValue(dialog.selectedFont());
+}
+
+// ---- Key sequences ----
+
+TPropertyAttributes TKeySequenceProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paDialog;
+}
+
+QString TKeySequenceProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        return GetPropValue(Object, Info).value<QKeySequence>().toString(QKeySequence::PortableText);
+    });
+}
+
+void TKeySequenceProperty::SetValue(const QString &Value)
+{
+    const QKeySequence sequence = QKeySequence::fromString(Value.trimmed(), QKeySequence::PortableText);
+    bool known = sequence.isEmpty() == Value.trimmed().isEmpty();
+    for (int i = 0; i < sequence.count() && known; ++i)
+        known = sequence[i].key() != Qt::Key_unknown;
+    if (!known)
+        throw EConvertError(QStringLiteral("'%1' is not a valid key sequence").arg(Value));
+    SetVarValue(QVariant::fromValue(sequence));
+}
+
+void TKeySequenceProperty::Edit()
+{
+    auto *edit = new QKeySequenceEdit;
+    edit->setObjectName(QStringLiteral("KeySequence"));
+    QObject *first = GetComponent(0);
+    if (first)
+        edit->setKeySequence(GetPropValue(first, GetPropInfo(0)).value<QKeySequence>());
+    EditorDialog dialog("QorKeySequenceDialog", QObject::tr("Key Sequence"), edit);
+    if (dialog.exec() == QDialog::Accepted)
+        SetVarValue(QVariant::fromValue(edit->keySequence()));
+}
+
+// ---- Pictures ----
+
+TPropertyAttributes TPictureProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paDialog | paReadOnly;
+}
+
+QString TPictureProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        const QVariant value = GetPropValue(Object, Info);
+        const bool none = value.metaType().id() == QMetaType::QIcon ? value.value<QIcon>().isNull()
+                                                                     : value.value<QPixmap>().isNull();
+        if (none)
+            return QStringLiteral("(none)");
+        const QString file = Object->property(QorPictureFileProperty(Info->Name).constData()).toString();
+        return file.isEmpty() ? QLatin1Char('[') + Info->PropType->Name + QLatin1Char(']') : QFileInfo(file).fileName();
+    });
+}
+
+void TPictureProperty::SetValue(const QString &Value)
+{
+    const QString text = Value.trimmed();
+    LoadFile(text == QLatin1String("(none)") ? QString() : text);
+}
+
+void TPictureProperty::LoadFile(const QString &FileName)
+{
+    const PTypeInfo type = GetPropType();
+    const bool icon = type && type->MetaType.id() == QMetaType::QIcon;
+    QVariant value;
+    if (FileName.isEmpty()) {
+        value = icon ? QVariant(QIcon()) : QVariant(QPixmap());
+    } else {
+        const QPixmap picture(FileName);
+        if (picture.isNull())
+            throw EConvertError(QStringLiteral("'%1' is not an image file").arg(FileName));
+        value = icon ? QVariant(QIcon(picture)) : QVariant(picture);
+    }
+    forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
+        SetPropValue(Object, Info, value);
+        Object->setProperty(QorPictureFileProperty(Info->Name).constData(),
+                            FileName.isEmpty() ? QVariant() : QVariant(FileName));
+    });
+    Modified();
+}
+
+void TPictureProperty::Edit()
+{
+    QFileDialog dialog(DialogParent(), QObject::tr("Choose Image"));
+    dialog.setObjectName(QStringLiteral("QorPictureDialog"));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilter(QObject::tr("Images (*.png *.jpg *.jpeg *.bmp *.gif *.svg *.xpm)"));
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        LoadFile(dialog.selectedFiles().first());
+}
+
+// ---- String lists ----
+
+TPropertyAttributes TStringListProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paDialog | paReadOnly;
+}
+
+QString TStringListProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        return QLatin1Char('[') + GetPropValue(Object, Info).toStringList().join(QStringLiteral(", ")) + QLatin1Char(']');
+    });
+}
+
+void TStringListProperty::SetValue(const QString &Value)
+{
+    // One item per line, as the dialog writes them.
+    SetVarValue(Value.isEmpty() ? QStringList() : Value.split(QLatin1Char('\n')));
+}
+
+void TStringListProperty::Edit()
+{
+    auto *text = new QPlainTextEdit;
+    text->setObjectName(QStringLiteral("Lines"));
+    QObject *first = GetComponent(0);
+    if (first)
+        text->setPlainText(GetPropValue(first, GetPropInfo(0)).toStringList().join(QLatin1Char('\n')));
+    EditorDialog dialog("QorStringsDialog", QObject::tr("String List"), text);
+    dialog.resize(360, 280);
+    if (dialog.exec() == QDialog::Accepted)
+        SetValue(text->toPlainText());
+}
+
+// ---- Dates and times ----
+
+QString TDateTimeProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        const QVariant value = GetPropValue(Object, Info);
+        switch (value.metaType().id()) {
+        case QMetaType::QDate: return value.toDate().toString(Qt::ISODate);
+        case QMetaType::QTime: return value.toTime().toString(QStringLiteral("HH:mm:ss"));
+        default: return value.toDateTime().toString(Qt::ISODate);
+        }
+    });
+}
+
+void TDateTimeProperty::SetValue(const QString &Value)
+{
+    const QString text = Value.trimmed();
+    const PTypeInfo type = GetPropType();
+    QVariant value;
+    switch (type ? type->MetaType.id() : 0) {
+    case QMetaType::QDate: value = QDate::fromString(text, Qt::ISODate); break;
+    case QMetaType::QTime: value = QTime::fromString(text, Qt::ISODate); break;
+    default: value = QDateTime::fromString(text, Qt::ISODate); break;
+    }
+    const bool valid = value.metaType().id() == QMetaType::QDate   ? value.toDate().isValid()
+                       : value.metaType().id() == QMetaType::QTime ? value.toTime().isValid()
+                                                                    : value.toDateTime().isValid();
+    if (!valid)
+        throw EConvertError(QStringLiteral("'%1' is not a valid date or time").arg(Value));
+    SetVarValue(value);
+}
+
+// ---- Other values ----
+
+TPropertyAttributes TRecordProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paReadOnly;
+}
+
+QString TRecordProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        const QVariant value = GetPropValue(Object, Info);
+        const QString text = value.toString();
+        return text.isEmpty() ? QLatin1Char('[') + Info->PropType->Name + QLatin1Char(']') : text;
+    });
+}
+
+// ---- Component references ----
+
+TPropertyAttributes TComponentProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList | paSortList;
+}
+
+QString TComponentProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        QObject *held = GetObjectProp(Object, Info);
+        return held ? CompToNSName(held, Owner(held), Owner(Object)) : QString();
+    });
+}
+
+void TComponentProperty::SetValue(const QString &Value)
+{
+    QObject *first = GetComponent(0);
+    if (!first)
+        return;
+    QObject *target = nullptr;
+    if (!Value.trimmed().isEmpty()) {
+        target = NSNameToComp(Value.trimmed(), Owner(first));
+        if (!target)
+            throw EPropertyError(QStringLiteral("'%1' is not a component of the form").arg(Value));
+    }
+    // Every object is checked before any is written.
+    const QMetaObject *cls = GetPropType()->TypeData.ClassType;
+    if (target && !target->metaObject()->inherits(cls))
+        throw EPropertyError(QStringLiteral("'%1' is not a %2").arg(Value, QorClassName(cls)));
+    forEachObject(*this, [target](QObject *Object, PPropInfo Info) { SetObjectProp(Object, Info, target, true); });
+    Modified();
+}
+
+void TComponentProperty::GetValues(const TGetStrProc &Proc) const
+{
+    QObject *first = GetComponent(0);
+    QObject *form = first ? Owner(first) : nullptr;
+    const PTypeInfo type = GetPropType();
+    if (!form || !type || !type->TypeData.ClassType)
+        return;
+    for (QObject *component : ComponentList(form)) {
+        if (component->metaObject()->inherits(type->TypeData.ClassType) && !IsQorDesignObject(component)
+            && !component->objectName().trimmed().isEmpty())
+            Proc(CompToNSName(component, form, form));
+    }
+}
+
+// ---- Events ----
+
+TPropertyAttributes TMethodProperty::GetAttributes() const
+{
+    return TPropertyEditor::GetAttributes() | paValueList | paSortList | paDialog;
+}
+
+QString TMethodProperty::GetValue() const
+{
+    return commonText(*this, [](QObject *Object, PPropInfo Info) {
+        return eventConnections(Object).value(Info->Name).toString();
+    });
+}
+
+void TMethodProperty::SetValue(const QString &Value)
+{
+    const QString slotName = Value.trimmed();
+    // Every object is checked before any is connected.
+    forEachObject(*this, [&slotName](QObject *Object, PPropInfo Info) {
+        if (slotName.isEmpty())
+            return;
+        QObject *form = Owner(Object);
+        bool found = false;
+        for (const QMetaMethod &slot : fittingSlots(form, Info->Method))
+            found = found || QString::fromLatin1(slot.name()) == slotName;
+        if (!found)
+            throw EPropertyError(QStringLiteral("'%1' is not a slot of the form that fits %2").arg(slotName, Info->Name));
+    });
+    forEachObject(*this, [&slotName](QObject *Object, PPropInfo Info) {
+        QObject *form = Owner(Object);
+        QVariantMap connections = eventConnections(Object);
+        const QString previous = connections.value(Info->Name).toString();
+        const QList<QMetaMethod> fitting = fittingSlots(form, Info->Method);
+        for (const QMetaMethod &slot : fitting) {
+            if (!previous.isEmpty() && QString::fromLatin1(slot.name()) == previous)
+                QObject::disconnect(Object, Info->Method, form, slot);
+        }
+        if (slotName.isEmpty()) {
+            connections.remove(Info->Name);
+        } else {
+            for (const QMetaMethod &slot : fitting) {
+                if (QString::fromLatin1(slot.name()) == slotName) {
+                    QObject::connect(Object, Info->Method, form, slot);
+                    break;
+                }
+            }
+            connections.insert(Info->Name, slotName);
+        }
+        Object->setProperty(QorEventConnectionsProperty(), connections.isEmpty() ? QVariant() : QVariant(connections));
+    });
+    Modified();
+}
+
+void TMethodProperty::GetValues(const TGetStrProc &Proc) const
+{
+    QObject *first = GetComponent(0);
+    if (!first)
+        return;
+    for (const QMetaMethod &slot : fittingSlots(Owner(first), GetPropInfo(0)->Method))
+        Proc(QString::fromLatin1(slot.name()));
+}
+
+void TMethodProperty::Edit()
+{
+    auto *list = new QListWidget;
+    list->setObjectName(QStringLiteral("Slots"));
+    list->addItem(QObject::tr("(none)"));
+    QStringList names;
+    GetValues([&names](const QString &Name) { names.append(Name); });
+    names.sort(Qt::CaseInsensitive);
+    list->addItems(names);
+    const QString current = GetValue();
+    const QList<QListWidgetItem *> found = list->findItems(current, Qt::MatchExactly);
+    list->setCurrentRow(found.isEmpty() || current.isEmpty() ? 0 : list->row(found.first()));
+    EditorDialog dialog("QorEventDialog", QObject::tr("Connect %1").arg(GetName()), list);
+    QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog, &QDialog::accept);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SetValue(list->currentRow() <= 0 ? QString() : list->currentItem()->text());
+}
+
+// ---- Registration ----
+
+namespace {
+
+template<class Editor>
+TPropertyEditorFactory factory()
+{
+    return [](IDesigner *Designer, int PropCount) { return std::make_shared<Editor>(Designer, PropCount); };
+}
+
+const bool registered = [] {
+    SetKindPropertyEditor(tkInteger, factory<TIntegerProperty>());
+    SetKindPropertyEditor(tkInt64, factory<TInt64Property>());
+    SetKindPropertyEditor(tkFloat, factory<TFloatProperty>());
+    SetKindPropertyEditor(tkChar, factory<TCharProperty>());
+    SetKindPropertyEditor(tkWChar, factory<TCharProperty>());
+    for (TTypeKind kind : {tkString, tkLString, tkWString})
+        SetKindPropertyEditor(kind, factory<TStringProperty>());
+    SetKindPropertyEditor(tkEnumeration, factory<TEnumProperty>());
+    SetKindPropertyEditor(tkSet, factory<TSetProperty>());
+    SetKindPropertyEditor(tkClass, factory<TClassProperty>());
+    SetKindPropertyEditor(tkMethod, factory<TMethodProperty>());
+    SetKindPropertyEditor(tkVariant, factory<TPropertyEditor>());
+    for (TTypeKind kind : {tkUnknown, tkArray, tkRecord, tkInterface, tkDynArray})
+        SetKindPropertyEditor(kind, factory<TRecordProperty>());
+    RegisterPropertyEditor(TypeInfoOf<bool>(), nullptr, QString(), factory<TBoolProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QColor>(), nullptr, QString(), factory<TColorProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QCursor>(), nullptr, QString(), factory<TCursorProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QFont>(), nullptr, QString(), factory<TFontProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QObject>(), nullptr, QString(), factory<TComponentProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QKeySequence>(), nullptr, QString(), factory<TKeySequenceProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QIcon>(), nullptr, QString(), factory<TPictureProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QPixmap>(), nullptr, QString(), factory<TPictureProperty>());
+    RegisterPropertyEditor(TypeInfoOf<QStringList>(), nullptr, QString(), factory<TStringListProperty>());
+    for (PTypeInfo type : {TypeInfoOf<QDate>(), TypeInfoOf<QTime>(), TypeInfoOf<QDateTime>()})
+        RegisterPropertyEditor(type, nullptr, QString(), factory<TDateTimeProperty>());
+    return true;
+}();
+
+} // namespace

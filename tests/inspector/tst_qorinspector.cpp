@@ -1,0 +1,339 @@
+// The object inspector as a user works it: typing a value and Enter,
+// picking from a list, expanding rows, dragging the column line, editing
+// several widgets at once, refused values, and the link with the design
+// surface; and its rows, positions and events.
+#include "designer/qormanager.h"
+#include "designer/qorsizers.h"
+#include "foundation/qorcomponents.h"
+#include "harness/qorguitest.h"
+#include "harness/qorrealinput.h"
+#include "inspector/qorinspector.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+struct Fixture
+{
+    std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
+    QPushButton *b1, *b2, *b3;
+    QLabel *label;
+    std::unique_ptr<TQorObjInspector> inspector = std::make_unique<TQorObjInspector>();
+
+    Fixture()
+    {
+        form->setObjectName(QStringLiteral("Form1"));
+        form->resize(420, 300);
+        b1 = button("Button1", 20);
+        b2 = button("Button2", 120);
+        b3 = button("Button3", 220);
+        label = new QLabel(QStringLiteral("Label"), form.get());
+        label->setObjectName(QStringLiteral("Label1"));
+        label->setGeometry(20, 100, 120, 40);
+        InsertComponent(form.get(), label);
+        inspector->resize(320, 600);
+    }
+
+    QPushButton *button(const char *name, int x)
+    {
+        auto *b = new QPushButton(QLatin1String(name), form.get());
+        b->setObjectName(QLatin1String(name));
+        b->setGeometry(x, 20, 80, 30);
+        InsertComponent(form.get(), b);
+        return b;
+    }
+
+    bool show()
+    {
+        return QorGuiTest::showAndActivate(form.get(), QPoint(20, 20))
+            && QorGuiTest::showAndActivate(inspector.get(), QPoint(500, 20));
+    }
+
+    // The line of a property, whatever its indent and marker.
+    int row(const QString &name) const
+    {
+        TValueListStrings *strings = inspector->Strings();
+        for (int i = 0; i < strings->Count(); ++i) {
+            QString label = strings->Names(i).trimmed();
+            if (label.startsWith(QLatin1String("+ ")) || label.startsWith(QLatin1String("- ")))
+                label = label.mid(2);
+            if (label == name)
+                return i;
+        }
+        return -1;
+    }
+
+    QRect cell(int row, int column) const
+    {
+        inspector->scrollTo(inspector->model()->index(row, column));
+        return inspector->visualRect(inspector->model()->index(row, column));
+    }
+
+    QString value(const QString &name) const { return inspector->Strings()->ValueFromIndex(row(name)); }
+
+    // Clicks the value of a property and types a new one.
+    void type(const QString &name, const QString &text)
+    {
+        QVERIFY2(row(name) >= 0, qPrintable(name));
+        RealInput::click(inspector->viewport(), cell(row(name), 1).center());
+        // A line edit, or the pick list of a line that has one.
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget())
+                    || qobject_cast<QComboBox *>(QApplication::focusWidget()));
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::typeText(text);
+        RealInput::key("Return");
+    }
+};
+
+} // namespace
+
+class tst_QorInspector : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+    void cleanup()
+    {
+        RealInput::releaseAll();
+        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+    }
+
+    void theGridShowsTheActiveComponentsProperties()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QCOMPARE(f.inspector->ActiveComponent(), f.b1);
+        QCOMPARE(f.value(QStringLiteral("objectName")), QStringLiteral("Button1"));
+        QCOMPARE(f.value(QStringLiteral("text")), QStringLiteral("Button1"));
+        QCOMPARE(f.inspector->Strings()->Count(), f.inspector->model()->rowCount());
+        QCOMPARE(f.inspector->OwnerComponent(), f.form.get());
+        // No title row: row n is line n.
+        QVERIFY(f.inspector->horizontalHeader()->isHidden());
+        QCOMPARE(f.inspector->model()->index(3, 0).data().toString(), f.inspector->Strings()->Names(3));
+    }
+
+    void settingTheSameActiveComponentTwiceRebuildsNothing()
+    {
+        Fixture f;
+        QSignalSpy changed(f.inspector.get(), &TVhoObjInspector::OnChangeActiveComponent);
+        QSignalSpy refreshed(f.inspector.get(), &TVhoObjInspector::OnRefresh);
+        f.inspector->SetActiveComponent(f.b1);
+        QCOMPARE(changed.count(), 1);
+        const int refreshes = refreshed.count();
+        QVERIFY(refreshes >= 1);
+        f.inspector->SetActiveComponent(f.b1);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(refreshed.count(), refreshes);
+        f.inspector->SetActiveComponent(f.b2);
+        QCOMPARE(changed.count(), 2);
+    }
+
+    void theCurrentRowIsClampedAndFallsBackToTheLast()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        const int rows = f.inspector->RowCount();
+        QVERIFY(rows > 10);
+        f.inspector->SetCurrItemIndex(-5);
+        QCOMPARE(f.inspector->GetCurrItemIndex(), 0);
+        f.inspector->SetCurrItemIndex(rows + 10);
+        QCOMPARE(f.inspector->GetCurrItemIndex(), rows - 1);
+        f.inspector->SetCurrItemIndex(3);
+        f.inspector->SetCurrItemIndex(rows - 1);
+        f.inspector->SetCurrItemIndex(3);
+        f.inspector->ReturnToOldPos();
+        QCOMPARE(f.inspector->GetCurrItemIndex(), 3);
+        // A refresh that leaves fewer rows lands on the last one.
+        f.inspector->SetCurrItemIndex(rows - 1);
+        f.inspector->SetOutputPropNames({QStringLiteral("objectName"), QStringLiteral("text")});
+        f.inspector->Refresh();
+        QCOMPARE(f.inspector->RowCount(), 2);
+        QCOMPARE(f.inspector->GetCurrItemIndex(), 1);
+    }
+
+    void typingAValueAndEnterWritesItAtOnce()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QSignalSpy named(f.inspector.get(), &TVhoObjInspector::OnPropNameChanged);
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("450"));
+        QTRY_COMPARE(f.b1->autoRepeatDelay(), 450);
+        QCOMPARE(f.value(QStringLiteral("autoRepeatDelay")), QStringLiteral("450"));
+        QCOMPARE(named.count(), 1);
+        QCOMPARE(named.first().at(1).toString(), QStringLiteral("autoRepeatDelay"));
+        QVERIFY(f.inspector->Modified());
+    }
+
+    void aRefusedValueShowsWhyAndChangesNothing()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QSignalSpy rejected(f.inspector.get(), &TVhoObjInspector::PropertyValueRejected);
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("abc"));
+        QTRY_COMPARE(rejected.count(), 1);
+        QVERIFY(f.inspector->LastError().startsWith(QStringLiteral("Invalid Property Value;")));
+        QVERIFY(f.inspector->LastError().contains(QStringLiteral("abc")));
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        QVERIFY(message && message->isVisible());
+        QCOMPARE(message->text(), f.inspector->LastError());
+        QCOMPARE(f.b1->autoRepeatDelay(), 300);
+        QTRY_COMPARE(f.value(QStringLiteral("autoRepeatDelay")), QStringLiteral("300"));
+        QVERIFY(!f.inspector->Modified());
+        // The next accepted value takes the message away.
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("90"));
+        QTRY_COMPARE(f.b1->autoRepeatDelay(), 90);
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->LastError(), QString());
+    }
+
+    void anUnknownEnumerationKeyIsRefused()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const Qt::FocusPolicy before = f.b1->focusPolicy();
+        f.type(QStringLiteral("focusPolicy"), QStringLiteral("SometimesFocus"));
+        QTRY_VERIFY(!f.inspector->LastError().isEmpty());
+        QCOMPARE(f.b1->focusPolicy(), before);
+    }
+
+    void aPickFromTheListIsWrittenWithoutEnter()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("focusPolicy"));
+        QCOMPARE(f.inspector->Strings()->ItemProps(row).EditStyle, esPickList);
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QComboBox *combo = nullptr;
+        QTRY_VERIFY((combo = f.inspector->viewport()->findChild<QComboBox *>()) && combo->isVisible());
+        // The arrow at the right end opens the list.
+        RealInput::click(combo, QPoint(combo->width() - 6, combo->height() / 2));
+        QTRY_VERIFY(combo->view()->isVisible());
+        const int item = combo->findText(QStringLiteral("NoFocus"));
+        QVERIFY(item >= 0);
+        const QModelIndex index = combo->view()->model()->index(item, 0);
+        combo->view()->scrollTo(index);
+        RealInput::click(combo->view()->viewport(), combo->view()->visualRect(index).center());
+        QTRY_COMPARE(f.b1->focusPolicy(), Qt::NoFocus);
+        QCOMPARE(f.value(QStringLiteral("focusPolicy")), QStringLiteral("NoFocus"));
+    }
+
+    void aDoubleClickExpandsAFlagsRowWhoseElementsArePicked()
+    {
+        Fixture f;
+        f.label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        f.inspector->SetActiveComponent(f.label);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("alignment"));
+        QCOMPARE(f.inspector->Strings()->Names(row), QStringLiteral("+ alignment"));
+        const int rows = f.inspector->RowCount();
+        RealInput::doubleClick(f.inspector->viewport(), f.cell(row, 0).center());
+        QTRY_COMPARE(f.inspector->Strings()->Names(row), QStringLiteral("- alignment"));
+        QVERIFY(f.inspector->RowCount() > rows);
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        const int right = f.row(QStringLiteral("AlignRight"));
+        QVERIFY(right > row);
+        QCOMPARE(f.inspector->Strings()->ValueFromIndex(right), QStringLiteral("False"));
+        RealInput::click(f.inspector->viewport(), f.cell(right, 1).center());
+        QComboBox *combo = nullptr;
+        QTRY_VERIFY((combo = f.inspector->viewport()->findChild<QComboBox *>()) && combo->isVisible());
+        RealInput::click(combo, QPoint(combo->width() - 6, combo->height() / 2));
+        QTRY_VERIFY(combo->view()->isVisible());
+        const QModelIndex yes = combo->view()->model()->index(combo->findText(QStringLiteral("True")), 0);
+        RealInput::click(combo->view()->viewport(), combo->view()->visualRect(yes).center());
+        QTRY_COMPARE(f.label->alignment(), Qt::AlignLeft | Qt::AlignRight | Qt::AlignVCenter);
+        QTRY_COMPARE(f.inspector->Strings()->ValueFromIndex(f.row(QStringLiteral("alignment"))),
+                     QStringLiteral("[AlignLeft,AlignRight,AlignVCenter]"));
+        // A second double click folds the elements away.
+        RealInput::doubleClick(f.inspector->viewport(), f.cell(f.row(QStringLiteral("alignment")), 0).center());
+        QTRY_COMPARE(f.inspector->RowCount(), rows);
+    }
+
+    void theColumnLineFollowsTheMouseExactlyWithoutLimit()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QWidget *viewport = f.inspector->viewport();
+        const int start = f.inspector->ColWidth0();
+        QCOMPARE(start, 100);
+        QVERIFY(f.inspector->PosAtColLine(start + 3));
+        QVERIFY(f.inspector->PosAtColLine(start - 3));
+        QVERIFY(!f.inspector->PosAtColLine(start + 4));
+        // Over the line the cursor turns into the splitter's.
+        RealInput::moveTo(viewport, QPoint(start + 1, 30), 2);
+        QTRY_COMPARE(viewport->cursor().shape(), Qt::SplitHCursor);
+        RealInput::drag(viewport, QPoint(start + 1, 30), QPoint(start + 38, 30), 5);
+        QTRY_COMPARE(f.inspector->ColWidth0(), start + 37);
+        QVERIFY(!f.inspector->Resizing());
+        // Past the grid's right edge and out of its window: no maximum,
+        // and the release out there ends the drag.
+        const int edge = f.inspector->ColWidth0();
+        const int beyond = f.inspector->width() + 60 - edge;
+        RealInput::drag(viewport, QPoint(edge, 40), QPoint(edge + beyond, 40), 6);
+        QTRY_COMPARE(f.inspector->ColWidth0(), edge + beyond);
+        QVERIFY(!f.inspector->Resizing());
+        // Away from the line the cursor is the grid's own again.
+        RealInput::moveTo(viewport, QPoint(20, 30), 2);
+        QTRY_VERIFY(viewport->cursor().shape() != Qt::SplitHCursor);
+    }
+
+    void aValueTypedForThreeWidgetsReachesAllThree()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2, f.b3});
+        QVERIFY(f.show());
+        // They disagree on their text: it shows empty.
+        QCOMPARE(f.value(QStringLiteral("text")), QString());
+        QCOMPARE(f.value(QStringLiteral("autoRepeatInterval")), QStringLiteral("100"));
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("60"));
+        QTRY_COMPARE(f.b3->autoRepeatInterval(), 60);
+        QCOMPARE(f.b1->autoRepeatInterval(), 60);
+        QCOMPARE(f.b2->autoRepeatInterval(), 60);
+        QCOMPARE(f.value(QStringLiteral("autoRepeatInterval")), QStringLiteral("60"));
+        f.type(QStringLiteral("text"), QStringLiteral("Same"));
+        QTRY_COMPARE(f.b3->text(), QStringLiteral("Same"));
+        QCOMPARE(f.b1->text(), QStringLiteral("Same"));
+        QCOMPARE(f.b2->text(), QStringLiteral("Same"));
+    }
+
+    void theDesignSurfaceFeedsTheInspectorAndFollowsItsEdits()
+    {
+        Fixture f;
+        auto *manager = new TQorDesignManager(f.form.get());
+        manager->SetObjInspector(f.inspector.get());
+        manager->SetIsDesigning(true);
+        QVERIFY(f.show());
+        RealInput::click(f.b2);
+        QTRY_COMPARE(f.inspector->ActiveComponent(), f.b2);
+        QCOMPARE(f.value(QStringLiteral("objectName")), QStringLiteral("Button2"));
+        // The geometry's fields: the left edge typed moves the widget and
+        // its sizer comes along.
+        const int geometry = f.row(QStringLiteral("geometry"));
+        RealInput::doubleClick(f.inspector->viewport(), f.cell(geometry, 0).center());
+        QTRY_COMPARE(f.inspector->Strings()->Names(geometry), QStringLiteral("- geometry"));
+        f.type(QStringLiteral("x"), QStringLiteral("150"));
+        QTRY_COMPARE(f.b2->geometry(), QRect(150, 20, 80, 30));
+        TQorSizer *sizer = manager->Sizers()->SizerOf(f.b2);
+        QVERIFY(sizer);
+        QTRY_COMPARE(sizer->geometry(), QRect(148, 18, 84, 34));
+        // Two selected on the stage: the inspector shows both.
+        RealInput::click(f.b3, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(f.inspector->GetActiveComponents(), QList<QObject *>({f.b2, f.b3}));
+    }
+};
+
+QTEST_MAIN(tst_QorInspector)
+#include "tst_qorinspector.moc"
