@@ -1,7 +1,9 @@
 #include "qorguitest.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 
 namespace QorGuiTest {
@@ -27,6 +29,30 @@ int liveTopLevelWidgets()
             ++count;
     }
     return count;
+}
+
+std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs)
+{
+    auto driven = std::make_shared<bool>(false);
+    // Polls without blocking: whatever opens the window (a click, a call)
+    // may still be on its way when the polling starts.
+    auto *poll = new QTimer;
+    poll->setInterval(20);
+    auto deadline = std::make_shared<QDeadlineTimer>(TimeoutMs);
+    QObject::connect(poll, &QTimer::timeout, [poll, driven, deadline, Drive = std::move(Drive)] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (modal && modal->isActiveWindow()) {
+            poll->stop();
+            poll->deleteLater();
+            *driven = true;
+            Drive(modal);
+        } else if (deadline->hasExpired()) {
+            poll->stop();
+            poll->deleteLater();
+        }
+    });
+    poll->start();
+    return driven;
 }
 
 } // namespace QorGuiTest

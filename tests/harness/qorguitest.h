@@ -4,6 +4,9 @@
 
 #include <QPoint>
 
+#include <functional>
+#include <memory>
+
 class QWidget;
 
 namespace QorGuiTest {
@@ -16,5 +19,12 @@ bool showAndActivate(QWidget *window, const QPoint &at = QPoint(40, 40));
 // The number of top-level widgets still alive (Qt's own hidden helper
 // windows excluded): a test's cleanup() compares it with zero.
 int liveTopLevelWidgets();
+
+// Runs Drive on the next modal window once it is shown and active, from
+// inside that window's own event loop: a modal dialog blocks the code
+// that opened it, so the driving has to be arranged before. The flag
+// turns true once Drive has run; it stays false when no modal window
+// came up in time.
+std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs = 5000);
 
 } // namespace QorGuiTest

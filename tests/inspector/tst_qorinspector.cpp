@@ -12,12 +12,16 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFontDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 
 namespace {
 
@@ -259,6 +263,59 @@ private slots:
         // A second double click folds the elements away.
         RealInput::doubleClick(f.inspector->viewport(), f.cell(f.row(QStringLiteral("alignment")), 0).center());
         QTRY_COMPARE(f.inspector->RowCount(), rows);
+    }
+
+    void theEllipsisButtonOpensTheFontDialogWhoseChoiceIsWritten()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2});
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("font"));
+        QCOMPARE(f.inspector->Strings()->ItemProps(row).EditStyle, esEllipsis);
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QToolButton *button = nullptr;
+        QTRY_VERIFY((button = f.inspector->viewport()->findChild<QToolButton *>(QStringLiteral("qor_inplace_button")))
+                    && button->isVisible());
+        const auto driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
+            auto *dialog = qobject_cast<QFontDialog *>(modal);
+            QVERIFY(dialog);
+            QLineEdit *size = nullptr;
+            for (QLineEdit *edit : dialog->findChildren<QLineEdit *>()) {
+                bool number = false;
+                edit->text().toInt(&number);
+                if (number)
+                    size = edit;
+            }
+            QVERIFY(size);
+            RealInput::click(size);
+            RealInput::key("a", Qt::ControlModifier);
+            RealInput::typeText(QStringLiteral("19"));
+            RealInput::key("Tab");
+            RealInput::click(dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok));
+        });
+        RealInput::click(button);
+        QTRY_VERIFY(*driven);
+        QTRY_COMPARE(f.b1->font().pointSize(), 19);
+        QCOMPARE(f.b2->font().pointSize(), 19);
+        QTRY_VERIFY(f.value(QStringLiteral("font")).endsWith(QStringLiteral(", 19")));
+    }
+
+    void aDoubleClickOnARowWithADialogOpensIt()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("toolTip"));
+        const auto driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("QorTextDialog"));
+            RealInput::click(modal->findChild<QPlainTextEdit *>());
+            RealInput::typeText(QStringLiteral("Press me"));
+            RealInput::click(modal->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok));
+        });
+        RealInput::doubleClick(f.inspector->viewport(), f.cell(row, 0).center());
+        QTRY_VERIFY(*driven);
+        QTRY_COMPARE(f.b1->toolTip(), QStringLiteral("Press me"));
+        QTRY_COMPARE(f.value(QStringLiteral("toolTip")), QStringLiteral("Press me"));
     }
 
     void theColumnLineFollowsTheMouseExactlyWithoutLimit()
