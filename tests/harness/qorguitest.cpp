@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -53,6 +54,18 @@ std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int T
     });
     poll->start();
     return driven;
+}
+
+QLineEdit *numberField(QWidget *Parent)
+{
+    QLineEdit *found = nullptr;
+    for (QLineEdit *edit : Parent->findChildren<QLineEdit *>()) {
+        bool number = false;
+        edit->text().toInt(&number);
+        if (number)
+            found = edit;
+    }
+    return found;
 }
 
 } // namespace QorGuiTest

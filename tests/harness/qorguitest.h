@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class QLineEdit;
 class QWidget;
 
 namespace QorGuiTest {
@@ -26,5 +27,9 @@ int liveTopLevelWidgets();
 // turns true once Drive has run; it stays false when no modal window
 // came up in time.
 std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs = 5000);
+
+// The last line edit inside Parent whose text is a whole number (the size
+// field of a font dialog, for one); nil when there is none.
+QLineEdit *numberField(QWidget *Parent);
 
 } // namespace QorGuiTest

@@ -279,13 +279,7 @@ private slots:
         const auto driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
             auto *dialog = qobject_cast<QFontDialog *>(modal);
             QVERIFY(dialog);
-            QLineEdit *size = nullptr;
-            for (QLineEdit *edit : dialog->findChildren<QLineEdit *>()) {
-                bool number = false;
-                edit->text().toInt(&number);
-                if (number)
-                    size = edit;
-            }
+            QLineEdit *size = QorGuiTest::numberField(dialog);
             QVERIFY(size);
             RealInput::click(size);
             RealInput::key("a", Qt::ControlModifier);

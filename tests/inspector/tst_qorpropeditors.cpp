@@ -553,14 +553,7 @@ private slots:
         auto font = editorFor({&a}, "font");
         QVERIFY(runDialog<QFontDialog>(font, [](QFontDialog *dialog) {
             QCOMPARE(dialog->objectName(), QStringLiteral("QorFontDialog"));
-            // The size field is the one holding the current size.
-            QLineEdit *size = nullptr;
-            for (QLineEdit *edit : dialog->findChildren<QLineEdit *>()) {
-                bool number = false;
-                edit->text().toInt(&number);
-                if (number)
-                    size = edit;
-            }
+            QLineEdit *size = QorGuiTest::numberField(dialog);
             QVERIFY(size);
             RealInput::click(size);
             RealInput::key("a", Qt::ControlModifier);
