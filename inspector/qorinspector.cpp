@@ -226,6 +226,13 @@ TValueListEditor::TValueListEditor(QWidget *Parent)
                     | QAbstractItemView::AnyKeyPressed | QAbstractItemView::CurrentChanged);
     setWordWrap(false);
     setColumnWidth(0, 100);
+    // The grid keeps its row when its lines are rebuilt, or the last one
+    // when there are fewer now; a grid with lines always has a current one.
+    connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_rowBeforeReset = Row(); });
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        if (RowCount() > 0)
+            SetRow(std::clamp(m_rowBeforeReset, 0, RowCount() - 1));
+    });
 }
 
 TValueListEditor::~TValueListEditor() = default;
@@ -579,7 +586,9 @@ void TVhoObjInspector::RelateComponentChanged()
 
 void TVhoObjInspector::Refresh()
 {
-    const int remembered = Row();
+    // A grid with lines always has a current one: the first until the
+    // user picks another.
+    const int remembered = std::max(Row(), 0);
     m_refreshing = true;
     if (RowCount() > 0)
         SetRow(0);
@@ -599,7 +608,6 @@ void TVhoObjInspector::RefreshOutput()
 
 void TVhoObjInspector::StartFillList()
 {
-    m_savedItemIndex = Row();
     Strings()->BeginUpdate();
     Strings()->Clear();
 }
@@ -607,9 +615,6 @@ void TVhoObjInspector::StartFillList()
 void TVhoObjInspector::EndFillList()
 {
     Strings()->EndUpdate();
-    // The grid keeps its row across a rebuild, as long as the row exists.
-    if (RowCount() > 0 && !currentIndex().isValid())
-        SetRow(std::clamp(m_savedItemIndex, 0, RowCount() - 1));
 }
 
 void TVhoObjInspector::RefreshValues()

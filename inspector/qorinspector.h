@@ -82,6 +82,7 @@ private:
     TValueListStrings *m_strings;
     QorValueListModel *m_model;
     QorValueListDelegate *m_delegate;
+    int m_rowBeforeReset = 0;
 };
 
 // The value-list grid with a line between the columns the mouse can drag.

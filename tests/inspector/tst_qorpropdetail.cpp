@@ -249,6 +249,17 @@ private slots:
         QVERIFY(!s.flag);
     }
 
+    void anEmptyVariantIsRefusedRatherThanWrittenAsADefault()
+    {
+        Sample s;
+        s.number = 12;
+        s.anything = 3;
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, SetPropValue(&s, prop("number"), QVariant()));
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, SetPropValue(&s, prop("anything"), QVariant()));
+        QCOMPARE(s.number, 12);
+        QCOMPARE(s.anything, QVariant(3));
+    }
+
     void aComponentReferenceIsStoredWithItsClassChecked()
     {
         Sample s;
