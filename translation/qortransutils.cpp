@@ -1,7 +1,17 @@
 #include "translation/qortransutils.h"
 
+#include "foundation/qorerror.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QHash>
 #include <QMetaObject>
 #include <QObject>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+TTranslateLan TranslateLan = tlChinese;
 
 namespace {
 
@@ -22,11 +32,337 @@ void installClassLabels()
 }
 Q_CONSTRUCTOR_FUNCTION(installClassLabels)
 
+std::unique_ptr<TQorTransMan> &globalManager()
+{
+    static std::unique_ptr<TQorTransMan> manager;
+    return manager;
+}
+
 } // namespace
+
+QString TypeKindStrs(TTypeKind Kind)
+{
+    return TypeKindToString(Kind);
+}
+
+// ---- The dictionary ----------------------------------------------------
+
+// The prepared look-ups of an open dictionary, by key.
+struct TQorTransMan::Queries
+{
+    QHash<QString, QSqlQuery> byKey;
+};
+
+TQorTransMan::TQorTransMan(const QString &DbFileName)
+    : m_cache(QorTransCache())
+    , m_connection(QStringLiteral("qortransman-%1").arg(quintptr(this), 0, 16))
+{
+    if (!DbFileName.trimmed().isEmpty())
+        SetDbFileName(DbFileName);
+}
+
+TQorTransMan::~TQorTransMan()
+{
+    closeDb();
+}
+
+void TQorTransMan::closeDb()
+{
+    m_queries.reset();
+    m_open = false;
+    if (QSqlDatabase::contains(m_connection)) {
+        {
+            QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(m_connection);
+    }
+}
+
+void TQorTransMan::SetDbFileName(const QString &Value)
+{
+    if (Value.compare(m_dbFileName, Qt::CaseInsensitive) == 0)
+        return;
+    m_dbFileName = Value;
+    closeDb();
+    if (!Value.trimmed().isEmpty())
+        OpenDb();
+}
+
+bool TQorTransMan::OpenDb()
+{
+    if (m_open)
+        return true;
+    if (m_dbFileName.trimmed().isEmpty())
+        return false;
+    // Qt's SQL drivers need the application object; and a file that is not
+    // there would be created by SQLite, so it is looked for first.
+    if (!QCoreApplication::instance() || !QFileInfo(m_dbFileName).isFile())
+        return false;
+    closeDb();
+    bool ok = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+        db.setDatabaseName(m_dbFileName);
+        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+        if (db.open()) {
+            // A damaged file or one of another kind opens, and fails here.
+            QSqlQuery probe(db);
+            ok = probe.exec(QStringLiteral("SELECT TranTypeKind, TypeName, Indent, CnLabel FROM Dictionary LIMIT 1"));
+        }
+    }
+    if (!ok) {
+        closeDb();
+        return false;
+    }
+    m_queries = std::make_unique<Queries>();
+    m_open = true;
+    return true;
+}
+
+bool TQorTransMan::locate(TTransTypeKind Kind, const QString *TypeName, const char *KeyColumn, const QString &Key,
+                          QString &Indent, QString &CnLabel)
+{
+    const QString sqlKey = QLatin1String(KeyColumn) + (TypeName ? QLatin1String("+type") : QLatin1String(""));
+    auto it = m_queries->byKey.find(sqlKey);
+    if (it == m_queries->byKey.end()) {
+        QSqlQuery query(QSqlDatabase::database(m_connection, false));
+        query.setForwardOnly(true);
+        const QString sql = QStringLiteral("SELECT Indent, CnLabel FROM Dictionary WHERE TranTypeKind = ? COLLATE NOCASE%1"
+                                           " AND %2 = ? COLLATE NOCASE LIMIT 1")
+                                .arg(TypeName ? QStringLiteral(" AND TypeName = ? COLLATE NOCASE") : QString(),
+                                     QLatin1String(KeyColumn));
+        if (!query.prepare(sql))
+            throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, query.lastError().text()));
+        it = m_queries->byKey.insert(sqlKey, query);
+    }
+    QSqlQuery &query = *it;
+    query.bindValue(0, TransTypeKindStrs(Kind));
+    int at = 1;
+    if (TypeName)
+        query.bindValue(at++, *TypeName);
+    query.bindValue(at, Key);
+    if (!query.exec())
+        throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, query.lastError().text()));
+    const bool found = query.next();
+    if (found) {
+        Indent = query.value(0).toString();
+        CnLabel = query.value(1).toString();
+    }
+    query.finish();
+    return found;
+}
+
+// ---- Core look-ups -----------------------------------------------------
+
+QString TQorTransMan::IdentToLabel(TTransTypeKind Kind, TTypeKind, const QString &TypeName, const QString &Ident,
+                                   QObject *)
+{
+    if (!OpenDb())
+        return Ident;
+    if (TQorTransCacheItem *item = m_cache->LocateIdent(Kind, TypeName, Ident, true))
+        return item->CnLabel;
+    try {
+        QString indent, label;
+        const bool event = Kind == ttkEvent;
+        if (!locate(Kind, event ? nullptr : &TypeName, "Indent", Ident, indent, label))
+            return Ident;
+        m_cache->AddItem(TransTypeKindStrs(Kind), event ? QString() : TypeName, Ident, label);
+        return label;
+    } catch (const EQorError &) {
+        return Ident;
+    }
+}
+
+QString TQorTransMan::LabelToIdent(TTransTypeKind Kind, TTypeKind, const QString &TypeName, const QString &CnLabel,
+                                   QObject *)
+{
+    if (!OpenDb())
+        return CnLabel;
+    if (TQorTransCacheItem *item = m_cache->LocateLabel(Kind, TypeName, CnLabel, true))
+        return item->Indent;
+    QString indent, label;
+    if (Kind == ttkEvent) {
+        // The mirror of the identifier direction, column for column: the
+        // text is looked for among the identifiers and the label is the
+        // answer.
+        if (!locate(Kind, nullptr, "Indent", CnLabel, indent, label))
+            return CnLabel;
+        m_cache->AddItem(TransTypeKindStrs(Kind), QString(), label, CnLabel);
+        return label;
+    }
+    if (!locate(Kind, &TypeName, "CnLabel", CnLabel, indent, label))
+        return CnLabel;
+    m_cache->AddItem(TransTypeKindStrs(Kind), TypeName, indent, CnLabel);
+    return indent;
+}
+
+QString TQorTransMan::IdentToLabel(TTransTypeKind Kind, const QString &TypeName, const QString &Ident,
+                                   QObject *Component)
+{
+    return IdentToLabel(Kind, tkUnknown, TypeName, Ident, Component);
+}
+
+QString TQorTransMan::LabelToIdent(TTransTypeKind Kind, const QString &TypeName, const QString &CnLabel,
+                                   QObject *Component)
+{
+    return LabelToIdent(Kind, tkUnknown, TypeName, CnLabel, Component);
+}
+
+// ---- Type-driven look-ups ----------------------------------------------
+
+QString TQorTransMan::IdentToLabel(TTransTypeKind Kind, PTypeInfo PTI, const QString &Ident, bool PassTypeKind,
+                                   QObject *Component)
+{
+    if (!PTI)
+        return Ident;
+    const TTypeKind typeKind = PassTypeKind ? PTI->Kind : tkUnknown;
+    if (PTI->Kind == tkMethod)
+        return IdentToLabel(ttkEvent, typeKind, QString(), Ident, Component);
+    if (PTI->Kind == tkSet && Kind != ttkPropName)
+        return TransComplexExpression(ttkSet, PTI, Ident, true);
+    const bool component = IsComponentPTI(PTI);
+    if (Kind != ttkClassValue && PTI->Kind == tkClass && !component && Kind != ttkPropName)
+        return TransComplexExpression(ttkClass, PTI, Ident, true);
+    if (component && Kind != ttkPropName)
+        return NsNameToNsCnName(Ident, Component);
+    return IdentToLabel(Kind, typeKind, PTI->Name, Ident, Component);
+}
+
+QString TQorTransMan::LabelToIdent(TTransTypeKind Kind, PTypeInfo PTI, const QString &CnLabel, bool PassTypeKind,
+                                   QObject *Component)
+{
+    if (!PTI)
+        return CnLabel;
+    const TTypeKind typeKind = PassTypeKind ? PTI->Kind : tkUnknown;
+    if (PTI->Kind == tkMethod)
+        return LabelToIdent(ttkEvent, typeKind, QString(), CnLabel, Component);
+    if (PTI->Kind == tkSet)
+        return TransComplexExpression(ttkSet, PTI, CnLabel, false);
+    if (!IsComponentPTI(PTI) || Kind == ttkPropName)
+        return LabelToIdent(Kind, typeKind, PTI->Name, CnLabel, Component);
+    return NsCnNameToNsName(CnLabel, Component);
+}
+
+QString TQorTransMan::IdentToLabel(TTransRole Role, PTypeInfo PTI, const QString &Ident, QObject *Component)
+{
+    return IdentToLabel(Role == trPropName ? ttkPropName : ttkEnum, PTI, Ident, false, Component);
+}
+
+QString TQorTransMan::LabelToIdent(TTransRole Role, PTypeInfo PTI, const QString &CnLabel, QObject *Component)
+{
+    return LabelToIdent(Role == trPropName ? ttkPropName : ttkEnum, PTI, CnLabel, false, Component);
+}
+
+QString TQorTransMan::ClassToTransedName(const QMetaObject *AClass)
+{
+    if (!AClass)
+        return {};
+    const QString name = QorClassName(AClass);
+    return IdentToLabel(ttkClassValue, tkUnknown, name, name, nullptr);
+}
+
+// ---- Expressions -------------------------------------------------------
+
+QString WalkThroughIdents(PTypeInfo APTI, const QString &Expr, const TIdentsWalkThroughProc &Proc)
+{
+    // Positions count from 1, as the walk is described; the first
+    // character is taken for an opening bracket and never starts a word.
+    QString s = Expr;
+    qsizetype last = 1;
+    qsizetype p = 1;
+    while (p <= s.size()) {
+        if (!IsSeperatorChar(s.at(p - 1))) {
+            ++p;
+            continue;
+        }
+        if (p <= last + 1) {
+            last = p;
+            ++p;
+            continue;
+        }
+        const QString word = s.mid(last, p - 1 - last);
+        QString replacement;
+        Proc(APTI, word, replacement);
+        s.replace(last, word.size(), replacement);
+        p = last + 1 + replacement.size();
+        last = last + replacement.size();
+    }
+    return s;
+}
+
+QString TQorTransMan::TransComplexExpression(TTransTypeKind Kind, PTypeInfo PTI, const QString &Expr, bool ToLabel)
+{
+    using namespace std::placeholders;
+    switch (Kind) {
+    case ttkSet: {
+        PTypeData data = GetTypeData(PTI);
+        PTypeInfo element = data ? data->CompType : nullptr;
+        return WalkThroughIdents(element, Expr,
+                                 ToLabel ? TIdentsWalkThroughProc(std::bind(&TQorTransMan::ExSetIdentToLabel, this, _1, _2, _3))
+                                         : TIdentsWalkThroughProc(std::bind(&TQorTransMan::ExSetLabelToIdent, this, _1, _2, _3)));
+    }
+    case ttkClass:
+        return WalkThroughIdents(PTI, Expr,
+                                 ToLabel ? TIdentsWalkThroughProc(std::bind(&TQorTransMan::ExClassIdentToLabel, this, _1, _2, _3))
+                                         : TIdentsWalkThroughProc(std::bind(&TQorTransMan::ExClassLabelToIdent, this, _1, _2, _3)));
+    default:
+        return Expr;
+    }
+}
+
+void TQorTransMan::ExSetIdentToLabel(PTypeInfo APTI, const QString &Input, QString &Output)
+{
+    Output = IdentToLabel(ttkEnum, APTI, Input, false, nullptr);
+}
+
+void TQorTransMan::ExSetLabelToIdent(PTypeInfo APTI, const QString &Input, QString &Output)
+{
+    Output = LabelToIdent(ttkEnum, APTI, Input, false, nullptr);
+}
+
+void TQorTransMan::ExClassIdentToLabel(PTypeInfo APTI, const QString &Input, QString &Output)
+{
+    Output = IdentToLabel(ttkClassValue, APTI, Input, false, nullptr);
+}
+
+void TQorTransMan::ExClassLabelToIdent(PTypeInfo APTI, const QString &Input, QString &Output)
+{
+    Output = LabelToIdent(ttkClassValue, APTI, Input, false, nullptr);
+}
+
+QString TQorTransMan::GenerateIdentToLabelFilterStr(TTransTypeKind Kind, const QString &TypeName,
+                                                    const QString &Ident) const
+{
+    return QStringLiteral("(TranTypeKind='%1') and (TypeName='%2') and (Indent='%3')")
+        .arg(TransTypeKindStrs(Kind), TypeName, Ident);
+}
+
+QString TQorTransMan::GenerateLabelToIdentFilterStr(TTransTypeKind Kind, const QString &TypeName,
+                                                    const QString &CnLabel) const
+{
+    return QStringLiteral("(TranTypeKind='%1') and (TypeName='%2') and (CnLabel='%3')")
+        .arg(TransTypeKindStrs(Kind), TypeName, CnLabel);
+}
+
+// ---- The unit's globals ------------------------------------------------
+
+TQorTransMan *QorTransMan()
+{
+    std::unique_ptr<TQorTransMan> &manager = globalManager();
+    if (!manager) {
+        manager = std::make_unique<TQorTransMan>();
+        // Its database connection goes with the application object, while
+        // Qt's SQL machinery is still there.
+        if (QCoreApplication::instance())
+            qAddPostRoutine([] { globalManager().reset(); });
+    }
+    return manager.get();
+}
 
 QString ClassToTransedName(const QMetaObject *AClass)
 {
-    return AClass ? QString::fromLatin1(AClass->className()) : QString();
+    return QorTransMan()->ClassToTransedName(AClass);
 }
 
 QString GetCompTransedName(QObject *Comp, QObject *Owner)
