@@ -4,6 +4,7 @@
 #   make test   installs what is missing, builds everything with the sanitizers
 #               and runs the whole suite; the last line reads "N passed, N failed, N skipped"
 #   make bench  builds and runs the benchmarks, writes bench/results.tsv
+#   make dict   rebuilds the shipped dictionaries in resources/dict from their CSV
 SHELL := /bin/bash
 .SHELLFLAGS := -eo pipefail -c
 
@@ -14,7 +15,7 @@ ifndef XDG_RUNTIME_DIR
 export XDG_RUNTIME_DIR := $(shell mktemp -d)
 endif
 
-.PHONY: all deps release demo test bench clean
+.PHONY: all deps release demo test bench dict clean
 
 all: release
 
@@ -38,6 +39,9 @@ test: deps
 
 bench: release
 	@QT_QPA_PLATFORM=xcb xvfb-run -a -s "$(XVFB_SCREEN)" $(RELEASE)/bench/qorbench bench/results.tsv
+
+dict: release
+	@$(RELEASE)/tools/qordict csv2db resources/dict/qordesign-zh.csv resources/dict/qordesign-zh.sqlite
 
 clean:
 	rm -rf build demo-screenshot.png
