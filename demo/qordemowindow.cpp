@@ -5,8 +5,12 @@
 #include "foundation/qorcomponents.h"
 #include "foundation/vhortti.h"
 #include "inspector/qorinspector.h"
+#include "inspector/qortransinspector.h"
+#include "translation/qortransutils.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
+#include <QFileInfo>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QGroupBox>
@@ -64,7 +68,7 @@ public:
         const QListWidgetItem *item = m_window->m_palette->currentItem();
         if (!item || !m_window->m_palette->selectionModel()->hasSelection())
             return nullptr;
-        return GetClass(item->text());
+        return GetClass(item->data(Qt::UserRole).toString());
     }
     void DynCompCreated(QObject *) override
     {
@@ -121,6 +125,10 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     auto *inspectorLayout = new QVBoxLayout(inspectorBox);
     inspectorLayout->setContentsMargins(0, 0, 0, 0);
     inspectorLayout->setSpacing(0);
+    m_chineseSwitch = new QCheckBox(QStringLiteral("中文"), inspectorBox);
+    m_chineseSwitch->setObjectName(QStringLiteral("ChineseSwitch"));
+    inspectorLayout->addWidget(m_chineseSwitch);
+    connect(m_chineseSwitch, &QCheckBox::toggled, this, &QorDemoWindow::setChinese);
     m_inspectorSwitch = new QTabBar(inspectorBox);
     m_inspectorSwitch->setObjectName(QStringLiteral("InspectorSwitch"));
     m_inspectorSwitch->addTab(tr("Properties"));
@@ -176,6 +184,9 @@ QorDemoWindow::~QorDemoWindow()
     // lets go of the center before the center goes.
     m_manager->SetIsDesigning(false);
     m_manager->SetConsoleCenter(nullptr);
+    // The dictionary is the process's: the next window starts without it.
+    if (m_chineseSwitch->isChecked())
+        QorTransMan()->SetDbFileName(QString());
 }
 
 QWidget *QorDemoWindow::createStage()
@@ -214,8 +225,38 @@ QWidget *QorDemoWindow::createStage()
 
 void QorDemoWindow::fillPalette()
 {
-    for (const QMetaObject *mo : RegisteredClasses())
-        m_palette->addItem(QString::fromLatin1(mo->className()));
+    const int current = m_palette->currentRow();
+    m_palette->clear();
+    for (const QMetaObject *mo : RegisteredClasses()) {
+        // The label of the class; the item keeps the class's own name.
+        auto *item = new QListWidgetItem(ClassToTransedName(mo), m_palette);
+        item->setData(Qt::UserRole, QString::fromLatin1(mo->className()));
+    }
+    m_palette->setCurrentRow(current, QItemSelectionModel::NoUpdate);
+}
+
+QString QorDemoWindow::dictionaryFile()
+{
+    // Beside the program in the build tree, else where it is installed or
+    // kept in the sources.
+    const QString dir = QCoreApplication::applicationDirPath();
+    for (const QString &candidate : {dir + QStringLiteral("/../dict/qordesign-zh.sqlite"),
+                                     dir + QStringLiteral("/../share/QorDesign/dict/qordesign-zh.sqlite"),
+                                     QStringLiteral(QORDESIGN_SOURCE_DICT)}) {
+        if (QFileInfo(candidate).isFile())
+            return QFileInfo(candidate).absoluteFilePath();
+    }
+    return {};
+}
+
+void QorDemoWindow::setChinese(bool On)
+{
+    QorTransMan()->SetDbFileName(On ? dictionaryFile() : QString());
+    if (On)
+        QorTranslateInspector(m_inspector);
+    else
+        QorUntranslateInspector(m_inspector);
+    fillPalette();
 }
 
 void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)

@@ -9,6 +9,7 @@
 #include <memory>
 
 class QAction;
+class QCheckBox;
 class QListWidget;
 class QTabBar;
 class TQorDesignManager;
@@ -34,6 +35,12 @@ public:
     TQorObjInspector *inspector() const { return m_inspector; }
     // "Properties" and "Events" above the inspector.
     QTabBar *inspectorSwitch() const { return m_inspectorSwitch; }
+    // Shows the inspector's names and values and the palette's classes
+    // with the Chinese dictionary's labels.
+    QCheckBox *chineseSwitch() const { return m_chineseSwitch; }
+    void setChinese(bool On);
+    // The Chinese dictionary the demo uses; "" when none is found.
+    static QString dictionaryFile();
     // The design manager of the stage and the switch that turns designing
     // on and off.
     TQorDesignManager *designManager() const { return m_manager; }
@@ -50,6 +57,7 @@ private:
     QTreeWidget *m_tree = nullptr;
     TQorObjInspector *m_inspector = nullptr;
     QTabBar *m_inspectorSwitch = nullptr;
+    QCheckBox *m_chineseSwitch = nullptr;
     TQorDesignManager *m_manager = nullptr;
     QAction *m_designAction = nullptr;
     // Stands in for the design center until it comes: the palette's chosen

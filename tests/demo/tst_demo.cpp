@@ -143,6 +143,30 @@ private slots:
         QTRY_VERIFY(lineOf(inspector, QStringLiteral("text")) >= 0);
     }
 
+    void theChineseSwitchShowsTheDictionarysLabelsAndBack()
+    {
+        QVERIFY(!QorDemoWindow::dictionaryFile().isEmpty());
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        TQorObjInspector *inspector = window.inspector();
+        QTRY_COMPARE(inspector->ActiveComponent(), window.stage());
+        QVERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
+        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+        // The box and its text take the click, not the width beside them.
+        const QPoint box(8, window.chineseSwitch()->height() / 2);
+        RealInput::click(window.chineseSwitch(), box);
+        QTRY_VERIFY(window.chineseSwitch()->isChecked());
+        QTRY_VERIFY(lineOf(inspector, QStringLiteral("可用")) >= 0);
+        QCOMPARE(inspector->Strings()->ValueFromIndex(lineOf(inspector, QStringLiteral("可用"))), QStringLiteral("是"));
+        QCOMPARE(lineOf(inspector, QStringLiteral("enabled")), -1);
+        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("按钮"));
+        // Inserting still knows the class behind the label.
+        QCOMPARE(window.paletteList()->item(0)->data(Qt::UserRole).toString(), QStringLiteral("QPushButton"));
+        RealInput::click(window.chineseSwitch(), box);
+        QTRY_VERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
+        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+    }
+
     void aSelectionOnTheStageIsShownAndEditedInTheInspector()
     {
         QorDemoWindow window;
