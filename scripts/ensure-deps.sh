@@ -3,11 +3,12 @@
 # Installs only what is missing, so a second run does nothing and asks no registry.
 set -euo pipefail
 
-# libqt6sql6-sqlite: only recommended by Qt SQL, so named here.
+# libqt6sql6-sqlite: only recommended by Qt SQL, so named here; libsqlite3-dev:
+# the translation manager steps its look-ups on the connection's handle.
 # qt6-tools-dev: Qt Designer's plugin interfaces, QFormBuilder and QUiLoader;
 # its CMake package needs libqt6opengl6-dev, which it does not pull in.
 # libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
-PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite qt6-tools-dev libqt6opengl6-dev
+PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite libsqlite3-dev qt6-tools-dev libqt6opengl6-dev
       libgl-dev libxtst-dev xvfb xauth)
 
 missing=()

@@ -197,9 +197,9 @@ bool writeDb(const QString &file, const QList<Row> &rows)
             && q.exec(QStringLiteral("CREATE TABLE Dictionary (TranTypeKind TEXT COLLATE NOCASE NOT NULL, TypeName TEXT "
                                      "COLLATE NOCASE NOT NULL DEFAULT '', Indent TEXT COLLATE NOCASE NOT NULL, CnLabel "
                                      "TEXT COLLATE NOCASE NOT NULL)"))
-            && q.exec(QStringLiteral("CREATE INDEX DictionaryByIdent ON Dictionary (TranTypeKind, TypeName, Indent)"))
-            && q.exec(QStringLiteral("CREATE INDEX DictionaryByLabel ON Dictionary (TranTypeKind, TypeName, CnLabel)"))
-            && q.exec(QStringLiteral("CREATE INDEX DictionaryByEvent ON Dictionary (TranTypeKind, Indent)"))
+            && q.exec(QStringLiteral("CREATE INDEX DictionaryByIdent ON Dictionary (TranTypeKind, TypeName, Indent, CnLabel)"))
+            && q.exec(QStringLiteral("CREATE INDEX DictionaryByLabel ON Dictionary (TranTypeKind, TypeName, CnLabel, Indent)"))
+            && q.exec(QStringLiteral("CREATE INDEX DictionaryByEvent ON Dictionary (TranTypeKind, Indent, CnLabel)"))
             && db.transaction() && q.prepare(QStringLiteral("INSERT INTO Dictionary VALUES (?, IFNULL(?, ''), ?, ?)"));
         for (const Row &row : rows) {
             if (!ok)

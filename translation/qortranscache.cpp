@@ -61,7 +61,12 @@ int TQorTransCache::locate(const QString &TranTypeKind, const QString &TypeName,
     for (size_t i = 0; i < m_items.size(); ++i) {
         const TQorTransCacheItem &item = *m_items[i];
         // The text first: it tells entries apart soonest.
+        // Texts equal without regard to case have the same length: most
+        // entries are passed over on that alone.
         const QString &text = ByLabel ? item.CnLabel : item.Indent;
+        if (text.size() != Text.size() || item.TypeName.size() != TypeName.size()
+            || item.TranTypeKind.size() != TranTypeKind.size())
+            continue;
         if (text.compare(Text, Qt::CaseInsensitive) != 0 || item.TypeName.compare(TypeName, Qt::CaseInsensitive) != 0
             || item.TranTypeKind.compare(TranTypeKind, Qt::CaseInsensitive) != 0)
             continue;
@@ -117,8 +122,18 @@ void TQorTransCache::EmptyAllFrequencies()
 
 void TQorTransCache::DelOverflowItems()
 {
-    std::sort(m_items.begin(), m_items.end(),
-              [](const auto &a, const auto &b) { return a->Frequency < b->Frequency; });
+    // The list is nearly in order from the last overflow: the entries added
+    // since and those asked for again are set in place one by one, unless
+    // too many have moved.
+    const auto byFrequency = [](const auto &a, const auto &b) { return a->Frequency < b->Frequency; };
+    size_t moves = 0;
+    const size_t budget = 4 * m_items.size();
+    for (size_t i = 1; i < m_items.size() && moves <= budget; ++i) {
+        for (size_t j = i; j > 0 && byFrequency(m_items[j], m_items[j - 1]) && moves <= budget; --j, ++moves)
+            std::swap(m_items[j], m_items[j - 1]);
+    }
+    if (moves > budget)
+        std::sort(m_items.begin(), m_items.end(), byFrequency);
     if (m_maxLength < Count()) {
         // One more than the excess: the next addition does not overflow at
         // once again.

@@ -5,11 +5,15 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 #include <QMetaObject>
 #include <QObject>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+
+#include <sqlite3.h>
 
 TTranslateLan TranslateLan = tlChinese;
 
@@ -32,6 +36,17 @@ void installClassLabels()
 }
 Q_CONSTRUCTOR_FUNCTION(installClassLabels)
 
+// The dictionary compares without regard to case in ASCII letters only.
+QString asciiLower(const QString &Text)
+{
+    QString lower = Text;
+    for (QChar &c : lower) {
+        if (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+            c = QChar(c.unicode() + 32);
+    }
+    return lower;
+}
+
 std::unique_ptr<TQorTransMan> &globalManager()
 {
     static std::unique_ptr<TQorTransMan> manager;
@@ -47,11 +62,40 @@ QString TypeKindStrs(TTypeKind Kind)
 
 // ---- The dictionary ----------------------------------------------------
 
-// The prepared look-ups of an open dictionary, by key.
+// The look-ups of an open dictionary, prepared on the connection's own
+// SQLite handle (a look-up through Qt's query objects costs several times
+// the search itself), and the keys it does not hold: the dictionary is
+// opened read-only, so a key it lacks stays absent as long as it is open,
+// and most values an inspector shows (numbers, texts) are not in it.
 struct TQorTransMan::Queries
 {
-    QHash<QString, QSqlQuery> byKey;
+    sqlite3 *db = nullptr;
+    QHash<QString, sqlite3_stmt *> byKey;
+    QSet<QString> absent;
+    static constexpr qsizetype maxAbsent = 20000;
+
+    ~Queries()
+    {
+        for (sqlite3_stmt *statement : std::as_const(byKey))
+            sqlite3_finalize(statement);
+    }
 };
+
+namespace {
+
+void bindText(sqlite3_stmt *Statement, int Index, const QString &Text)
+{
+    sqlite3_bind_text16(Statement, Index, Text.utf16(), int(Text.size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+}
+
+QString columnText(sqlite3_stmt *Statement, int Column)
+{
+    const auto *text = static_cast<const char16_t *>(sqlite3_column_text16(Statement, Column));
+    const int bytes = sqlite3_column_bytes16(Statement, Column);
+    return text ? QString::fromUtf16(text, bytes / int(sizeof(char16_t))) : QString();
+}
+
+} // namespace
 
 TQorTransMan::TQorTransMan(const QString &DbFileName)
     : m_cache(QorTransCache())
@@ -68,7 +112,10 @@ TQorTransMan::~TQorTransMan()
 
 void TQorTransMan::closeDb()
 {
+    // The statements go before the connection they were made on.
     m_queries.reset();
+    if (m_open)
+        ++m_generation;
     m_open = false;
     if (QSqlDatabase::contains(m_connection)) {
         {
@@ -108,6 +155,12 @@ bool TQorTransMan::OpenDb()
         if (db.open()) {
             // A damaged file or one of another kind opens, and fails here.
             QSqlQuery probe(db);
+            // The shared lock is kept after the first read: a look-up then
+            // takes no lock and reads no header of its own.
+            probe.exec(QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"));
+            // Pages are read through a memory map: a look-up makes no
+            // system call however large the dictionary.
+            probe.exec(QStringLiteral("PRAGMA mmap_size = 268435456"));
             ok = probe.exec(QStringLiteral("SELECT TranTypeKind, TypeName, Indent, CnLabel FROM Dictionary LIMIT 1"));
         }
     }
@@ -116,40 +169,62 @@ bool TQorTransMan::OpenDb()
         return false;
     }
     m_queries = std::make_unique<Queries>();
+    const QVariant handle = QSqlDatabase::database(m_connection, false).driver()->handle();
+    if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0)
+        m_queries->db = *static_cast<sqlite3 *const *>(handle.constData());
+    if (!m_queries->db) {
+        closeDb();
+        return false;
+    }
     m_open = true;
+    ++m_generation;
     return true;
 }
 
 bool TQorTransMan::locate(TTransTypeKind Kind, const QString *TypeName, const char *KeyColumn, const QString &Key,
                           QString &Indent, QString &CnLabel)
 {
+    const QString kind = TransTypeKindStrs(Kind);
     const QString sqlKey = QLatin1String(KeyColumn) + (TypeName ? QLatin1String("+type") : QLatin1String(""));
-    auto it = m_queries->byKey.find(sqlKey);
-    if (it == m_queries->byKey.end()) {
-        QSqlQuery query(QSqlDatabase::database(m_connection, false));
-        query.setForwardOnly(true);
-        const QString sql = QStringLiteral("SELECT Indent, CnLabel FROM Dictionary WHERE TranTypeKind = ? COLLATE NOCASE%1"
-                                           " AND %2 = ? COLLATE NOCASE LIMIT 1")
-                                .arg(TypeName ? QStringLiteral(" AND TypeName = ? COLLATE NOCASE") : QString(),
-                                     QLatin1String(KeyColumn));
-        if (!query.prepare(sql))
-            throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, query.lastError().text()));
-        it = m_queries->byKey.insert(sqlKey, query);
+    const QString absentKey = sqlKey + QLatin1Char('\x1f') + kind + QLatin1Char('\x1f')
+        + (TypeName ? asciiLower(*TypeName) : QString()) + QLatin1Char('\x1f') + asciiLower(Key);
+    if (m_queries->absent.contains(absentKey))
+        return false;
+    sqlite3_stmt *statement = m_queries->byKey.value(sqlKey);
+    if (!statement) {
+        const QByteArray sql = QStringLiteral("SELECT Indent, CnLabel FROM Dictionary WHERE TranTypeKind = ? COLLATE NOCASE%1"
+                                              " AND %2 = ? COLLATE NOCASE LIMIT 1")
+                                   .arg(TypeName ? QStringLiteral(" AND TypeName = ? COLLATE NOCASE") : QString(),
+                                        QLatin1String(KeyColumn))
+                                   .toUtf8();
+        if (sqlite3_prepare_v2(m_queries->db, sql.constData(), int(sql.size()), &statement, nullptr) != SQLITE_OK) {
+            const QString error = QString::fromUtf8(sqlite3_errmsg(m_queries->db));
+            sqlite3_finalize(statement);
+            throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, error));
+        }
+        m_queries->byKey.insert(sqlKey, statement);
     }
-    QSqlQuery &query = *it;
-    query.bindValue(0, TransTypeKindStrs(Kind));
     int at = 1;
+    bindText(statement, at++, kind);
     if (TypeName)
-        query.bindValue(at++, *TypeName);
-    query.bindValue(at, Key);
-    if (!query.exec())
-        throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, query.lastError().text()));
-    const bool found = query.next();
+        bindText(statement, at++, *TypeName);
+    bindText(statement, at, Key);
+    const int step = sqlite3_step(statement);
+    const bool found = step == SQLITE_ROW;
     if (found) {
-        Indent = query.value(0).toString();
-        CnLabel = query.value(1).toString();
+        Indent = columnText(statement, 0);
+        CnLabel = columnText(statement, 1);
     }
-    query.finish();
+    const QString error = step == SQLITE_ROW || step == SQLITE_DONE ? QString() : QString::fromUtf8(sqlite3_errmsg(m_queries->db));
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    if (!error.isEmpty())
+        throw EQorError(QStringLiteral("Dictionary %1: %2").arg(m_dbFileName, error));
+    if (!found) {
+        if (m_queries->absent.size() >= Queries::maxAbsent)
+            m_queries->absent.clear();
+        m_queries->absent.insert(absentKey);
+    }
     return found;
 }
 

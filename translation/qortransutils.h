@@ -53,6 +53,9 @@ public:
     void SetDbFileName(const QString &Value);
     // True when the dictionary is open or could be opened now.
     bool OpenDb();
+    // Changes whenever a dictionary is opened or closed: what was looked
+    // up under another number may read differently now.
+    quint64 Generation() const { return m_generation; }
 
     // The core look-ups. TypeKind and Component are not used. Identifier
     // to label never fails (a dictionary error gives the identifier);
@@ -101,6 +104,7 @@ private:
     QString m_dbFileName;
     QString m_connection;
     bool m_open = false;
+    quint64 m_generation = 0;
     struct Queries;
     std::unique_ptr<Queries> m_queries;
 };

@@ -331,6 +331,37 @@ private slots:
         QVERIFY(translated < 1000);
     }
 
+    void aLockedOrDeletedDictionaryPassesIdentifiers()
+    {
+        const QString file = m_dir.filePath(QStringLiteral("locked.sqlite"));
+        QVERIFY(QFile::copy(m_dictionary, file));
+        {
+            // Another program holds the file for writing.
+            QSqlDatabase writer = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+            writer.setDatabaseName(file);
+            QVERIFY(writer.open());
+            QSqlQuery lock(writer);
+            QVERIFY(lock.exec(QStringLiteral("BEGIN EXCLUSIVE")));
+            TQorTransMan man(file);
+            QCOMPARE(man.IdentToLabel(ttkEnum, QStringLiteral("Qt::FocusPolicy"), QStringLiteral("NoFocus"), nullptr),
+                     QStringLiteral("NoFocus"));
+            QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
+            // Let go: found on the next look-up.
+            QCOMPARE(man.IdentToLabel(ttkEnum, QStringLiteral("Qt::FocusPolicy"), QStringLiteral("NoFocus"), nullptr),
+                     QStringLiteral("无焦点"));
+            // Deleted while open: what is open goes on answering, and a new
+            // manager finds nothing and passes identifiers.
+            QVERIFY(QFile::remove(file));
+            QCOMPARE(man.IdentToLabel(ttkEnum, QStringLiteral("Qt::FocusPolicy"), QStringLiteral("StrongFocus"), nullptr),
+                     QStringLiteral("强焦点"));
+            TQorTransMan later(file);
+            QCOMPARE(later.IdentToLabel(ttkEnum, QStringLiteral("Qt::FocusPolicy"), QStringLiteral("StrongFocus"), nullptr),
+                     QStringLiteral("StrongFocus"));
+            writer.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+    }
+
     void aDictionaryDamagedWhileOpenFailsOnlyTheLabelDirection()
     {
         // Large enough that its rows lie beyond the first pages.
