@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QFrame>
+#include <QFont>
 #include <QGroupBox>
 #include <QMdiSubWindow>
 #include <QStackedWidget>
@@ -197,6 +198,52 @@ bool AcceptsControls(const QWidget *Control)
     if (holder && qobject_cast<const QMdiSubWindow *>(holder))
         return static_cast<const QMdiSubWindow *>(holder)->widget() == Control;
     return false;
+}
+
+namespace {
+
+int scaled(int Value, int M, int D)
+{
+    return qRound(double(Value) * M / D);
+}
+
+void scaleFont(QWidget *Control, int M, int D)
+{
+    if (!Control->testAttribute(Qt::WA_SetFont))
+        return;
+    QFont font = Control->font();
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * M / D);
+    else if (font.pixelSize() > 0)
+        font.setPixelSize(std::max(1, scaled(font.pixelSize(), M, D)));
+    Control->setFont(font);
+}
+
+void scaleChildren(QWidget *Control, int M, int D)
+{
+    for (QObject *child : DesignChildren(Control)) {
+        auto *w = qobject_cast<QWidget *>(child);
+        if (!w || w->isWindow())
+            continue;
+        if (w->parentWidget() == Control) {
+            const QRect g = w->geometry();
+            w->setGeometry(scaled(g.x(), M, D), scaled(g.y(), M, D), scaled(g.width(), M, D),
+                           scaled(g.height(), M, D));
+            scaleFont(w, M, D);
+        }
+        scaleChildren(w, M, D);
+    }
+}
+
+} // namespace
+
+void QorScaleBy(QWidget *Control, int M, int D)
+{
+    if (!Control || D == 0)
+        return;
+    scaleChildren(Control, M, D);
+    Control->resize(scaled(Control->width(), M, D), scaled(Control->height(), M, D));
+    scaleFont(Control, M, D);
 }
 
 void QorFlipChildren(QWidget *Control, bool AllLevels)

@@ -236,6 +236,12 @@ QORDESIGN_EXPORT bool ControlCanInlineEdit(const QWidget *Control);
 // overrides the answer. False for nil.
 QORDESIGN_EXPORT bool AcceptsControls(const QWidget *Control);
 
+// Scales a widget by M/D: its width and height (not its place), and the
+// place and size of every child at all levels; fonts a widget sets itself
+// are scaled too. Inner parts of composite widgets are left to their
+// widget.
+QORDESIGN_EXPORT void QorScaleBy(QWidget *Control, int M, int D);
+
 // Mirrors the children of a widget horizontally within its width (each
 // child's left edge becomes width - left - child width); with AllLevels,
 // the children's children too. Inner parts of composite widgets stay.

@@ -3,6 +3,7 @@
 #include "designer/qorproxies.h"
 #include "designer/qorstage.h"
 #include "designer/qorsizers.h"
+#include "foundation/qorerror.h"
 #include "foundation/vhosysutils.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,8 @@
 #include <QMenu>
 #include <QPixmap>
 #include <QWidget>
+
+#include <cmath>
 
 IQorDesignCenter::~IQorDesignCenter() = default;
 IQorObjInspector::~IQorObjInspector() = default;
@@ -655,6 +658,149 @@ void TQorDesignManager::DelSelectedControls()
     m_sizers->RemoveAllSizerAndCtrls();
     // With the selection gone, the stage is selected.
     SelectControl(m_designStage, QPoint(-1, -1), csmSelect, true, false);
+}
+
+// ---- Arranging the selection ------------------------------------------
+
+namespace {
+
+// Halves go to the even neighbour.
+int roundHalfEven(double Value)
+{
+    return int(std::nearbyint(Value));
+}
+
+} // namespace
+
+void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzStyle,
+                                                 TQorDesignAlignmentStyle VertStyle)
+{
+    QList<QWidget *> controls;
+    for (QObject *component : m_selectedComps.toList()) {
+        if (component && component->isWidgetType())
+            controls.append(static_cast<QWidget *>(component));
+    }
+    // The box around them all, each in its own parent's coordinates, with
+    // right and bottom one past the last pixel.
+    int left = -1, top = -1, right = -1, bottom = -1;
+    for (QWidget *c : controls) {
+        const QRect g = c->geometry();
+        if (left < 0) {
+            left = g.x();
+            top = g.y();
+            right = RectRight(g);
+            bottom = RectBottom(g);
+        } else {
+            left = std::min(left, g.x());
+            top = std::min(top, g.y());
+            right = std::max(right, RectRight(g));
+            bottom = std::max(bottom, RectBottom(g));
+        }
+    }
+    if (left < 0)
+        return;
+    auto place = [](TQorDesignAlignmentStyle Style, int Low, int High, int Size, int ParentSize, int Current) {
+        switch (Style) {
+        case asLeftOrTop: return Low;
+        // From the parent's origin, not from the box's: kept as it is.
+        case asCenters: return roundHalfEven((High - Low + 1 - Size) / 2.0);
+        case asRightOrBottom: return High - Size;
+        case asCenterInWindow: return roundHalfEven((ParentSize - Size) / 2.0);
+        default: return Current;
+        }
+    };
+    for (QWidget *c : controls) {
+        QWidget *parent = c->parentWidget();
+        const int x = place(HorzStyle, left, right, c->width(), parent ? parent->width() : 0, c->x());
+        const int y = place(VertStyle, top, bottom, c->height(), parent ? parent->height() : 0, c->y());
+        if (QPoint(x, y) != c->pos())
+            c->move(x, y);
+    }
+    // The edges are spread from the box's start over its whole span, so the
+    // last one lands one past the box: kept as it is.
+    auto spread = [&controls](int Low, int High, bool Horizontal) {
+        QList<QWidget *> rest = controls;
+        const int n = int(rest.size());
+        if (n - 1 == 0)
+            throw EZeroDivide(QStringLiteral("Floating point division by zero"));
+        const double step = double(High - Low + 1) / (n - 1);
+        for (int k = 0; k < n; ++k) {
+            auto first = std::min_element(rest.begin(), rest.end(), [Horizontal](QWidget *a, QWidget *b) {
+                return Horizontal ? a->x() < b->x() : a->y() < b->y();
+            });
+            QWidget *c = *first;
+            rest.erase(first);
+            const int edge = Low + roundHalfEven(k * step);
+            c->move(Horizontal ? edge : c->x(), Horizontal ? c->y() : edge);
+        }
+    };
+    if (HorzStyle == asSpaceEqual)
+        spread(left, right, true);
+    if (VertStyle == asSpaceEqual)
+        spread(top, bottom, false);
+    RefreshSizers();
+    if (m_consoleCenter)
+        m_consoleCenter->DesignerSelCompMoved();
+}
+
+void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQorDesignSizeStyle HeightStyle,
+                                             int AWidth, int AHeight)
+{
+    QList<QWidget *> controls;
+    for (QObject *component : m_selectedComps.toList()) {
+        if (component && component->isWidgetType())
+            controls.append(static_cast<QWidget *>(component));
+    }
+    auto target = [&controls](TQorDesignSizeStyle Style, int Custom, bool Width) {
+        switch (Style) {
+        case ssToSmallest: {
+            int least = 2147483647;
+            for (QWidget *c : controls)
+                least = std::min(least, Width ? c->width() : c->height());
+            return least;
+        }
+        case ssToLargest: {
+            int most = -1;
+            for (QWidget *c : controls)
+                most = std::max(most, Width ? c->width() : c->height());
+            return most;
+        }
+        case ssCustom: return Custom;
+        default: return -1;
+        }
+    };
+    const int width = target(WidthStyle, AWidth, true);
+    const int height = target(HeightStyle, AHeight, false);
+    for (QWidget *c : controls) {
+        const int w = WidthStyle != ssNoChange && width >= 0 ? width : c->width();
+        const int h = HeightStyle != ssNoChange && height >= 0 ? height : c->height();
+        if (QSize(w, h) != c->size())
+            c->resize(w, h);
+    }
+}
+
+void TQorDesignManager::ScaleControls(int Percent, TQorDesignScaleStyle Style)
+{
+    if (Style == ssAll) {
+        QorScaleBy(m_designStage, Percent, 100);
+        return;
+    }
+    for (QObject *component : m_selectedComps.toList()) {
+        if (component && component->isWidgetType())
+            QorScaleBy(static_cast<QWidget *>(component), Percent, 100);
+    }
+}
+
+void TQorDesignManager::FlipChildren(TFlipChildrenMode Mode)
+{
+    if (Mode == fcAll) {
+        QorFlipChildren(m_designStage, true);
+        return;
+    }
+    for (QObject *component : m_selectedComps.toList()) {
+        if (component && component->isWidgetType())
+            QorFlipChildren(static_cast<QWidget *>(component), true);
+    }
 }
 
 void TQorDesignManager::BringSelCtrlsToFront()

@@ -144,6 +144,20 @@ public:
     bool LaunchComponentEditor(QObject *Component);
     std::function<bool(QObject *)> OnLaunchComponentEditor;
 
+    // ---- Arranging the selection ----
+    // Aligns the selected controls on each axis to the box around them
+    // (or centres them in their parents); asSpaceEqual spreads their edges
+    // evenly and throws EZeroDivide for a single control.
+    void SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzStyle, TQorDesignAlignmentStyle VertStyle);
+    // Gives the selected controls the smallest, the largest or the given
+    // width and height; a negative given size is ignored.
+    void SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQorDesignSizeStyle HeightStyle, int AWidth,
+                              int AHeight);
+    // Scales the stage, or each selected control, with its children.
+    void ScaleControls(int Percent, TQorDesignScaleStyle Style);
+    // Mirrors the children of the stage, or of each selected control.
+    void FlipChildren(TFlipChildrenMode Mode);
+
     // ---- Deletion, z-order, image ----
     void DelSelectedControls();
     void BringSelCtrlsToFront();
