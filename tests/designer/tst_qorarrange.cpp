@@ -32,6 +32,15 @@ struct Stage
         return b;
     }
 
+    QWidget *panel(const QRect &geometry)
+    {
+        auto *p = new QWidget(form.get());
+        p->setObjectName(QStringLiteral("Panel1"));
+        p->setGeometry(geometry);
+        InsertComponent(form.get(), p);
+        return p;
+    }
+
     bool design(const QList<QWidget *> &selected)
     {
         manager->SetIsDesigning(true);
@@ -83,10 +92,7 @@ private slots:
     void centringInTheParentUsesItsWidthWithHalvesToEven()
     {
         Stage s;
-        auto *panel = new QWidget(s.form.get());
-        panel->setObjectName(QStringLiteral("Panel1"));
-        panel->setGeometry(0, 0, 301, 201);
-        InsertComponent(s.form.get(), panel);
+        QWidget *panel = s.panel({0, 0, 301, 201});
         QPushButton *a = s.button({5, 5, 100, 20}, panel);
         QVERIFY(s.design({a}));
         s.manager->SetSelCtrlDesignAligment(asCenterInWindow, asCenterInWindow);
@@ -172,10 +178,7 @@ private slots:
     void scalingChangesSizesAndChildrenButNotTheSelectedsPlace()
     {
         Stage s;
-        auto *panel = new QWidget(s.form.get());
-        panel->setObjectName(QStringLiteral("Panel1"));
-        panel->setGeometry(20, 30, 200, 100);
-        InsertComponent(s.form.get(), panel);
+        QWidget *panel = s.panel({20, 30, 200, 100});
         QPushButton *inner = s.button({10, 20, 50, 30}, panel);
         QPushButton *outer = s.button({300, 30, 80, 20});
         QVERIFY(s.design({panel}));
@@ -192,10 +195,7 @@ private slots:
     void flippingMirrorsTheChildrenWithinTheirParent()
     {
         Stage s;
-        auto *panel = new QWidget(s.form.get());
-        panel->setObjectName(QStringLiteral("Panel1"));
-        panel->setGeometry(0, 0, 200, 100);
-        InsertComponent(s.form.get(), panel);
+        QWidget *panel = s.panel({0, 0, 200, 100});
         QPushButton *inner = s.button({10, 20, 50, 30}, panel);
         QPushButton *outer = s.button({300, 30, 80, 20});
         QVERIFY(s.design({panel}));
