@@ -1,0 +1,40 @@
+// The component clipboard: designed components copied to the system
+// clipboard as component stream records, and pasted back into a form,
+// placed so that a pasted control does not land exactly on top of
+// another one. Other programs using the library read and write the same
+// format, so components travel between them.
+#pragma once
+
+#include "qordesign_export.h"
+
+#include "foundation/qorcomponents.h"
+
+#include <QString>
+
+class QObject;
+class QWidget;
+
+// The clipboard format of the component records.
+QORDESIGN_EXPORT QString CF_QorComponents();
+
+class QORDESIGN_EXPORT TVhoClipboard
+{
+public:
+    // Puts one record per component, in list order, on the clipboard
+    // (replacing what it held); with WithChildren, each widget's child
+    // widgets follow it, depth first. An empty list leaves the clipboard
+    // as it was.
+    void SetComponents(const TComponentList &Components, bool WithChildren);
+    // Reads every record on the clipboard and answers the last component
+    // read; nil when the clipboard holds none. Pasted widgets get Parent
+    // and move by (DX, DY) until no child of Parent has its corner; Owner,
+    // when given, owns each. A record that cannot be read, or a component
+    // that cannot be placed or owned (a name the owner has already), is
+    // skipped and reading goes on with the next record.
+    QObject *GetComponents(QObject *Owner, QWidget *Parent, int DX, int DY);
+    // True when the clipboard holds component records.
+    bool HasComponents() const;
+};
+
+// The one clipboard object of the process.
+QORDESIGN_EXPORT TVhoClipboard *VhoClipboard();

@@ -1,0 +1,173 @@
+// The component clipboard: copies as records on the system clipboard,
+// pastes placed past occupied corners, non-visual components and missing
+// owners, other formats, and damaged records skipped.
+#include "foundation/qorcomponents.h"
+#include "foundation/qorstream.h"
+#include "foundation/vhoclipbrdutils.h"
+#include "harness/qorguitest.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+struct Form
+{
+    std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
+    QPushButton *button = new QPushButton(QStringLiteral("Copy me"), form.get());
+
+    Form()
+    {
+        form->setObjectName(QStringLiteral("Form1"));
+        form->resize(300, 200);
+        button->setObjectName(QStringLiteral("Button1"));
+        button->setGeometry(20, 30, 80, 25);
+        InsertComponent(form.get(), button);
+    }
+};
+
+void putRecords(const QByteArray &bytes)
+{
+    auto *data = new QMimeData;
+    data->setData(CF_QorComponents(), bytes);
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+} // namespace
+
+class tst_VhoClipbrdUtils : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
+
+    // Edge cases worth testing
+
+    void copyingNothingLeavesTheClipboardAsItWas()
+    {
+        QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+        VhoClipboard()->SetComponents(TComponentList(), false);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+        QVERIFY(!VhoClipboard()->HasComponents());
+    }
+
+    void eachPasteIntoTheSameParentStepsPastTheOccupiedCorners()
+    {
+        Form f;
+        VhoClipboard()->SetComponents(TComponentList{f.button}, false);
+        QVERIFY(VhoClipboard()->HasComponents());
+        auto *first = qobject_cast<QPushButton *>(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QVERIFY(first && first != f.button);
+        QCOMPARE(first->parentWidget(), f.form.get());
+        QCOMPARE(first->pos(), QPoint(28, 36));
+        QCOMPARE(first->text(), QStringLiteral("Copy me"));
+        QCOMPARE(first->objectName(), QStringLiteral("Button1"));
+        auto *second = qobject_cast<QPushButton *>(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QVERIFY(second);
+        QCOMPARE(second->pos(), QPoint(36, 42));
+        QCOMPARE(f.button->pos(), QPoint(20, 30));
+    }
+
+    void aNonVisualComponentKeepsItsSettingsAndHasNoPlace()
+    {
+        Form f;
+        auto *timer = new QTimer(f.form.get());
+        timer->setObjectName(QStringLiteral("Timer1"));
+        timer->setInterval(1234);
+        InsertComponent(f.form.get(), timer);
+        VhoClipboard()->SetComponents(TComponentList{timer}, false);
+        QObject *pasted = VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6);
+        auto *copy = qobject_cast<QTimer *>(pasted);
+        QVERIFY(copy);
+        QCOMPARE(copy->interval(), 1234);
+        QCOMPARE(Owner(copy), nullptr);
+        delete copy;
+    }
+
+    void withoutAnOwnerThePastedComponentsBelongToNoOne()
+    {
+        Form f;
+        VhoClipboard()->SetComponents(TComponentList{f.button}, false);
+        QObject *pasted = VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6);
+        QVERIFY(pasted);
+        QCOMPARE(Owner(pasted), nullptr);
+        QCOMPARE(ComponentCount(f.form.get()), 1);
+    }
+
+    void anotherFormatOnlyPastesNothing()
+    {
+        Form f;
+        QGuiApplication::clipboard()->setText(QStringLiteral("just text"));
+        const int children = int(f.form->children().size());
+        QCOMPARE(VhoClipboard()->GetComponents(f.form.get(), f.form.get(), 8, 6), nullptr);
+        QCOMPARE(int(f.form->children().size()), children);
+    }
+
+    // The other rules
+
+    void anOwnerTakesThePastedComponentsAndANameItHasIsSkipped()
+    {
+        Form f;
+        QWidget other;
+        other.setObjectName(QStringLiteral("Form2"));
+        VhoClipboard()->SetComponents(TComponentList{f.button}, false);
+        QObject *pasted = VhoClipboard()->GetComponents(&other, &other, 8, 6);
+        QVERIFY(pasted);
+        QCOMPARE(Owner(pasted), &other);
+        // Form1 owns a Button1 already: the copy is not kept.
+        const int before = ComponentCount(f.form.get());
+        QCOMPARE(VhoClipboard()->GetComponents(f.form.get(), f.form.get(), 8, 6), nullptr);
+        QCOMPARE(ComponentCount(f.form.get()), before);
+        QTRY_COMPARE(f.form->findChildren<QPushButton *>().size(), 1);
+    }
+
+    void severalRecordsPasteInTheirOrderAndADamagedOneIsSkipped()
+    {
+        Form f;
+        auto *second = new QPushButton(QStringLiteral("Second"), f.form.get());
+        second->setObjectName(QStringLiteral("Button2"));
+        second->setGeometry(150, 30, 80, 25);
+        InsertComponent(f.form.get(), second);
+        QByteArray damaged = ComponentToBytes(f.button);
+        // The body spoilt, the header and its length intact.
+        for (qsizetype i = 12; i < damaged.size(); i += 3)
+            damaged[i] = char(0xee);
+        putRecords(ComponentToBytes(f.button) + damaged + QByteArray("garbage") + ComponentToBytes(second));
+        QWidget target;
+        target.setObjectName(QStringLiteral("Form3"));
+        QObject *last = VhoClipboard()->GetComponents(&target, &target, 8, 6);
+        QVERIFY(last);
+        QCOMPARE(last->objectName(), QStringLiteral("Button2"));
+        QCOMPARE(ComponentCount(&target), 2);
+        QCOMPARE(Components(&target, 0)->objectName(), QStringLiteral("Button1"));
+        // Garbage alone pastes nothing.
+        putRecords(QByteArray(300, 'x'));
+        QCOMPARE(VhoClipboard()->GetComponents(&target, &target, 8, 6), nullptr);
+        QCOMPARE(ComponentCount(&target), 2);
+    }
+
+    void childrenFollowTheirContainerWhenAsked()
+    {
+        QWidget form;
+        form.setObjectName(QStringLiteral("Form1"));
+        auto *panel = new QWidget(&form);
+        panel->setObjectName(QStringLiteral("Panel1"));
+        auto *inner = new QPushButton(panel);
+        inner->setObjectName(QStringLiteral("Inner1"));
+        InsertComponent(&form, panel);
+        InsertComponent(&form, inner);
+        VhoClipboard()->SetComponents(TComponentList{panel}, true);
+        const QByteArray bytes = QGuiApplication::clipboard()->mimeData()->data(CF_QorComponents());
+        QCOMPARE(bytes, ComponentToBytes(panel) + ComponentToBytes(inner));
+        VhoClipboard()->SetComponents(TComponentList{panel}, false);
+        QCOMPARE(QGuiApplication::clipboard()->mimeData()->data(CF_QorComponents()), ComponentToBytes(panel));
+    }
+};
+
+QTEST_MAIN(tst_VhoClipbrdUtils)
+#include "tst_vhoclipbrdutils.moc"
