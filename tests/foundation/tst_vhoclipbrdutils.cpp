@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -149,6 +150,42 @@ private slots:
         putRecords(QByteArray(300, 'x'));
         QCOMPARE(VhoClipboard()->GetComponents(&target, &target, 8, 6), nullptr);
         QCOMPARE(ComponentCount(&target), 2);
+    }
+
+    void aSecondProgramPastesWhatThisOneCopied()
+    {
+        Form f;
+        VhoClipboard()->SetComponents(TComponentList{f.button}, false);
+        QProcess mate;
+        mate.start(QStringLiteral(QORCLIPMATE), {QStringLiteral("paste")});
+        // This program owns the clipboard: it must keep answering meanwhile.
+        QVERIFY(QTest::qWaitFor([&] { return mate.state() == QProcess::NotRunning; }, 20000));
+        QCOMPARE(mate.exitCode(), 0);
+        // Its form is empty: the copy keeps its place and gets no step.
+        QCOMPARE(QString::fromUtf8(mate.readAllStandardOutput()).trimmed(), QStringLiteral("QPushButton Button1 Copy_me 28,36"));
+    }
+
+    void thisProgramPastesWhatASecondOneCopied()
+    {
+        QProcess mate;
+        mate.start(QStringLiteral(QORCLIPMATE), {QStringLiteral("copy")});
+        QVERIFY(mate.waitForStarted(10000));
+        QVERIFY(QTest::qWaitFor([&] { return mate.canReadLine(); }, 20000));
+        QCOMPARE(mate.readLine().trimmed(), QByteArray("ready"));
+        QTRY_VERIFY(VhoClipboard()->HasComponents());
+        QWidget form;
+        form.setObjectName(QStringLiteral("Form9"));
+        auto *button = qobject_cast<QPushButton *>(VhoClipboard()->GetComponents(&form, &form, 8, 6));
+        QVERIFY(button);
+        QCOMPARE(button->objectName(), QStringLiteral("MateButton"));
+        QCOMPARE(button->text(), QStringLiteral("From the mate"));
+        QCOMPARE(button->pos(), QPoint(19, 28));
+        QCOMPARE(Owner(button), &form);
+        mate.write("quit\n");
+        mate.closeWriteChannel();
+        QVERIFY(mate.waitForFinished(10000));
+        // Gone with the program that copied it.
+        QTRY_VERIFY(!VhoClipboard()->HasComponents());
     }
 
     void childrenFollowTheirContainerWhenAsked()
