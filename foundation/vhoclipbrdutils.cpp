@@ -1,13 +1,20 @@
 #include "foundation/vhoclipbrdutils.h"
 
+#include "foundation/qorclasses.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorstream.h"
+#include "foundation/qortypinfo.h"
+#include "foundation/vhosysutils.h"
 
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
+#include <QColor>
+#include <QHash>
 #include <QMimeData>
 #include <QWidget>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 #include <QtEndian>
 
 #include <cstring>
@@ -41,6 +48,29 @@ qsizetype nextRecord(const QByteArray &Bytes, qsizetype Offset)
     return next < 0 ? Bytes.size() : next;
 }
 
+// Moves a pasted widget by (DX, DY) until no child of Parent has its
+// corner. The pasted widget itself stands at its stored place, so it
+// always moves at least one step.
+void placePasted(QWidget *Widget, QWidget *Parent, int DX, int DY)
+{
+    int left = Widget->x(), top = Widget->y();
+    auto occupied = [Parent, &left, &top] {
+        for (QObject *child : Parent->children()) {
+            auto *c = qobject_cast<QWidget *>(child);
+            if (c && !c->isWindow() && c->x() == left && c->y() == top)
+                return true;
+        }
+        return false;
+    };
+    while (occupied()) {
+        left += DX;
+        top += DY;
+        if (DX == 0 && DY == 0)
+            break;
+    }
+    Widget->move(left, top);
+}
+
 // Frees a pasted component that could not be kept; a widget leaves its
 // parent at once, before events reach it again.
 void discard(QObject *Component)
@@ -53,6 +83,8 @@ void discard(QObject *Component)
 }
 
 } // namespace
+
+QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent, int DX, int DY);
 
 QString CF_QorComponents()
 {
@@ -72,6 +104,8 @@ void TVhoClipboard::SetComponents(const TComponentList &Components, bool WithChi
     buffer.close();
     auto *data = new QMimeData;
     data->setData(CF_QorComponents(), bytes);
+    if (std::any_of(list.begin(), list.end(), [](QObject *c) { return c && c->isWidgetType(); }))
+        data->setText(DesignerTextOf(list));
     QGuiApplication::clipboard()->setMimeData(data);
 }
 
@@ -88,7 +122,7 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
     // answers to several questions.
     const QByteArray bytes = data ? data->data(CF_QorComponents()) : QByteArray();
     if (bytes.isEmpty())
-        return nullptr;
+        return data && data->hasText() ? pasteDesignerText(data->text(), Owner, Parent, DX, DY) : nullptr;
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
@@ -103,26 +137,8 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
             continue;
         }
         try {
-            if (auto *w = qobject_cast<QWidget *>(component); w && Parent) {
-                int left = w->x(), top = w->y();
-                // The pasted widget itself stands at its stored place, so it
-                // always moves at least one step.
-                auto occupied = [Parent, &left, &top] {
-                    for (QObject *child : Parent->children()) {
-                        auto *c = qobject_cast<QWidget *>(child);
-                        if (c && !c->isWindow() && c->x() == left && c->y() == top)
-                            return true;
-                    }
-                    return false;
-                };
-                while (occupied()) {
-                    left += DX;
-                    top += DY;
-                    if (DX == 0 && DY == 0)
-                        break;
-                }
-                w->move(left, top);
-            }
+            if (auto *w = qobject_cast<QWidget *>(component); w && Parent)
+                placePasted(w, Parent, DX, DY);
             if (Owner)
                 InsertComponent(Owner, component);
             last = component;
@@ -137,4 +153,320 @@ TVhoClipboard *VhoClipboard()
 {
     static TVhoClipboard clipboard;
     return &clipboard;
+}
+
+// ---- Qt Designer's text ------------------------------------------------
+
+namespace {
+
+bool isDesignerType(const QMetaProperty &Property)
+{
+    if (Property.isEnumType() || Property.isFlagType())
+        return true;
+    switch (Property.metaType().id()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Double:
+    case QMetaType::QString:
+    case QMetaType::QRect:
+    case QMetaType::QSize:
+    case QMetaType::QPoint:
+    case QMetaType::QColor:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString scopedKeys(const QMetaEnum &Enum, int Value)
+{
+    const QString scope = QString::fromLatin1(Enum.scope()) + QLatin1String("::");
+    // Flags by their single elements, as the inspector names them (Qt's own
+    // spelling picks aliases such as AlignTrailing).
+    const QStringList names = Enum.isFlag() ? SetToString(TypeInfoOfEnum(Enum), Value, false).split(QLatin1Char(','), Qt::SkipEmptyParts)
+                                            : QStringList{QString::fromLatin1(Enum.valueToKey(Value))};
+    QStringList keys;
+    for (const QString &key : names) {
+        if (!key.isEmpty())
+            keys.append(scope + key);
+    }
+    return keys.join(QLatin1Char('|'));
+}
+
+void writeValue(QXmlStreamWriter &Xml, const QMetaProperty &Property, const QVariant &Value)
+{
+    if (Property.isEnumType() || Property.isFlagType()) {
+        const QString keys = scopedKeys(Property.enumerator(), int(OrdinalOf(Value)));
+        Xml.writeTextElement(Property.isFlagType() ? QStringLiteral("set") : QStringLiteral("enum"), keys);
+        return;
+    }
+    auto fields = [&Xml](const char *Element, std::initializer_list<std::pair<const char *, int>> Values) {
+        Xml.writeStartElement(QLatin1String(Element));
+        for (const auto &[name, value] : Values)
+            Xml.writeTextElement(QLatin1String(name), QString::number(value));
+        Xml.writeEndElement();
+    };
+    switch (Property.metaType().id()) {
+    case QMetaType::Bool: Xml.writeTextElement(QStringLiteral("bool"), Value.toBool() ? QStringLiteral("true") : QStringLiteral("false")); break;
+    case QMetaType::Int:
+    case QMetaType::UInt: Xml.writeTextElement(QStringLiteral("number"), QString::number(Value.toLongLong())); break;
+    case QMetaType::Double: Xml.writeTextElement(QStringLiteral("double"), QString::number(Value.toDouble(), 'g', 15)); break;
+    case QMetaType::QString: Xml.writeTextElement(QStringLiteral("string"), Value.toString()); break;
+    case QMetaType::QRect: {
+        const QRect r = Value.toRect();
+        fields("rect", {{"x", r.x()}, {"y", r.y()}, {"width", r.width()}, {"height", r.height()}});
+        break;
+    }
+    case QMetaType::QSize: fields("size", {{"width", Value.toSize().width()}, {"height", Value.toSize().height()}}); break;
+    case QMetaType::QPoint: fields("point", {{"x", Value.toPoint().x()}, {"y", Value.toPoint().y()}}); break;
+    case QMetaType::QColor: {
+        const QColor c = Value.value<QColor>();
+        Xml.writeStartElement(QStringLiteral("color"));
+        Xml.writeAttribute(QStringLiteral("alpha"), QString::number(c.alpha()));
+        Xml.writeTextElement(QStringLiteral("red"), QString::number(c.red()));
+        Xml.writeTextElement(QStringLiteral("green"), QString::number(c.green()));
+        Xml.writeTextElement(QStringLiteral("blue"), QString::number(c.blue()));
+        Xml.writeEndElement();
+        break;
+    }
+    default: break;
+    }
+}
+
+void writeWidget(QXmlStreamWriter &Xml, QWidget *Widget)
+{
+    Xml.writeStartElement(QStringLiteral("widget"));
+    Xml.writeAttribute(QStringLiteral("class"), QString::fromLatin1(Widget->metaObject()->className()));
+    Xml.writeAttribute(QStringLiteral("name"), Widget->objectName());
+    // Only what differs from a new widget of the class, as Designer writes.
+    std::unique_ptr<QObject> fresh;
+    try {
+        fresh.reset(CreateRegisteredComponent(Widget->metaObject()));
+    } catch (const EQorError &) {
+    }
+    const QMetaObject *meta = Widget->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (!property.isDesignable() || !property.isStored() || !property.isWritable() || !isDesignerType(property))
+            continue;
+        const QVariant value = property.read(Widget);
+        const bool geometry = qstrcmp(property.name(), "geometry") == 0;
+        if (!geometry && fresh && property.read(fresh.get()) == value)
+            continue;
+        if (qstrcmp(property.name(), "objectName") == 0)
+            continue;
+        Xml.writeStartElement(QStringLiteral("property"));
+        Xml.writeAttribute(QStringLiteral("name"), QString::fromLatin1(property.name()));
+        writeValue(Xml, property, value);
+        Xml.writeEndElement();
+    }
+    for (QObject *child : DesignChildren(Widget)) {
+        if (auto *w = qobject_cast<QWidget *>(child); w && w->parentWidget() == Widget)
+            writeWidget(Xml, w);
+    }
+    Xml.writeEndElement();
+}
+
+int intOf(const QString &Text)
+{
+    return Text.trimmed().toInt();
+}
+
+// Reads the value element Xml stands on into a variant for Property.
+QVariant readValue(QXmlStreamReader &Xml, const QMetaProperty &Property)
+{
+    const QString element = Xml.name().toString();
+    if (element == QLatin1String("rect") || element == QLatin1String("size") || element == QLatin1String("point")
+        || element == QLatin1String("color")) {
+        QHash<QString, QString> parts;
+        const int alpha = Xml.attributes().hasAttribute(QLatin1String("alpha"))
+            ? Xml.attributes().value(QLatin1String("alpha")).toInt()
+            : 255;
+        while (Xml.readNextStartElement())
+            parts.insert(Xml.name().toString(), Xml.readElementText());
+        if (element == QLatin1String("rect"))
+            return QRect(intOf(parts.value(QStringLiteral("x"))), intOf(parts.value(QStringLiteral("y"))),
+                         intOf(parts.value(QStringLiteral("width"))), intOf(parts.value(QStringLiteral("height"))));
+        if (element == QLatin1String("size"))
+            return QSize(intOf(parts.value(QStringLiteral("width"))), intOf(parts.value(QStringLiteral("height"))));
+        if (element == QLatin1String("point"))
+            return QPoint(intOf(parts.value(QStringLiteral("x"))), intOf(parts.value(QStringLiteral("y"))));
+        return QColor(intOf(parts.value(QStringLiteral("red"))), intOf(parts.value(QStringLiteral("green"))),
+                      intOf(parts.value(QStringLiteral("blue"))), alpha);
+    }
+    const QString text = Xml.readElementText(QXmlStreamReader::SkipChildElements);
+    if (element == QLatin1String("enum") || element == QLatin1String("set")) {
+        if (!Property.isEnumType() && !Property.isFlagType())
+            return {};
+        // Keys come scoped ("Qt::AlignLeft"); the enumerator knows them bare.
+        QStringList keys;
+        for (const QString &key : text.split(QLatin1Char('|'), Qt::SkipEmptyParts))
+            keys.append(key.mid(key.lastIndexOf(QLatin1Char(':')) + 1).trimmed());
+        bool ok = false;
+        const QByteArray joined = keys.join(QLatin1Char('|')).toLatin1();
+        const int value = Property.isFlagType() ? Property.enumerator().keysToValue(joined.constData(), &ok)
+                                                : Property.enumerator().keyToValue(joined.constData(), &ok);
+        return ok ? QVariant(value) : QVariant();
+    }
+    if (element == QLatin1String("bool"))
+        return text.trimmed() == QLatin1String("true");
+    if (element == QLatin1String("number"))
+        return text.trimmed().toLongLong();
+    if (element == QLatin1String("double"))
+        return text.trimmed().toDouble();
+    if (element == QLatin1String("string") || element == QLatin1String("cstring"))
+        return text;
+    return {};
+}
+
+QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QWidget *> &Made);
+
+// Reads the elements inside a widget (or inside one of its layouts, whose
+// own properties are not the widget's) up to the element's end.
+void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QWidget *> &Made, bool InLayout)
+{
+    while (Xml.readNextStartElement()) {
+        if (Xml.name() == QLatin1String("property") && !InLayout) {
+            const QByteArray property = Xml.attributes().value(QLatin1String("name")).toLatin1();
+            const int index = Widget->metaObject()->indexOfProperty(property.constData());
+            if (index < 0 || !Xml.readNextStartElement()) {
+                if (!Xml.isEndElement())
+                    Xml.skipCurrentElement();
+                continue;
+            }
+            const QMetaProperty meta = Widget->metaObject()->property(index);
+            const QVariant value = readValue(Xml, meta);
+            if (value.isValid() && meta.isWritable())
+                meta.write(Widget, value);
+            // Past the end of the property element.
+            Xml.skipCurrentElement();
+        } else if (Xml.name() == QLatin1String("widget")) {
+            readWidget(Xml, Widget, Made);
+        } else if (Xml.name() == QLatin1String("layout") || Xml.name() == QLatin1String("item")) {
+            // Widgets inside a layout are taken, the layout itself is not.
+            readContent(Xml, Widget, Made, true);
+        } else {
+            Xml.skipCurrentElement();
+        }
+    }
+}
+
+QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QWidget *> &Made)
+{
+    const QString className = Xml.attributes().value(QLatin1String("class")).toString();
+    const QString name = Xml.attributes().value(QLatin1String("name")).toString();
+    QWidget *widget = nullptr;
+    try {
+        widget = qobject_cast<QWidget *>(CreateRegisteredComponent(className));
+    } catch (const EQorError &) {
+    }
+    if (!widget) {
+        // An unknown class: its element and everything in it are skipped.
+        Xml.skipCurrentElement();
+        return nullptr;
+    }
+    widget->setParent(Parent);
+    widget->setObjectName(name);
+    Made.append(widget);
+    readContent(Xml, widget, Made, false);
+    return widget;
+}
+
+} // namespace
+
+QString DesignerTextOf(const QList<QObject *> &Components)
+{
+    QString text;
+    QXmlStreamWriter xml(&text);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(1);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("ui"));
+    xml.writeAttribute(QStringLiteral("version"), QStringLiteral("4.0"));
+    xml.writeStartElement(QStringLiteral("widget"));
+    xml.writeAttribute(QStringLiteral("class"), QStringLiteral("QWidget"));
+    xml.writeAttribute(QStringLiteral("name"), QStringLiteral("__qt_fake_top_level"));
+    for (QObject *component : Components) {
+        if (auto *w = qobject_cast<QWidget *>(component))
+            writeWidget(xml, w);
+    }
+    xml.writeEndElement();
+    xml.writeEmptyElement(QStringLiteral("resources"));
+    xml.writeEmptyElement(QStringLiteral("connections"));
+    xml.writeEndDocument();
+    return text;
+}
+
+QList<QWidget *> WidgetsFromDesignerText(const QString &Text, QWidget *Parent)
+{
+    QXmlStreamReader xml(Text);
+    QList<QWidget *> roots, made;
+    if (!xml.readNextStartElement() || xml.name() != QLatin1String("ui"))
+        throw EReadError(QStringLiteral("Not a Qt Designer document"));
+    while (xml.readNextStartElement()) {
+        if (xml.name() != QLatin1String("widget")) {
+            xml.skipCurrentElement();
+            continue;
+        }
+        // The fake top level holds the copied widgets; a plain form is
+        // taken whole.
+        const bool fake = xml.attributes().value(QLatin1String("name")) == QLatin1String("__qt_fake_top_level");
+        if (!fake) {
+            if (QWidget *w = readWidget(xml, Parent, made))
+                roots.append(w);
+            continue;
+        }
+        while (xml.readNextStartElement()) {
+            if (xml.name() == QLatin1String("widget")) {
+                if (QWidget *w = readWidget(xml, Parent, made))
+                    roots.append(w);
+            } else {
+                xml.skipCurrentElement();
+            }
+        }
+    }
+    if (xml.hasError()) {
+        // Nothing half-made stays.
+        for (QWidget *w : roots) {
+            w->setParent(nullptr);
+            delete w;
+        }
+        throw EReadError(QStringLiteral("Broken Qt Designer document: %1").arg(xml.errorString()));
+    }
+    return roots;
+}
+
+// Widgets copied in Qt Designer: made through the class registry, placed
+// as pasted records are, named uniquely in Owner with all they hold.
+QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent, int DX, int DY)
+{
+    if (!Text.trimmed().startsWith(QLatin1String("<?xml")) && !Text.trimmed().startsWith(QLatin1String("<ui")))
+        return nullptr;
+    QList<QWidget *> widgets;
+    try {
+        widgets = WidgetsFromDesignerText(Text, Parent);
+    } catch (const EQorError &) {
+        return nullptr;
+    }
+    QObject *last = nullptr;
+    for (QWidget *w : widgets) {
+        if (Parent)
+            placePasted(w, Parent, DX, DY);
+        if (Owner) {
+            QList<QWidget *> all{w};
+            all += w->findChildren<QWidget *>();
+            for (QWidget *part : all) {
+                if (part->objectName().isEmpty() || part->objectName().startsWith(QLatin1String("qt_")))
+                    continue;
+                if (CompNameExists(part->objectName(), Owner))
+                    part->setObjectName(GetUniqueName(classNameWithoutPrefix(QString::fromLatin1(part->metaObject()->className())), Owner));
+                InsertComponent(Owner, part);
+            }
+        }
+        if (Parent && Parent->isVisible())
+            w->show();
+        last = w;
+    }
+    return last;
 }

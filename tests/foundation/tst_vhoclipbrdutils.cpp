@@ -2,6 +2,7 @@
 // pastes placed past occupied corners, non-visual components and missing
 // owners, other formats, and damaged records skipped.
 #include "foundation/qorcomponents.h"
+#include "foundation/qorerror.h"
 #include "foundation/qorstream.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
@@ -13,6 +14,10 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QUiLoader>
+#include <QGroupBox>
+#include <QLabel>
+#include <QBuffer>
 
 namespace {
 
@@ -186,6 +191,104 @@ private slots:
         QVERIFY(mate.waitForFinished(10000));
         // Gone with the program that copied it.
         QTRY_VERIFY(!VhoClipboard()->HasComponents());
+    }
+
+    void theCopyIsAlsoQtDesignersTextWhichItsLoaderReads()
+    {
+        Form f;
+        f.button->setFlat(true);
+        f.button->setFocusPolicy(Qt::NoFocus);
+        auto *label = new QLabel(QStringLiteral("Name:"), f.form.get());
+        label->setObjectName(QStringLiteral("Label1"));
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        label->setGeometry(5, 80, 60, 20);
+        InsertComponent(f.form.get(), label);
+        VhoClipboard()->SetComponents(TComponentList{f.button, label}, false);
+        const QString text = QGuiApplication::clipboard()->text();
+        QVERIFY(text.contains(QStringLiteral("<widget class=\"QWidget\" name=\"__qt_fake_top_level\">")));
+        QVERIFY(text.contains(QStringLiteral("<enum>Qt::NoFocus</enum>")));
+        QVERIFY(text.contains(QStringLiteral("<set>Qt::AlignRight|Qt::AlignVCenter</set>")));
+        QVERIFY(!text.contains(QStringLiteral("autoDefault")));
+        // Qt's own loader makes the same widgets from it.
+        QUiLoader loader;
+        QBuffer buffer;
+        buffer.setData(text.toUtf8());
+        std::unique_ptr<QWidget> top(loader.load(&buffer));
+        QVERIFY(top);
+        auto *button = top->findChild<QPushButton *>(QStringLiteral("Button1"));
+        auto *loaded = top->findChild<QLabel *>(QStringLiteral("Label1"));
+        QVERIFY(button && loaded);
+        QCOMPARE(button->geometry(), QRect(20, 30, 80, 25));
+        QCOMPARE(button->text(), QStringLiteral("Copy me"));
+        QVERIFY(button->isFlat());
+        QCOMPARE(button->focusPolicy(), Qt::NoFocus);
+        QCOMPARE(loaded->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        // And so does this library.
+        QWidget other;
+        const QList<QWidget *> made = WidgetsFromDesignerText(text, &other);
+        QCOMPARE(made.size(), 2);
+        auto *again = qobject_cast<QPushButton *>(made.first());
+        QVERIFY(again);
+        QCOMPARE(again->geometry(), QRect(20, 30, 80, 25));
+        QCOMPARE(again->focusPolicy(), Qt::NoFocus);
+        QVERIFY(again->isFlat());
+        QCOMPARE(qobject_cast<QLabel *>(made.last())->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        QVERIFY_THROWS_EXCEPTION(EReadError, WidgetsFromDesignerText(QStringLiteral("<notui/>"), &other));
+    }
+
+    void widgetsCopiedInQtDesignerPasteWithUniqueNames()
+    {
+        Form f;
+        // What Qt Designer puts on the clipboard: a button and a group box
+        // holding a label in a layout, the button named like one here.
+        const QString designer = QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
+<ui version="4.0">
+ <widget class="QWidget" name="__qt_fake_top_level">
+  <widget class="QPushButton" name="Button1">
+   <property name="geometry"><rect><x>20</x><y>30</y><width>93</width><height>28</height></rect></property>
+   <property name="text"><string>From Designer</string></property>
+  </widget>
+  <widget class="QGroupBox" name="groupBox">
+   <property name="geometry"><rect><x>120</x><y>60</y><width>120</width><height>80</height></rect></property>
+   <property name="title"><string>Box</string></property>
+   <layout class="QVBoxLayout" name="verticalLayout">
+    <property name="spacing"><number>3</number></property>
+    <item>
+     <widget class="QLabel" name="label">
+      <property name="text"><string>Inside</string></property>
+     </widget>
+    </item>
+   </layout>
+  </widget>
+  <widget class="QNoSuchWidget" name="strange"/>
+ </widget>
+ <resources/>
+ <connections/>
+</ui>
+)");
+        QGuiApplication::clipboard()->setText(designer);
+        QVERIFY(!VhoClipboard()->HasComponents());
+        QObject *last = VhoClipboard()->GetComponents(f.form.get(), f.form.get(), 8, 6);
+        auto *box = qobject_cast<QGroupBox *>(last);
+        QVERIFY(box);
+        QCOMPARE(box->title(), QStringLiteral("Box"));
+        QCOMPARE(box->pos(), QPoint(128, 66));
+        auto *inner = box->findChild<QLabel *>(QStringLiteral("label"));
+        QVERIFY(inner);
+        QCOMPARE(inner->text(), QStringLiteral("Inside"));
+        QCOMPARE(Owner(inner), f.form.get());
+        // Button1 was taken: the pasted one gets a free name, and steps off
+        // the corner the original holds.
+        auto *pasted = f.form->findChild<QPushButton *>(QStringLiteral("PushButton1"));
+        QVERIFY(pasted);
+        QCOMPARE(pasted->text(), QStringLiteral("From Designer"));
+        QCOMPARE(pasted->pos(), QPoint(28, 36));
+        QCOMPARE(Owner(pasted), f.form.get());
+        QCOMPARE(ComponentCount(f.form.get()), 4);
+        // Text that is no document pastes nothing.
+        QGuiApplication::clipboard()->setText(QStringLiteral("<ui version=\"4.0\"><widget"));
+        QCOMPARE(VhoClipboard()->GetComponents(f.form.get(), f.form.get(), 8, 6), nullptr);
+        QCOMPARE(ComponentCount(f.form.get()), 4);
     }
 
     void childrenFollowTheirContainerWhenAsked()
