@@ -640,9 +640,26 @@ bool TQorDesignManager::IsLiveControl(const QWidget *Control) const
     return Control && QorProxyOf(Control) != nullptr;
 }
 
+namespace {
+
+TQorDesignManager::TComponentEditorLauncher &defaultLauncher()
+{
+    static TQorDesignManager::TComponentEditorLauncher launcher;
+    return launcher;
+}
+
+} // namespace
+
+void TQorDesignManager::SetDefaultComponentEditorLauncher(TComponentEditorLauncher Launcher)
+{
+    defaultLauncher() = std::move(Launcher);
+}
+
 bool TQorDesignManager::LaunchComponentEditor(QObject *Component)
 {
-    return OnLaunchComponentEditor ? OnLaunchComponentEditor(Component) : false;
+    if (OnLaunchComponentEditor)
+        return OnLaunchComponentEditor(Component);
+    return defaultLauncher() ? defaultLauncher()(this, Component) : false;
 }
 
 // ---- Deletion, z-order, image ------------------------------------------

@@ -143,6 +143,11 @@ public:
     // click (OnLaunchComponentEditor); true when it edited.
     bool LaunchComponentEditor(QObject *Component);
     std::function<bool(QObject *)> OnLaunchComponentEditor;
+    // What runs a component's editor when the application installed none
+    // on the manager: the design console installs the library's component
+    // editors here.
+    using TComponentEditorLauncher = std::function<bool(TQorDesignManager *Manager, QObject *Component)>;
+    static void SetDefaultComponentEditorLauncher(TComponentEditorLauncher Launcher);
 
     // ---- Arranging the selection ----
     // Aligns the selected controls on each axis to the box around them
