@@ -1,6 +1,9 @@
 #include "qordemowindow.h"
 
+#include "console/qorcompeditors.h"
+#include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
+#include "foundation/vhoclipbrdutils.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhortti.h"
@@ -17,6 +20,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
@@ -172,6 +177,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
             [this](QObject *, QWidget *, Qt::KeyboardModifiers, int x, int y) {
                 statusBar()->showMessage(tr("Stage: %1, %2").arg(x).arg(y));
             });
+    createMenus(stageFrame);
     fillPalette();
     fillComponentTree();
     m_tree->setCurrentItem(m_tree->topLevelItem(0));
@@ -221,6 +227,97 @@ QWidget *QorDemoWindow::createStage()
     second->setObjectName(QStringLiteral("TabPage2"));
     tabs->addTab(second, tr("Invoices"));
     return stage;
+}
+
+void QorDemoWindow::createMenus(QWidget *StageArea)
+{
+    // Edit: the clipboard commands with their keys; an editor that has the
+    // keyboard (the inspector's line edits) keeps its own.
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    edit->setObjectName(QStringLiteral("EditMenu"));
+    auto add = [StageArea](QMenu *menu, const QString &text, const char *name, const QKeySequence &keys,
+                           std::function<void()> run) {
+        QAction *action = menu->addAction(text);
+        action->setObjectName(QLatin1String(name));
+        if (!keys.isEmpty()) {
+            action->setShortcut(keys);
+            StageArea->addAction(action);
+        }
+        QObject::connect(action, &QAction::triggered, action, std::move(run));
+        return action;
+    };
+    add(edit, tr("Cu&t"), "CutAction", QKeySequence::Cut, [this] {
+        TVhoDesigner(m_manager).CutSelection();
+        fillComponentTree();
+    });
+    add(edit, tr("&Copy"), "CopyAction", QKeySequence::Copy, [this] { TVhoDesigner(m_manager).CopySelection(); });
+    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] { pasteComponents(); });
+    add(edit, tr("&Delete"), "DeleteAction", QKeySequence(), [this] { m_manager->DelSelectedControls(); });
+    add(edit, tr("Select &All"), "SelectAllAction", QKeySequence::SelectAll,
+        [this] { m_manager->SelectAllControls(); });
+
+    // Arrange: direct choices until the arrange dialogs come.
+    QMenu *arrange = menuBar()->addMenu(tr("&Arrange"));
+    arrange->setObjectName(QStringLiteral("ArrangeMenu"));
+    add(arrange, tr("Align &Left Edges"), "AlignLeftAction", QKeySequence(),
+        [this] { m_manager->SetSelCtrlDesignAligment(asLeftOrTop, asNoChange); });
+    add(arrange, tr("Align &Top Edges"), "AlignTopAction", QKeySequence(),
+        [this] { m_manager->SetSelCtrlDesignAligment(asNoChange, asLeftOrTop); });
+    add(arrange, tr("Same &Width"), "SameWidthAction", QKeySequence(),
+        [this] { m_manager->SetSelCtrlDesignSize(ssToLargest, ssNoChange, 0, 0); });
+    add(arrange, tr("Scale to &150 %"), "ScaleAction", QKeySequence(),
+        [this] { m_manager->ScaleControls(150, ssSelected); });
+    add(arrange, tr("&Flip Children"), "FlipAction", QKeySequence(), [this] { m_manager->FlipChildren(fcAll); });
+    add(arrange, tr("Bring to &Front"), "FrontAction", QKeySequence(), [this] { m_manager->BringSelCtrlsToFront(); });
+    add(arrange, tr("Send to &Back"), "BackAction", QKeySequence(), [this] { m_manager->SendSelCtrlsToBack(); });
+
+    // Component: the verbs of the selected component's editor.
+    QMenu *component = menuBar()->addMenu(tr("&Component"));
+    component->setObjectName(QStringLiteral("ComponentMenu"));
+    connect(component, &QMenu::aboutToShow, this, [this, component] {
+        component->clear();
+        const TComponentList &selected = m_manager->SelectedComps();
+        QObject *target = selected.Count() == 1 ? selected.First() : nullptr;
+        auto designer = std::make_shared<TQorFormDesigner>(m_manager);
+        TComponentEditorRef editor = target ? GetComponentEditor(target, designer.get()) : nullptr;
+        if (!editor || editor->GetVerbCount() == 0) {
+            component->addAction(tr("(no verbs)"))->setEnabled(false);
+            return;
+        }
+        for (int i = 0; i < editor->GetVerbCount(); ++i) {
+            QAction *verb = component->addAction(editor->GetVerb(i));
+            // Verbs are tagged with their index past 1000.
+            verb->setData(1000 + i);
+            connect(verb, &QAction::triggered, this, [this, editor, designer, i] {
+                editor->ExecuteVerb(i);
+                fillComponentTree();
+            });
+        }
+    });
+}
+
+void QorDemoWindow::pasteComponents()
+{
+    // Into the selected container, or the stage; names are made unique
+    // here, as the design center will.
+    const TComponentList &selected = m_manager->SelectedComps();
+    auto *target = selected.Count() == 1 ? qobject_cast<QWidget *>(selected.First()) : nullptr;
+    QWidget *parent = target && AcceptsControls(target) ? target : m_stage;
+    const QList<QObject *> before = parent->children();
+    QObject *last = VhoClipboard()->GetComponents(nullptr, parent, 8, 6);
+    QList<QObject *> pasted;
+    for (QObject *child : parent->children()) {
+        if (!before.contains(child) && child->isWidgetType())
+            pasted.append(child);
+    }
+    if (last && !pasted.contains(last))
+        pasted.append(last);
+    for (QObject *component : pasted) {
+        if (component->objectName().isEmpty() || CompNameExists(component->objectName(), m_stage))
+            component->setObjectName(GetCompUniqueID(component->metaObject(), m_stage));
+        InsertComponent(m_stage, component);
+    }
+    fillComponentTree();
 }
 
 void QorDemoWindow::fillPalette()

@@ -51,6 +51,9 @@ private:
     void fillPalette();
     void fillComponentTree();
     void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
+    void createMenus(QWidget *StageArea);
+    // Pastes the clipboard's components into the selected container.
+    void pasteComponents();
 
     QWidget *m_stage = nullptr;
     QListWidget *m_palette = nullptr;

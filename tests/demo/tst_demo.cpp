@@ -2,6 +2,7 @@
 // components the stage owns, shown in the component tree.
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
@@ -14,6 +15,8 @@
 #include <QLineEdit>
 #include <QTabBar>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
@@ -165,6 +168,70 @@ private slots:
         RealInput::click(window.chineseSwitch(), box);
         QTRY_VERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
         QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+    }
+
+    void copyAndPasteFromTheEditMenuMakeANewlyNamedComponent()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{check});
+        const int before = ComponentCount(window.stage());
+        QMenu *edit = window.findChild<QMenu *>(QStringLiteral("EditMenu"));
+        QVERIFY(edit);
+        QMenuBar *bar = window.menuBar();
+        auto choose = [&](const char *name) {
+            RealInput::click(bar, bar->actionGeometry(edit->menuAction()).center());
+            QTRY_VERIFY(edit->isVisible());
+            QAction *action = edit->findChild<QAction *>(QLatin1String(name));
+            if (!action)
+                action = window.findChild<QAction *>(QLatin1String(name));
+            QVERIFY(action);
+            RealInput::click(edit, edit->actionGeometry(action).center());
+            QTRY_VERIFY(!edit->isVisible());
+        };
+        choose("CopyAction");
+        QTRY_VERIFY(VhoClipboard()->HasComponents());
+        choose("PasteAction");
+        QTRY_COMPARE(ComponentCount(window.stage()), before + 1);
+        auto *copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
+        QVERIFY(copy);
+        QCOMPARE(copy->text(), check->text());
+        QCOMPARE(copy->pos(), check->pos() + QPoint(8, 6));
+        QTRY_VERIFY(!window.componentTree()->findItems(QStringLiteral("CheckBox2"), Qt::MatchRecursive).isEmpty());
+        window.designAction()->setChecked(false);
+    }
+
+    void aPageVerbIsChosenFromTheComponentMenu()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        auto *tabs = window.stage()->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        QCOMPARE(tabs->count(), 2);
+        // The tab bar belongs to the tab widget: a click there selects it.
+        RealInput::click(tabs, QPoint(tabs->width() - 20, 10));
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{tabs});
+        QMenu *menu = window.findChild<QMenu *>(QStringLiteral("ComponentMenu"));
+        QVERIFY(menu);
+        QMenuBar *bar = window.menuBar();
+        RealInput::click(bar, bar->actionGeometry(menu->menuAction()).center());
+        QTRY_VERIFY(menu->isVisible());
+        QAction *add = nullptr;
+        for (QAction *action : menu->actions()) {
+            if (action->text() == QStringLiteral("Add Page"))
+                add = action;
+        }
+        QVERIFY(add);
+        QCOMPARE(add->data().toInt(), 1000);
+        RealInput::click(menu, menu->actionGeometry(add).center());
+        QTRY_COMPARE(tabs->count(), 3);
+        QWidget *page = tabs->widget(2);
+        QCOMPARE(Owner(page), window.stage());
+        QVERIFY(page->objectName().startsWith(QStringLiteral("Page")));
+        window.designAction()->setChecked(false);
     }
 
     void aSelectionOnTheStageIsShownAndEditedInTheInspector()
