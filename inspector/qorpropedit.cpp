@@ -82,10 +82,26 @@ TPropertyAttributes TPropertyEditor::GetAttributes() const
 QString TPropertyEditor::GetValue() const
 {
     // Several objects that disagree show nothing, as the value texts do.
-    QList<QObject *> objects;
-    for (const auto &entry : m_propList)
-        objects.append(entry.first.data());
-    return GetPropertyValueStr(objects, GetPropInfo(0));
+    QString result;
+    bool first = true;
+    for (int i = 0; i < PropCount(); ++i) {
+        if (!GetComponent(i))
+            continue;
+        const QString text = GetValueAt(i);
+        if (first) {
+            result = text;
+            first = false;
+        } else if (text != result) {
+            return {};
+        }
+    }
+    return result;
+}
+
+QString TPropertyEditor::GetValueAt(int Index) const
+{
+    QObject *object = GetComponent(Index);
+    return object ? GetPropertyValueStr(object, GetPropInfo(Index)) : QString();
 }
 
 void TPropertyEditor::SetValue(const QString &Value)
@@ -121,10 +137,18 @@ void TPropertyEditor::Initialize()
 
 bool TPropertyEditor::AllEqual() const
 {
-    const QString first = GetValue();
-    for (size_t i = 1; i < m_propList.size(); ++i) {
-        if (m_propList[i].first && GetPropertyValueStr(m_propList[i].first.data(), m_propList[i].second) != first)
+    QString text;
+    bool first = true;
+    for (int i = 0; i < PropCount(); ++i) {
+        if (!GetComponent(i))
+            continue;
+        const QString own = GetValueAt(i);
+        if (first) {
+            text = own;
+            first = false;
+        } else if (own != text) {
             return false;
+        }
     }
     return true;
 }

@@ -101,6 +101,10 @@ public:
     virtual void Initialize();
     // True when every object has the same text.
     virtual bool AllEqual() const;
+    // The text of the object at Index on its own ("" for a dead one).
+    // GetValue and AllEqual are made of it: an editor with texts of its
+    // own overrides this one and gets both right for several objects.
+    virtual QString GetValueAt(int Index) const;
 
     IDesigner *Designer() const { return m_designer; }
     int PropCount() const { return int(m_propList.size()); }

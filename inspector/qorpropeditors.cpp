@@ -17,9 +17,8 @@
 #include <QIcon>
 #include <QKeySequence>
 #include <QKeySequenceEdit>
-#include <QLabel>
-#include <QMargins>
 #include <QListWidget>
+#include <QMargins>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QSizePolicy>
@@ -29,28 +28,6 @@
 #include <functional>
 
 namespace {
-
-using TextOf = std::function<QString(QObject *, PPropInfo)>;
-
-// The text every live object gives, or "" when they disagree.
-QString commonText(const TPropertyEditor &Editor, const TextOf &Text)
-{
-    QString result;
-    bool first = true;
-    for (int i = 0; i < Editor.PropCount(); ++i) {
-        QObject *object = Editor.GetComponent(i);
-        if (!object)
-            continue;
-        const QString text = Text(object, Editor.GetPropInfo(i));
-        if (first) {
-            result = text;
-            first = false;
-        } else if (text != result) {
-            return {};
-        }
-    }
-    return result;
-}
 
 void forEachObject(const TPropertyEditor &Editor, const std::function<void(QObject *, PPropInfo)> &Do)
 {
@@ -160,6 +137,73 @@ QByteArray QorPictureFileProperty(const QString &PropName)
     return "qorPictureFile_" + PropName.toLatin1();
 }
 
+// ---- Numbers ----
+
+QString TInt64Property::GetValueAt(int Index) const
+{
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const QVariant value = GetPropValue(object, GetPropInfo(Index));
+    return value.metaType().id() == QMetaType::ULongLong ? QString::number(value.toULongLong())
+                                                          : QString::number(value.toLongLong());
+}
+
+void TInt64Property::SetValue(const QString &Value)
+{
+    const PTypeInfo type = GetPropType();
+    const bool isUnsigned = type && type->MetaType.id() == QMetaType::ULongLong;
+    QString text = Value.trimmed();
+    int base = 10;
+    if (text.startsWith(QLatin1Char('$'))) {
+        text = text.mid(1);
+        base = 16;
+    } else if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) {
+        text = text.mid(2);
+        base = 16;
+    }
+    bool ok = false;
+    QVariant value;
+    if (isUnsigned || base == 16) {
+        // Hexadecimal texts are bit patterns, as the 32-bit editor reads them.
+        const qulonglong bits = text.toULongLong(&ok, base);
+        value = isUnsigned ? QVariant(bits) : QVariant(qlonglong(bits));
+    } else {
+        value = QVariant(text.toLongLong(&ok, base));
+    }
+    if (!ok)
+        throw EConvertError(QStringLiteral("'%1' is not a valid integer value").arg(Value));
+    SetVarValue(value);
+}
+
+QString TCharProperty::GetValueAt(int Index) const
+{
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const QChar c = GetPropValue(object, GetPropInfo(Index)).value<QChar>();
+    if (c.isNull())
+        return {};
+    return c.isPrint() ? QString(c) : QLatin1Char('#') + QString::number(c.unicode());
+}
+
+void TCharProperty::SetValue(const QString &Value)
+{
+    QChar c;
+    if (Value.size() == 1) {
+        c = Value.at(0);
+    } else if (Value.size() > 1 && Value.startsWith(QLatin1Char('#'))) {
+        bool ok = false;
+        const uint code = Value.mid(1).toUInt(&ok);
+        if (!ok || code > 0xFFFF)
+            throw EConvertError(QStringLiteral("'%1' is not a valid character").arg(Value));
+        c = QChar(char16_t(code));
+    } else if (!Value.isEmpty()) {
+        throw EConvertError(QStringLiteral("'%1' is not a valid character").arg(Value));
+    }
+    SetVarValue(QVariant::fromValue(c));
+}
+
 // ---- Texts ----
 
 TPropertyAttributes TStringProperty::GetAttributes() const
@@ -241,12 +285,14 @@ QString TSetElementProperty::GetName() const
     return m_element;
 }
 
-QString TSetElementProperty::GetValue() const
+QString TSetElementProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [this](QObject *Object, PPropInfo Info) {
-        const qint64 bit = StringToSet(Info->PropType, m_element);
-        return BoolToStr((GetOrdProp(Object, Info) & bit) == bit, true);
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    const qint64 bit = StringToSet(info->PropType, m_element);
+    return BoolToStr((GetOrdProp(object, info) & bit) == bit, true);
 }
 
 void TSetElementProperty::SetValue(const QString &Value)
@@ -310,11 +356,13 @@ TPropertyAttributes TClassProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paSubProperties | paReadOnly;
 }
 
-QString TClassProperty::GetValue() const
+QString TClassProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        return valueText(GetPropValue(Object, Info), Info->PropType);
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    return valueText(GetPropValue(object, info), info->PropType);
 }
 
 void TClassProperty::SetValue(const QString &)
@@ -368,11 +416,13 @@ TPropertyAttributes TKeySequenceProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paDialog;
 }
 
-QString TKeySequenceProperty::GetValue() const
+QString TKeySequenceProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        return GetPropValue(Object, Info).value<QKeySequence>().toString(QKeySequence::PortableText);
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    return GetPropValue(object, info).value<QKeySequence>().toString(QKeySequence::PortableText);
 }
 
 void TKeySequenceProperty::SetValue(const QString &Value)
@@ -405,17 +455,19 @@ TPropertyAttributes TPictureProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paDialog | paReadOnly;
 }
 
-QString TPictureProperty::GetValue() const
+QString TPictureProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        const QVariant value = GetPropValue(Object, Info);
-        const bool none = value.metaType().id() == QMetaType::QIcon ? value.value<QIcon>().isNull()
-                                                                     : value.value<QPixmap>().isNull();
-        if (none)
-            return QStringLiteral("(none)");
-        const QString file = Object->property(QorPictureFileProperty(Info->Name).constData()).toString();
-        return file.isEmpty() ? QLatin1Char('[') + Info->PropType->Name + QLatin1Char(']') : QFileInfo(file).fileName();
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    const QVariant value = GetPropValue(object, info);
+    const bool none = value.metaType().id() == QMetaType::QIcon ? value.value<QIcon>().isNull()
+                                                                 : value.value<QPixmap>().isNull();
+    if (none)
+        return QStringLiteral("(none)");
+    const QString file = object->property(QorPictureFileProperty(info->Name).constData()).toString();
+    return file.isEmpty() ? QLatin1Char('[') + info->PropType->Name + QLatin1Char(']') : QFileInfo(file).fileName();
 }
 
 void TPictureProperty::SetValue(const QString &Value)
@@ -463,11 +515,13 @@ TPropertyAttributes TStringListProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paDialog | paReadOnly;
 }
 
-QString TStringListProperty::GetValue() const
+QString TStringListProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        return QLatin1Char('[') + GetPropValue(Object, Info).toStringList().join(QStringLiteral(", ")) + QLatin1Char(']');
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    return QLatin1Char('[') + GetPropValue(object, info).toStringList().join(QStringLiteral(", ")) + QLatin1Char(']');
 }
 
 void TStringListProperty::SetValue(const QString &Value)
@@ -491,32 +545,51 @@ void TStringListProperty::Edit()
 
 // ---- Dates and times ----
 
-QString TDateTimeProperty::GetValue() const
+QString TDateTimeProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        const QVariant value = GetPropValue(Object, Info);
-        switch (value.metaType().id()) {
-        case QMetaType::QDate: return value.toDate().toString(Qt::ISODate);
-        case QMetaType::QTime: return value.toTime().toString(QStringLiteral("HH:mm:ss"));
-        default: return value.toDateTime().toString(Qt::ISODate);
-        }
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    const QVariant value = GetPropValue(object, info);
+    switch (value.metaType().id()) {
+    case QMetaType::QDate: return value.toDate().toString(Qt::ISODate);
+    case QMetaType::QTime: return value.toTime().toString(QStringLiteral("HH:mm:ss"));
+    default: return value.toDateTime().toString(Qt::ISODate);
+    }
 }
 
 void TDateTimeProperty::SetValue(const QString &Value)
 {
     const QString text = Value.trimmed();
     const PTypeInfo type = GetPropType();
+    const int id = type ? type->MetaType.id() : 0;
     QVariant value;
-    switch (type ? type->MetaType.id() : 0) {
-    case QMetaType::QDate: value = QDate::fromString(text, Qt::ISODate); break;
-    case QMetaType::QTime: value = QTime::fromString(text, Qt::ISODate); break;
-    default: value = QDateTime::fromString(text, Qt::ISODate); break;
+    bool valid = true;
+    switch (id) {
+    case QMetaType::QDate: {
+        const QDate date = QDate::fromString(text, Qt::ISODate);
+        valid = date.isValid();
+        value = date;
+        break;
     }
-    const bool valid = value.metaType().id() == QMetaType::QDate   ? value.toDate().isValid()
-                       : value.metaType().id() == QMetaType::QTime ? value.toTime().isValid()
-                                                                    : value.toDateTime().isValid();
-    if (!valid)
+    case QMetaType::QTime: {
+        const QTime time = QTime::fromString(text, Qt::ISODate);
+        valid = time.isValid();
+        value = time;
+        break;
+    }
+    default: {
+        const QDateTime dateTime = QDateTime::fromString(text, Qt::ISODate);
+        valid = dateTime.isValid();
+        value = dateTime;
+        break;
+    }
+    }
+    // An empty text clears the value: a null date, time or moment.
+    if (text.isEmpty())
+        value = QVariant(type ? type->MetaType : QMetaType());
+    else if (!valid)
         throw EConvertError(QStringLiteral("'%1' is not a valid date or time").arg(Value));
     SetVarValue(value);
 }
@@ -528,13 +601,15 @@ TPropertyAttributes TRecordProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paReadOnly;
 }
 
-QString TRecordProperty::GetValue() const
+QString TRecordProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        const QVariant value = GetPropValue(Object, Info);
-        const QString text = value.toString();
-        return text.isEmpty() ? QLatin1Char('[') + Info->PropType->Name + QLatin1Char(']') : text;
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    const QVariant value = GetPropValue(object, info);
+    const QString text = value.toString();
+    return text.isEmpty() ? QLatin1Char('[') + info->PropType->Name + QLatin1Char(']') : text;
 }
 
 // ---- Component references ----
@@ -544,12 +619,14 @@ TPropertyAttributes TComponentProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paValueList | paSortList;
 }
 
-QString TComponentProperty::GetValue() const
+QString TComponentProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        QObject *held = GetObjectProp(Object, Info);
-        return held ? CompToNSName(held, Owner(held), Owner(Object)) : QString();
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    QObject *held = GetObjectProp(object, info);
+    return held ? CompToNSName(held, Owner(held), Owner(object)) : QString();
 }
 
 void TComponentProperty::SetValue(const QString &Value)
@@ -592,11 +669,13 @@ TPropertyAttributes TMethodProperty::GetAttributes() const
     return TPropertyEditor::GetAttributes() | paValueList | paSortList | paDialog;
 }
 
-QString TMethodProperty::GetValue() const
+QString TMethodProperty::GetValueAt(int Index) const
 {
-    return commonText(*this, [](QObject *Object, PPropInfo Info) {
-        return eventConnections(Object).value(Info->Name).toString();
-    });
+    QObject *object = GetComponent(Index);
+    if (!object)
+        return {};
+    const PPropInfo info = GetPropInfo(Index);
+    return eventConnections(object).value(info->Name).toString();
 }
 
 void TMethodProperty::SetValue(const QString &Value)

@@ -23,10 +23,13 @@ public:
     using TPropertyEditor::TPropertyEditor;
 };
 
+// The whole 64 bits, signed or unsigned as the property is.
 class QORDESIGN_EXPORT TInt64Property : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    QString GetValueAt(int Index) const override;
+    void SetValue(const QString &Value) override;
 };
 
 class QORDESIGN_EXPORT TFloatProperty : public TPropertyEditor
@@ -35,10 +38,14 @@ public:
     using TPropertyEditor::TPropertyEditor;
 };
 
+// One character, or "#" and its code for one that cannot be typed; ""
+// for the null character.
 class QORDESIGN_EXPORT TCharProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    QString GetValueAt(int Index) const override;
+    void SetValue(const QString &Value) override;
 };
 
 // A text; its dialog edits several lines.
@@ -84,7 +91,7 @@ public:
     TSetElementProperty(IDesigner *Designer, int PropCount, const QString &Element);
     TPropertyAttributes GetAttributes() const override;
     QString GetName() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void GetValues(const TGetStrProc &Proc) const override;
 
@@ -118,7 +125,7 @@ class QORDESIGN_EXPORT TClassProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void GetProperties(const TGetPropProc &Proc) const override;
 };
@@ -138,7 +145,7 @@ class QORDESIGN_EXPORT TKeySequenceProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void Edit() override;
 };
@@ -150,7 +157,7 @@ class QORDESIGN_EXPORT TPictureProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void Edit() override;
     // Loads the file into every object's property ("" clears it).
@@ -163,17 +170,17 @@ class QORDESIGN_EXPORT TStringListProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void Edit() override;
 };
 
-// Dates and times in their ISO texts.
+// Dates and times in their ISO texts; "" clears the value.
 class QORDESIGN_EXPORT TDateTimeProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
 
@@ -183,7 +190,7 @@ class QORDESIGN_EXPORT TRecordProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
 };
 
 // A reference to a component of the edited object's owner.
@@ -192,7 +199,7 @@ class QORDESIGN_EXPORT TComponentProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void GetValues(const TGetStrProc &Proc) const override;
 };
@@ -205,7 +212,7 @@ class QORDESIGN_EXPORT TMethodProperty : public TPropertyEditor
 public:
     using TPropertyEditor::TPropertyEditor;
     TPropertyAttributes GetAttributes() const override;
-    QString GetValue() const override;
+    QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
     void GetValues(const TGetStrProc &Proc) const override;
     void Edit() override;

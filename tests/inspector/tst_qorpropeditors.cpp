@@ -19,42 +19,68 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QFileDialog>
+#include <QKeySequenceEdit>
+#include <QListWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+#include <bit>
 
 class Gauge : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(int level MEMBER level)
     Q_PROPERTY(int other MEMBER other)
+    Q_PROPERTY(qlonglong big MEMBER big)
+    Q_PROPERTY(qulonglong ubig MEMBER ubig)
     Q_PROPERTY(double ratio MEMBER ratio)
     Q_PROPERTY(QChar mark MEMBER mark)
     Q_PROPERTY(QString caption MEMBER caption)
+    Q_PROPERTY(QByteArray raw MEMBER raw)
     Q_PROPERTY(bool lit MEMBER lit)
     Q_PROPERTY(Qt::Alignment align MEMBER align)
     Q_PROPERTY(QColor tint MEMBER tint)
     Q_PROPERTY(QKeySequence shortcut MEMBER shortcut)
     Q_PROPERTY(QStringList items MEMBER items)
     Q_PROPERTY(QDate day MEMBER day)
-    Q_PROPERTY(QPushButton *target MEMBER target)
+    Q_PROPERTY(QTime when MEMBER when)
+    Q_PROPERTY(QDateTime moment MEMBER moment)
+    Q_PROPERTY(QSize extent MEMBER extent)
+    Q_PROPERTY(QPoint spot MEMBER spot)
+    Q_PROPERTY(QMargins pad MEMBER pad)
+    // Held as Qt's own widgets hold their buddies: it may die first.
+    Q_PROPERTY(QPushButton *target READ targetButton WRITE setTargetButton)
     Q_PROPERTY(QVariant anything MEMBER anything)
     Q_PROPERTY(QBrush brush MEMBER brush)
 
 public:
     using QWidget::QWidget;
+    QPushButton *targetButton() const { return target; }
+    void setTargetButton(QPushButton *Button) { target = Button; }
     int level = 0;
     int other = 0;
+    qlonglong big = 0;
+    qulonglong ubig = 0;
     double ratio = 0;
     QChar mark;
     QString caption;
+    QByteArray raw;
     bool lit = false;
     Qt::Alignment align = Qt::AlignLeft;
     QColor tint = Qt::black;
     QKeySequence shortcut;
     QStringList items;
     QDate day;
-    QPushButton *target = nullptr;
+    QTime when;
+    QDateTime moment;
+    QSize extent;
+    QPoint spot;
+    QMargins pad;
+    QPointer<QPushButton> target;
     QVariant anything;
     QBrush brush;
 
@@ -141,11 +167,15 @@ TPropertyEditorRef subNamed(const TPropertyEditorRef &editor, const QString &nam
     return {};
 }
 
-// Runs an editor's dialog, handing it to Drive once it is up.
+// Runs an editor's dialog, handing it to Drive once it is up. A dialog the
+// driving leaves open is cancelled after a while, so that a failing step
+// fails the test instead of hanging it.
 template<class Dialog>
 bool runDialog(const TPropertyEditorRef &editor, const std::function<void(Dialog *)> &Drive)
 {
     const auto driven = QorGuiTest::whenModalOpens([Drive](QWidget *modal) {
+        if (auto *dialog = qobject_cast<QDialog *>(modal))
+            QTimer::singleShot(8000, dialog, &QDialog::reject);
         if (auto *dialog = qobject_cast<Dialog *>(modal))
             Drive(dialog);
         else
@@ -153,6 +183,21 @@ bool runDialog(const TPropertyEditorRef &editor, const std::function<void(Dialog
     });
     editor->Edit();
     return *driven;
+}
+
+QPushButton *okButton(QWidget *dialog)
+{
+    auto *buttons = dialog->findChild<QDialogButtonBox *>();
+    return buttons ? buttons->button(QDialogButtonBox::Ok) : nullptr;
+}
+
+// A small image file in a temporary folder.
+QString writeImage(const QTemporaryDir &dir, const QString &name, const QSize &size)
+{
+    const QString file = dir.filePath(name);
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    return image.save(file) ? file : QString();
 }
 
 } // namespace
@@ -456,13 +501,13 @@ private slots:
         auto target = editorFor({gauge}, "target");
         QCOMPARE(valuesOf(target), QStringList({"Button1"}));
         target->SetValue(QStringLiteral("Button1"));
-        QCOMPARE(gauge->target, button);
+        QCOMPARE(gauge->target.data(), button);
         QCOMPARE(target->GetValue(), QStringLiteral("Button1"));
         QVERIFY_THROWS_EXCEPTION(EPropertyError, target->SetValue(QStringLiteral("Nobody")));
         QVERIFY_THROWS_EXCEPTION(EPropertyError, target->SetValue(QStringLiteral("Label1")));
-        QCOMPARE(gauge->target, button);
+        QCOMPARE(gauge->target.data(), button);
         target->SetValue(QString());
-        QCOMPARE(gauge->target, nullptr);
+        QVERIFY(!gauge->target);
     }
 
     void anEventIsConnectedToTheChosenSlotOfTheForm()
@@ -562,6 +607,470 @@ private slots:
             RealInput::click(dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok));
         }));
         QCOMPARE(a.font().pointSize(), 21);
+    }
+
+    // ---- Every editor: one object, three at once, bad text ----
+
+    void eachEditorReadsWritesAndRefuses_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("bad");
+        QTest::newRow("integer") << "level" << "42" << "42" << "4x2";
+        QTest::newRow("integer in hex") << "level" << "$1F" << "31" << "$G";
+        QTest::newRow("64-bit") << "big" << "-9000000000" << "-9000000000" << "9e9";
+        QTest::newRow("64-bit in hex") << "big" << "0x100000000" << "4294967296" << "0x";
+        QTest::newRow("64-bit unsigned") << "ubig" << "18446744073709551615" << "18446744073709551615"
+                                         << "18446744073709551616";
+        QTest::newRow("float") << "ratio" << "2.5" << "2.5" << "1,5,6";
+        QTest::newRow("character") << "mark" << "q" << "q" << "qq";
+        QTest::newRow("character by code") << "mark" << "#9" << "#9" << "#x";
+        QTest::newRow("text") << "caption" << "Hello" << "Hello" << "";
+        QTest::newRow("bytes") << "raw" << "bytes" << "bytes" << "";
+        QTest::newRow("truth") << "lit" << "True" << "True" << "Perhaps";
+        QTest::newRow("enumeration") << "focusPolicy" << "ClickFocus" << "ClickFocus" << "Nope";
+        QTest::newRow("flags") << "align" << "[AlignTop,AlignRight]" << "[AlignRight,AlignTop]" << "[AlignNowhere]";
+        QTest::newRow("named colour") << "tint" << "blue" << "blue" << "no colour";
+        QTest::newRow("colour by value") << "tint" << "#336699" << "#336699" << "#33669";
+        QTest::newRow("cursor") << "cursor" << "WaitCursor" << "WaitCursor" << "NoSuchCursor";
+        QTest::newRow("key sequence") << "shortcut" << "Ctrl+Shift+K" << "Ctrl+Shift+K" << "Ctrl+Bogus";
+        QTest::newRow("string list") << "items" << "one\ntwo" << "[one, two]" << "";
+        QTest::newRow("date") << "day" << "2026-11-25" << "2026-11-25" << "2026-13-40";
+        QTest::newRow("time") << "when" << "13:45:10" << "13:45:10" << "25:00";
+        QTest::newRow("date and time") << "moment" << "2026-11-25T13:45:10" << "2026-11-25T13:45:10" << "yesterday";
+        QTest::newRow("variant") << "anything" << "text" << "text" << "";
+    }
+
+    void eachEditorReadsWritesAndRefuses()
+    {
+        QFETCH(QString, property);
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        QFETCH(QString, bad);
+        const QByteArray name = property.toLatin1();
+        auto textOf = [&name](QObject *object) { return editorFor({object}, name.constData())->GetValue(); };
+
+        Gauge one;
+        auto single = editorFor({&one}, name.constData());
+        QVERIFY(single->GetAttributes() & paMultiSelect);
+        QVERIFY(single->GetValue() != shown);
+        single->SetValue(text);
+        QCOMPARE(single->GetValue(), shown);
+
+        Gauge a, b, c;
+        const QList<QObject *> three{&a, &b, &c};
+        const QVariant before = a.property(name.constData());
+        auto all = editorFor(three, name.constData());
+        all->SetValue(text);
+        for (QObject *g : three) {
+            QCOMPARE(textOf(g), shown);
+            QCOMPARE(g->property(name.constData()), one.property(name.constData()));
+            QVERIFY(g->property(name.constData()) != before);
+        }
+        QCOMPARE(all->GetValue(), shown);
+        QVERIFY(all->AllEqual());
+
+        if (bad.isEmpty())
+            return;
+        bool refused = false;
+        try {
+            all->SetValue(bad);
+        } catch (const EConvertError &) {
+            refused = true;
+        } catch (const EPropertyError &) {
+            refused = true;
+        }
+        QVERIFY2(refused, qPrintable(QStringLiteral("'%1' was taken").arg(bad)));
+        for (QObject *g : three)
+            QCOMPARE(g->property(name.constData()), one.property(name.constData()));
+    }
+
+    void emptyTextsClearCharactersDatesAndTimes()
+    {
+        Gauge a;
+        a.mark = QLatin1Char('x');
+        a.day = QDate(2026, 1, 2);
+        a.when = QTime(1, 2, 3);
+        editorFor({&a}, "mark")->SetValue(QString());
+        QVERIFY(a.mark.isNull());
+        QCOMPARE(editorFor({&a}, "mark")->GetValue(), QString());
+        editorFor({&a}, "day")->SetValue(QString());
+        QVERIFY(a.day.isNull());
+        editorFor({&a}, "when")->SetValue(QStringLiteral("  "));
+        QVERIFY(a.when.isNull());
+        QCOMPARE(editorFor({&a}, "day")->GetValue(), QString());
+    }
+
+    void severalObjectsThatDisagreeShowNothing()
+    {
+        Gauge a, b;
+        a.extent = QSize(40, 20);
+        b.extent = QSize(40, 20);
+        a.shortcut = b.shortcut = QKeySequence(QStringLiteral("Ctrl+K"));
+        auto extent = editorFor({&a, &b}, "extent");
+        auto shortcut = editorFor({&a, &b}, "shortcut");
+        QCOMPARE(extent->GetValue(), QStringLiteral("40 x 20"));
+        QVERIFY(extent->AllEqual());
+        QVERIFY(shortcut->AllEqual());
+        b.extent = QSize(40, 21);
+        b.shortcut = QKeySequence(QStringLiteral("Ctrl+L"));
+        QCOMPARE(extent->GetValue(), QString());
+        QVERIFY(!extent->AllEqual());
+        QCOMPARE(shortcut->GetValue(), QString());
+        QVERIFY(!shortcut->AllEqual());
+    }
+
+    void theFieldsOfValuesAreSubEditors()
+    {
+        Gauge a, b, c;
+        const QList<QObject *> three{&a, &b, &c};
+        for (Gauge *g : {&a, &b, &c}) {
+            g->extent = QSize(40, 20);
+            g->spot = QPoint(10, 20);
+        }
+        auto extent = editorFor(three, "extent");
+        QCOMPARE(extent->GetAttributes() & (paSubProperties | paReadOnly), paSubProperties | paReadOnly);
+        QCOMPARE(extent->GetValue(), QStringLiteral("40 x 20"));
+        QStringList fields;
+        for (const TPropertyEditorRef &sub : subEditors(extent))
+            fields.append(sub->GetName());
+        QCOMPARE(fields, QStringList({"height", "width"}));
+        subNamed(extent, QStringLiteral("height"))->SetValue(QStringLiteral("25"));
+        for (Gauge *g : {&a, &b, &c})
+            QCOMPARE(g->extent, QSize(40, 25));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, subNamed(extent, QStringLiteral("width"))->SetValue(QStringLiteral("wide")));
+        QCOMPARE(c.extent, QSize(40, 25));
+
+        auto spot = editorFor(three, "spot");
+        QCOMPARE(spot->GetValue(), QStringLiteral("10, 20"));
+        subNamed(spot, QStringLiteral("x"))->SetValue(QStringLiteral("-3"));
+        QCOMPARE(b.spot, QPoint(-3, 20));
+        QCOMPARE(spot->GetValue(), QStringLiteral("-3, 20"));
+
+        auto pad = editorFor(three, "pad");
+        QCOMPARE(pad->GetValue(), QStringLiteral("[0, 0, 0, 0]"));
+        subNamed(pad, QStringLiteral("right"))->SetValue(QStringLiteral("7"));
+        QCOMPARE(c.pad, QMargins(0, 0, 7, 0));
+        QCOMPARE(pad->GetValue(), QStringLiteral("[0, 0, 7, 0]"));
+
+        a.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        b.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        c.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        auto policy = editorFor(three, "sizePolicy");
+        QCOMPARE(policy->GetValue(), QStringLiteral("[Preferred, Fixed, 0, 0]"));
+        auto horizontal = subNamed(policy, QStringLiteral("horizontalPolicy"));
+        QVERIFY(horizontal);
+        QVERIFY(valuesOf(horizontal).contains(QStringLiteral("Expanding")));
+        horizontal->SetValue(QStringLiteral("Expanding"));
+        subNamed(policy, QStringLiteral("verticalStretch"))->SetValue(QStringLiteral("2"));
+        QCOMPARE(b.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+        QCOMPARE(c.sizePolicy().verticalStretch(), 2);
+        QCOMPARE(policy->GetValue(), QStringLiteral("[Expanding, Fixed, 0, 2]"));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, horizontal->SetValue(QStringLiteral("Sideways")));
+        QCOMPARE(a.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+
+        auto palette = editorFor({&a}, "palette");
+        QVERIFY(palette->GetAttributes() & paSubProperties);
+        auto window = subNamed(palette, QStringLiteral("window"));
+        QVERIFY(dynamic_cast<TColorProperty *>(window.get()));
+        window->SetValue(QStringLiteral("red"));
+        QCOMPARE(a.palette().color(QPalette::Window), QColor(Qt::red));
+
+        auto font = editorFor(three, "font");
+        QCOMPARE(font->GetAttributes() & (paDialog | paSubProperties | paReadOnly),
+                 paDialog | paSubProperties | paReadOnly);
+        subNamed(font, QStringLiteral("bold"))->SetValue(QStringLiteral("True"));
+        for (Gauge *g : {&a, &b, &c})
+            QVERIFY(g->font().bold());
+    }
+
+    void flagsOfferEachSingleBitOnce()
+    {
+        Gauge a;
+        auto align = editorFor({&a}, "align");
+        const PTypeInfo type = prop(&a, "align")->PropType;
+        QStringList seen;
+        for (const TPropertyEditorRef &flag : subEditors(align)) {
+            const qint64 bit = StringToSet(type, flag->GetName());
+            QVERIFY2(std::has_single_bit(quint64(bit)), qPrintable(flag->GetName()));
+            QVERIFY(!seen.contains(flag->GetName()));
+            seen.append(flag->GetName());
+        }
+        // The masks and combinations are no flags of their own.
+        QVERIFY(seen.contains(QStringLiteral("AlignHCenter")));
+        QVERIFY(!seen.contains(QStringLiteral("AlignCenter")));
+        QVERIFY(!seen.contains(QStringLiteral("AlignHorizontal_Mask")));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, subNamed(align, QStringLiteral("AlignTop"))->SetValue(QStringLiteral("Maybe")));
+        QCOMPARE(a.align, Qt::Alignment(Qt::AlignLeft));
+    }
+
+    void iconsComeFromImageFilesToo()
+    {
+        QTemporaryDir dir;
+        const QString file = writeImage(dir, QStringLiteral("star.png"), QSize(16, 16));
+        QVERIFY(!file.isEmpty());
+        QPushButton a, b, c;
+        auto icon = editorFor({&a, &b, &c}, "icon");
+        QCOMPARE(icon->GetAttributes() & paDialog, paDialog);
+        QCOMPARE(icon->GetValue(), QStringLiteral("(none)"));
+        icon->SetValue(file);
+        for (QPushButton *button : {&a, &b, &c})
+            QVERIFY(!button->icon().isNull());
+        QCOMPARE(icon->GetValue(), QStringLiteral("star.png"));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, icon->SetValue(dir.filePath(QStringLiteral("none.png"))));
+        QCOMPARE(editorFor({&c}, "icon")->GetValue(), QStringLiteral("star.png"));
+        icon->SetValue(QString());
+        QVERIFY(b.icon().isNull());
+        QCOMPARE(icon->GetValue(), QStringLiteral("(none)"));
+    }
+
+    void aReferenceIsWrittenToSeveralObjects()
+    {
+        QWidget form;
+        auto *button = new QPushButton(&form);
+        button->setObjectName(QStringLiteral("Button1"));
+        InsertComponent(&form, button);
+        QList<QObject *> gauges;
+        for (int i = 0; i < 3; ++i) {
+            auto *gauge = new Gauge(&form);
+            gauge->setObjectName(QStringLiteral("Gauge%1").arg(i + 1));
+            InsertComponent(&form, gauge);
+            gauges.append(gauge);
+        }
+        auto target = editorFor(gauges, "target");
+        QCOMPARE(target->GetAttributes() & (paValueList | paSortList), paValueList | paSortList);
+        target->SetValue(QStringLiteral("Button1"));
+        for (QObject *gauge : gauges)
+            QCOMPARE(static_cast<Gauge *>(gauge)->target.data(), button);
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, target->SetValue(QStringLiteral("Gauge2")));
+        QCOMPARE(static_cast<Gauge *>(gauges.last())->target.data(), button);
+        // A component that dies leaves no dangling name behind.
+        delete button;
+        QCOMPARE(target->GetValue(), QString());
+    }
+
+    void anEventOfSeveralComponentsConnectsEach()
+    {
+        GaugeForm form;
+        QList<QObject *> gauges;
+        for (int i = 0; i < 3; ++i) {
+            auto *gauge = new Gauge(&form);
+            gauge->setObjectName(QStringLiteral("Gauge%1").arg(i + 1));
+            InsertComponent(&form, gauge);
+            gauges.append(gauge);
+        }
+        auto event = editorFor(gauges, "levelChanged");
+        QCOMPARE(event->GetAttributes() & (paValueList | paSortList | paMultiSelect),
+                 paValueList | paSortList | paMultiSelect);
+        event->SetValue(QStringLiteral("ping"));
+        for (QObject *gauge : gauges) {
+            emit static_cast<Gauge *>(gauge)->levelChanged(1);
+            QCOMPARE(gauge->property(QorEventConnectionsProperty()).toMap().value(QStringLiteral("levelChanged")),
+                     QVariant(QStringLiteral("ping")));
+        }
+        QCOMPARE(form.pings, 3);
+        // Choosing the same slot again connects it once, not twice.
+        event->SetValue(QStringLiteral("ping"));
+        emit static_cast<Gauge *>(gauges.first())->levelChanged(1);
+        QCOMPARE(form.pings, 4);
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, event->SetValue(QStringLiteral("noSuchSlot")));
+        QCOMPARE(event->GetValue(), QStringLiteral("ping"));
+        event->SetValue(QString());
+        for (QObject *gauge : gauges) {
+            emit static_cast<Gauge *>(gauge)->levelChanged(1);
+            QVERIFY(!gauge->property(QorEventConnectionsProperty()).isValid());
+        }
+        QCOMPARE(form.pings, 4);
+        // A component without a form has no slots to offer.
+        Gauge alone;
+        auto lonely = editorFor({&alone}, "levelChanged");
+        QVERIFY(valuesOf(lonely).isEmpty());
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, lonely->SetValue(QStringLiteral("ping")));
+    }
+
+    void aSelectionListHoldsTheLiveObjectsInOrder()
+    {
+        QObject a, b, c;
+        auto *gone = new QObject;
+        TQorDesignerSelections selections;
+        QCOMPARE(selections.Add(&a), 0);
+        selections.Add(nullptr);
+        selections.Add(&b);
+        selections.Add(gone);
+        QCOMPARE(selections.Add(&c), 4);
+        delete gone;
+        QList<QObject *> live;
+        for (int i = 0; i < selections.Count(); ++i) {
+            if (QObject *object = selections.Get(i))
+                live.append(object);
+        }
+        QCOMPARE(live, QList<QObject *>({&a, &b, &c}));
+        QCOMPARE(selections.Get(-1), nullptr);
+        QCOMPARE(selections.Get(selections.Count()), nullptr);
+        TQorDesignerSelections same;
+        for (QObject *object : {&a, static_cast<QObject *>(nullptr), &b, static_cast<QObject *>(nullptr), &c})
+            same.Add(object);
+        QVERIFY(selections.Equals(same));
+        QVERIFY(same.Equals(selections));
+        TQorDesignerSelections otherOrder;
+        for (QObject *object : {&b, static_cast<QObject *>(nullptr), &a, static_cast<QObject *>(nullptr), &c})
+            otherOrder.Add(object);
+        QVERIFY(!selections.Equals(otherOrder));
+        same.Add(&a);
+        QVERIFY(!selections.Equals(same));
+        // Through the interface as the editors see it.
+        const IDesignerSelections &asInterface = selections;
+        QCOMPARE(asInterface.Count(), 5);
+        QCOMPARE(asInterface.Get(2), &b);
+    }
+
+    // ---- More dialogs ----
+
+    void dialogsOpenOverTheDialogParentAndCancelChangesNothing()
+    {
+        QWidget window;
+        window.resize(300, 200);
+        QVERIFY(QorGuiTest::showAndActivate(&window));
+        TPropertyEditor::SetDialogParent(&window);
+        Gauge a;
+        a.caption = QStringLiteral("kept");
+        a.items = QStringList({"kept"});
+        a.shortcut = QKeySequence(QStringLiteral("Ctrl+K"));
+        QPushButton button;
+        const QFont font = button.font();
+
+        struct Case
+        {
+            TPropertyEditorRef editor;
+            const char *name;
+        };
+        const QList<Case> cases{{editorFor({&a}, "caption"), "QorTextDialog"},
+                                {editorFor({&a}, "items"), "QorStringsDialog"},
+                                {editorFor({&a}, "shortcut"), "QorKeySequenceDialog"},
+                                {editorFor({&a}, "tint"), "QorColorDialog"},
+                                {editorFor({&button}, "font"), "QorFontDialog"}};
+        for (const Case &c : cases) {
+            QVERIFY(c.editor->GetAttributes() & paDialog);
+            QString seenName, seenTitle;
+            QWidget *seenParent = nullptr;
+            QVERIFY(runDialog<QDialog>(c.editor, [&](QDialog *dialog) {
+                seenName = dialog->objectName();
+                seenTitle = dialog->windowTitle();
+                seenParent = dialog->parentWidget();
+                RealInput::key("Escape");
+            }));
+            QCOMPARE(seenName, QLatin1String(c.name));
+            QVERIFY(!seenTitle.isEmpty());
+            QCOMPARE(seenParent, &window);
+        }
+        TPropertyEditor::SetDialogParent(nullptr);
+        QCOMPARE(a.caption, QStringLiteral("kept"));
+        QCOMPARE(a.items, QStringList({"kept"}));
+        QCOMPARE(a.shortcut, QKeySequence(QStringLiteral("Ctrl+K")));
+        QCOMPARE(a.tint, QColor(Qt::black));
+        QCOMPARE(button.font(), font);
+    }
+
+    void theStringListDialogTakesOneItemPerLine()
+    {
+        Gauge a, b, c;
+        a.items = QStringList({"old"});
+        auto items = editorFor({&a, &b, &c}, "items");
+        QCOMPARE(items->GetAttributes() & paDialog, paDialog);
+        QVERIFY(runDialog<QDialog>(items, [](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("QorStringsDialog"));
+            auto *lines = dialog->findChild<QPlainTextEdit *>();
+            QVERIFY(lines);
+            QCOMPARE(lines->toPlainText(), QStringLiteral("old"));
+            RealInput::click(lines);
+            RealInput::key("a", Qt::ControlModifier);
+            RealInput::typeText(QStringLiteral("red"));
+            RealInput::key("Return");
+            RealInput::typeText(QStringLiteral("green"));
+            RealInput::key("Return");
+            RealInput::typeText(QStringLiteral("blue"));
+            RealInput::click(okButton(dialog));
+        }));
+        for (Gauge *g : {&a, &b, &c})
+            QCOMPARE(g->items, QStringList({"red", "green", "blue"}));
+        QCOMPARE(items->GetValue(), QStringLiteral("[red, green, blue]"));
+    }
+
+    void theKeySequenceDialogRecordsAKey()
+    {
+        Gauge a;
+        auto shortcut = editorFor({&a}, "shortcut");
+        QVERIFY(runDialog<QDialog>(shortcut, [](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("QorKeySequenceDialog"));
+            auto *edit = dialog->findChild<QKeySequenceEdit *>();
+            QVERIFY(edit);
+            RealInput::click(edit);
+            RealInput::key("k", Qt::ControlModifier | Qt::ShiftModifier);
+            RealInput::click(okButton(dialog));
+        }));
+        QCOMPARE(a.shortcut, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_K));
+        QCOMPARE(shortcut->GetValue(), QStringLiteral("Ctrl+Shift+K"));
+    }
+
+    void thePictureDialogLoadsTheChosenFile()
+    {
+        QTemporaryDir dir;
+        const QString file = writeImage(dir, QStringLiteral("chosen.png"), QSize(12, 10));
+        QVERIFY(!file.isEmpty());
+        QLabel a, b;
+        auto pixmap = editorFor({&a, &b}, "pixmap");
+        QVERIFY(runDialog<QFileDialog>(pixmap, [&file](QFileDialog *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("QorPictureDialog"));
+            QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
+            auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            QVERIFY(name);
+            RealInput::click(name);
+            RealInput::typeText(file);
+            RealInput::key("Return");
+        }));
+        QCOMPARE(a.pixmap().size(), QSize(12, 10));
+        QCOMPARE(b.pixmap().size(), QSize(12, 10));
+        QCOMPARE(pixmap->GetValue(), QStringLiteral("chosen.png"));
+        QCOMPARE(a.property(QorPictureFileProperty(QStringLiteral("pixmap")).constData()).toString(), file);
+        // Escape keeps the picture.
+        QVERIFY(runDialog<QFileDialog>(pixmap, [](QFileDialog *) { RealInput::key("Escape"); }));
+        QCOMPARE(pixmap->GetValue(), QStringLiteral("chosen.png"));
+    }
+
+    void theEventDialogConnectsThePickedSlot()
+    {
+        GaugeForm form;
+        auto *gauge = new Gauge(&form);
+        gauge->setObjectName(QStringLiteral("Gauge1"));
+        InsertComponent(&form, gauge);
+        auto event = editorFor({gauge}, "levelChanged");
+        QVERIFY(runDialog<QDialog>(event, [](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("QorEventDialog"));
+            auto *list = dialog->findChild<QListWidget *>();
+            QVERIFY(list);
+            const QList<QListWidgetItem *> found = list->findItems(QStringLiteral("onLevel"), Qt::MatchExactly);
+            QCOMPARE(found.size(), 1);
+            QVERIFY(list->findItems(QStringLiteral("takesText"), Qt::MatchExactly).isEmpty());
+            list->scrollToItem(found.first());
+            RealInput::click(list->viewport(), list->visualItemRect(found.first()).center());
+            QTRY_COMPARE(list->currentItem(), found.first());
+            RealInput::click(okButton(dialog));
+        }));
+        emit gauge->levelChanged(12);
+        QCOMPARE(form.received, 12);
+        QCOMPARE(event->GetValue(), QStringLiteral("onLevel"));
+        // "(none)" disconnects.
+        QVERIFY(runDialog<QDialog>(event, [](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>();
+            list->scrollToTop();
+            RealInput::click(list->viewport(), list->visualItemRect(list->item(0)).center());
+            QTRY_COMPARE(list->currentRow(), 0);
+            RealInput::click(okButton(dialog));
+        }));
+        emit gauge->levelChanged(13);
+        QCOMPARE(form.received, 12);
+        QCOMPARE(event->GetValue(), QString());
     }
 };
 
