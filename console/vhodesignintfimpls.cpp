@@ -1,5 +1,7 @@
 #include "console/vhodesignintfimpls.h"
 
+#include "console/qordesignconsole.h"
+
 #include "designer/qormanager.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
@@ -49,8 +51,13 @@ void TVhoDesigner::RenameMethod(const QString &, const QString &) {}
 void TVhoDesigner::SelectComponent(QObject *Instance)
 {
     // The shared selection list, without a notification to anyone.
-    if (m_designManager)
-        m_designManager->SetSelectedComps(Instance ? TComponentList{Instance} : TComponentList());
+    const TComponentList list = Instance ? TComponentList{Instance} : TComponentList();
+    if (!m_designManager)
+        return;
+    if (auto *center = dynamic_cast<TQorDesignCenter *>(m_designManager->ConsoleCenter()))
+        center->SetSelectedCompsSilently(list);
+    else
+        m_designManager->SetSelectedComps(list);
 }
 
 void TVhoDesigner::SetSelections(IDesignerSelections *) {}

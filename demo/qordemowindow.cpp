@@ -1,6 +1,7 @@
 #include "qordemowindow.h"
 
 #include "console/qorcompeditors.h"
+#include "console/qordesignconsole.h"
 #include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -25,6 +26,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScopedValueRollback>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QStatusBar>
@@ -47,53 +49,86 @@ T *place(T *widget, const char *name, const QRect &geometry)
 
 } // namespace
 
-class QorDemoWindow::DemoCenter final : public QObject, public IQorDesignCenter, public IQorInspectorCenter
+// The component tree of the demo, linked to the design center: the stage
+// and its components nested by container. A selection made here goes to
+// the center; the center's selection shows here without echo.
+class QorDemoWindow::DemoTree final : public QTreeWidget, public IQorCompTreeView
 {
 public:
-    explicit DemoCenter(QorDemoWindow *window)
-        : m_window(window)
+    DemoTree(QorDemoWindow *Window, QWidget *Parent)
+        : QTreeWidget(Parent)
+        , m_window(Window)
     {
+        setSelectionMode(QAbstractItemView::ExtendedSelection);
+        connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
+            if (!m_quiet && m_center)
+                m_center->CompTreeSelCompChanged();
+        });
+        setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+            if (m_popupMenu)
+                m_popupMenu->popup(viewport()->mapToGlobal(at));
+        });
     }
 
-    void DesignerSelCompChanged() override
+    void SetConsoleCenter(TQorDesignCenter *Center) override { m_center = Center; }
+    TComponentList SelectedComps() const override
     {
-        const TComponentList &selected = m_window->m_manager->SelectedComps();
-        m_window->statusBar()->showMessage(
-            QObject::tr("%n component(s) selected", nullptr, selected.Count()));
-        m_window->m_inspector->SetActiveComponents(selected);
+        TComponentList list;
+        for (QTreeWidgetItem *item : selectedItems())
+            list.Add(item->data(0, Qt::UserRole).value<QObject *>());
+        return list;
     }
-    void InspectorPropChanged() override {}
-    TComponentList InspectorSelection() const override { return m_window->m_manager->SelectedComps(); }
-    IDesigner *InspectorDesigner() const override { return nullptr; }
-    void DesignerSelCompMoved() override {}
-    void SetDirty(bool) override {}
-    void DesignStageCompsModified(QObject *, TQorCompOperation) override { m_treeStale = true; }
-    const QMetaObject *GetPalleteSelectedClass() const override
+    void SetSelectedComps(const TComponentList &List) override
     {
-        const QListWidgetItem *item = m_window->m_palette->currentItem();
-        if (!item || !m_window->m_palette->selectionModel()->hasSelection())
-            return nullptr;
-        return GetClass(item->data(Qt::UserRole).toString());
+        const QScopedValueRollback quiet(m_quiet, true);
+        clearSelection();
+        bool first = true;
+        for (QTreeWidgetItemIterator it(this); *it; ++it) {
+            if (List.IndexOf((*it)->data(0, Qt::UserRole).value<QObject *>()) < 0)
+                continue;
+            if (first)
+                setCurrentItem(*it, 0, QItemSelectionModel::NoUpdate);
+            first = false;
+            (*it)->setSelected(true);
+        }
     }
-    void DynCompCreated(QObject *) override
-    {
-        m_window->m_palette->clearSelection();
-        m_window->fillComponentTree();
-    }
-    void DelSelCtrls() override
-    {
-        TQorDesignManager *manager = m_window->m_manager;
-        manager->SetConsoleCenter(nullptr);
-        manager->DelSelectedControls();
-        manager->SetConsoleCenter(this);
-        m_window->fillComponentTree();
-    }
-    void RefreshCompTree() override { m_window->fillComponentTree(); }
-
-    bool m_treeStale = false;
+    void Refresh() override { m_window->fillComponentTree(); }
+    bool Dirty() const override { return m_dirty; }
+    void SetDirty(bool Value) override { m_dirty = Value; }
+    void SetPopupMenu(QMenu *Menu) override { m_popupMenu = Menu; }
 
 private:
     QorDemoWindow *m_window;
+    QPointer<TQorDesignCenter> m_center;
+    QPointer<QMenu> m_popupMenu;
+    bool m_quiet = false;
+    bool m_dirty = false;
+};
+
+// The demo's palette as the design center sees it: the chosen class is the
+// one a click on the stage inserts; after the insertion the palette goes
+// back to choosing nothing.
+class QorDemoWindow::DemoPalette final : public QObject, public IQorCompPallete
+{
+public:
+    DemoPalette(QListWidget *List)
+        : QObject(List)
+        , m_list(List)
+    {
+    }
+
+    const QMetaObject *GetCurrClass() const override
+    {
+        const QListWidgetItem *item = m_list->currentItem();
+        if (!item || !m_list->selectionModel()->hasSelection())
+            return nullptr;
+        return GetClass(item->data(Qt::UserRole).toString());
+    }
+    void DeselectComps() override { m_list->clearSelection(); }
+
+private:
+    QListWidget *m_list;
 };
 
 QorDemoWindow::QorDemoWindow(QWidget *parent)
@@ -117,7 +152,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
 
     auto *treeDock = new QDockWidget(tr("Components"), this);
     treeDock->setObjectName(QStringLiteral("ComponentsDock"));
-    m_tree = new QTreeWidget(treeDock);
+    m_tree = new DemoTree(this, treeDock);
     m_tree->setObjectName(QStringLiteral("ComponentTree"));
     m_tree->setHeaderLabels({tr("Name"), tr("Class")});
     m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -148,9 +183,6 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     connect(m_inspectorSwitch, &QTabBar::currentChanged, this, [this](int index) {
         m_inspector->SetPropertyFilterStyles(index == 1 ? pfEvent : pfProperty);
     });
-    connect(m_tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem *item) {
-        m_inspector->SetActiveComponent(item ? item->data(0, Qt::UserRole).value<QObject *>() : nullptr);
-    });
     // A renamed component shows its new name in the tree.
     connect(m_inspector, &TVhoObjInspector::OnPropNameChanged, this, [this](QObject *, const QString &name) {
         if (name == QLatin1String("objectName"))
@@ -163,10 +195,19 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     // Designing: a switch on the tool bar; the palette's chosen class is
     // inserted where the stage is clicked; the stage's mouse position shows
     // in the status bar.
+    // The design center joins the stage's design manager, the inspector,
+    // the tree and the palette: each tells the center what changed, and the
+    // center tells the others.
     m_manager = new TQorDesignManager(m_stage);
-    m_center = std::make_unique<DemoCenter>(this);
-    m_manager->SetConsoleCenter(m_center.get());
-    m_inspector->SetConsoleCenter(m_center.get());
+    m_center = new TQorDesignCenter(this);
+    m_center->setObjectName(QStringLiteral("DesignCenter"));
+    m_center->SetObjInspector(m_inspector);
+    m_center->SetDesignManager(m_manager);
+    m_center->SetCompTreeView(m_tree);
+    m_center->SetCompPalleteToolBar(new DemoPalette(m_palette));
+    connect(m_center, &TQorDesignCenter::OnCompsChange, this, [this] {
+        statusBar()->showMessage(tr("%n component(s) selected", nullptr, m_center->SelectedComps().Count()));
+    });
     auto *tools = addToolBar(tr("Design"));
     tools->setObjectName(QStringLiteral("DesignToolBar"));
     m_designAction = tools->addAction(tr("Design"));
@@ -189,7 +230,8 @@ QorDemoWindow::~QorDemoWindow()
     // The stage and its manager outlive this window's members: the manager
     // lets go of the center before the center goes.
     m_manager->SetIsDesigning(false);
-    m_manager->SetConsoleCenter(nullptr);
+    m_center->SetCompTreeView(nullptr);
+    m_center->SetDesignManager(nullptr);
     // The dictionary is the process's: the next window starts without it.
     if (m_chineseSwitch->isChecked())
         QorTransMan()->SetDbFileName(QString());
@@ -231,8 +273,8 @@ QWidget *QorDemoWindow::createStage()
 
 void QorDemoWindow::createMenus(QWidget *StageArea)
 {
-    // Edit: the clipboard commands with their keys; an editor that has the
-    // keyboard (the inspector's line edits) keeps its own.
+    // Edit: the design center's commands, with their keys while the design
+    // area has the keyboard (the inspector and its editors keep their own).
     QMenu *edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(QStringLiteral("EditMenu"));
     auto add = [StageArea](QMenu *menu, const QString &text, const char *name, const QKeySequence &keys,
@@ -241,20 +283,18 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
         action->setObjectName(QLatin1String(name));
         if (!keys.isEmpty()) {
             action->setShortcut(keys);
+            action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
             StageArea->addAction(action);
         }
         QObject::connect(action, &QAction::triggered, action, std::move(run));
         return action;
     };
-    add(edit, tr("Cu&t"), "CutAction", QKeySequence::Cut, [this] {
-        TVhoDesigner(m_manager).CutSelection();
-        fillComponentTree();
-    });
-    add(edit, tr("&Copy"), "CopyAction", QKeySequence::Copy, [this] { TVhoDesigner(m_manager).CopySelection(); });
-    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] { pasteComponents(); });
-    add(edit, tr("&Delete"), "DeleteAction", QKeySequence(), [this] { m_manager->DelSelectedControls(); });
+    add(edit, tr("Cu&t"), "CutAction", QKeySequence::Cut, [this] { m_center->CutSelComps(); });
+    add(edit, tr("&Copy"), "CopyAction", QKeySequence::Copy, [this] { m_center->CopySelComps(); });
+    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] { m_center->PasteComps(); });
+    add(edit, tr("&Delete"), "DeleteAction", QKeySequence(), [this] { m_center->DelSelCtrls(); });
     add(edit, tr("Select &All"), "SelectAllAction", QKeySequence::SelectAll,
-        [this] { m_manager->SelectAllControls(); });
+        [this] { m_center->SelectAllControls(); });
 
     // Arrange: direct choices until the arrange dialogs come.
     QMenu *arrange = menuBar()->addMenu(tr("&Arrange"));
@@ -294,30 +334,6 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
             });
         }
     });
-}
-
-void QorDemoWindow::pasteComponents()
-{
-    // Into the selected container, or the stage; names are made unique
-    // here, as the design center will.
-    const TComponentList &selected = m_manager->SelectedComps();
-    auto *target = selected.Count() == 1 ? qobject_cast<QWidget *>(selected.First()) : nullptr;
-    QWidget *parent = target && AcceptsControls(target) ? target : m_stage;
-    const QList<QObject *> before = parent->children();
-    QObject *last = VhoClipboard()->GetComponents(nullptr, parent, 8, 6);
-    QList<QObject *> pasted;
-    for (QObject *child : parent->children()) {
-        if (!before.contains(child) && child->isWidgetType())
-            pasted.append(child);
-    }
-    if (last && !pasted.contains(last))
-        pasted.append(last);
-    for (QObject *component : pasted) {
-        if (component->objectName().isEmpty() || CompNameExists(component->objectName(), m_stage))
-            component->setObjectName(GetCompUniqueID(component->metaObject(), m_stage));
-        InsertComponent(m_stage, component);
-    }
-    fillComponentTree();
 }
 
 void QorDemoWindow::fillPalette()
@@ -370,20 +386,16 @@ void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
 
 void QorDemoWindow::fillComponentTree()
 {
-    // Rebuilt quietly: the component chosen before stays chosen.
-    const QTreeWidgetItem *current = m_tree->currentItem();
-    QObject *chosen = current ? current->data(0, Qt::UserRole).value<QObject *>() : nullptr;
-    const QSignalBlocker quiet(m_tree);
-    m_tree->clear();
-    auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
-                                              QString::fromLatin1(m_stage->metaObject()->className())});
-    root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
-    addTreeNodes(root, m_stage);
-    m_tree->expandAll();
-    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        if ((*it)->data(0, Qt::UserRole).value<QObject *>() == chosen) {
-            m_tree->setCurrentItem(*it);
-            break;
-        }
+    // Rebuilt quietly: what was selected stays selected.
+    const TComponentList selected = static_cast<DemoTree *>(m_tree)->SelectedComps();
+    {
+        const QSignalBlocker quiet(m_tree);
+        m_tree->clear();
+        auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
+                                                  QString::fromLatin1(m_stage->metaObject()->className())});
+        root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
+        addTreeNodes(root, m_stage);
+        m_tree->expandAll();
     }
+    static_cast<DemoTree *>(m_tree)->SetSelectedComps(selected);
 }

@@ -12,6 +12,7 @@ class QAction;
 class QCheckBox;
 class QListWidget;
 class QTabBar;
+class TQorDesignCenter;
 class TQorDesignManager;
 class TQorObjInspector;
 class QTreeWidget;
@@ -44,6 +45,9 @@ public:
     // The design manager of the stage and the switch that turns designing
     // on and off.
     TQorDesignManager *designManager() const { return m_manager; }
+    // The design center that joins the stage, the tree, the palette and
+    // the inspector.
+    TQorDesignCenter *designCenter() const { return m_center; }
     QAction *designAction() const { return m_designAction; }
 
 private:
@@ -52,8 +56,6 @@ private:
     void fillComponentTree();
     void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
     void createMenus(QWidget *StageArea);
-    // Pastes the clipboard's components into the selected container.
-    void pasteComponents();
 
     QWidget *m_stage = nullptr;
     QListWidget *m_palette = nullptr;
@@ -63,8 +65,7 @@ private:
     QCheckBox *m_chineseSwitch = nullptr;
     TQorDesignManager *m_manager = nullptr;
     QAction *m_designAction = nullptr;
-    // Stands in for the design center until it comes: the palette's chosen
-    // class is the one a click on the stage inserts.
-    class DemoCenter;
-    std::unique_ptr<DemoCenter> m_center;
+    TQorDesignCenter *m_center = nullptr;
+    class DemoTree;
+    class DemoPalette;
 };

@@ -102,6 +102,10 @@ using enum QorDesigner::TQorDesignScaleStyle;
 
 // The event the design manager reports a dynamically inserted component by.
 using TDynInsComponentEvent = std::function<void(QObject *Sender, QObject *Component)>;
+// The event the design manager reports the mouse moving over the stage by:
+// the control under the mouse and the point in the stage's coordinates.
+using TQorStageMouseMoveEvent =
+    std::function<void(QObject *Sender, QWidget *Control, Qt::KeyboardModifiers Shift, int X, int Y)>;
 
 // What a design proxy's mouse-down handling wrote into the message result.
 constexpr qintptr mdrNotHandled = 0;       // not handled yet

@@ -583,6 +583,8 @@ void TQorDesignManager::EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModif
         else
             at = m_designStage->mapFromGlobal(Control->mapToGlobal(Pos));
     }
+    if (OnStageMouseMoveHandler)
+        OnStageMouseMoveHandler(this, Control, Shift, at.x(), at.y());
     emit OnStageMouseMove(this, Control, Shift, at.x(), at.y());
 }
 

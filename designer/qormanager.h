@@ -74,6 +74,9 @@ public:
     // The event the application hears of inserted components by, besides
     // the signal.
     TDynInsComponentEvent OnDynInsComponentHandler;
+    // The event the mouse moving over the stage is reported by, besides
+    // the signal (the design center reads and writes it).
+    TQorStageMouseMoveEvent OnStageMouseMoveHandler;
 
     bool DisplayGrid() const;
     void SetDisplayGrid(bool Value);
@@ -135,6 +138,8 @@ public:
     bool IsEmbeddedEditing() const { return m_embeddedEditing; }
     bool CanProxyInterceptMsgs() const { return !m_embeddedEditing; }
 
+    // True from the start of the manager's destruction on.
+    bool IsDestroying() const { return m_destroying; }
     // True while the stage's rubber band is being dragged.
     bool IsRubbering() const;
     // True for a widget that is still alive and designed on this stage.

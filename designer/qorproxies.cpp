@@ -71,14 +71,17 @@ protected:
             message.Msg = WM_KILLFOCUS;
             break;
         case QEvent::ShortcutOverride: {
-            // The form's shortcuts stay quiet while a designed widget has
-            // the keys.
+            // A designed widget with the keys claims none of them for
+            // itself (a designed line edit would keep Ctrl+C): the
+            // application's shortcuts work while the design has the keys.
             auto *proxy = dynamic_cast<TQorDesignWndProcProxy *>(top(w));
-            if (proxy && proxy->IsInterceptMsgs()) {
-                event->accept();
-                return true;
-            }
-            return false;
+            return proxy && proxy->IsInterceptMsgs();
+        }
+        case QEvent::Shortcut: {
+            // The designed widgets' own shortcuts (a button's mnemonic) stay
+            // quiet: they would click, toggle or focus the widget.
+            auto *proxy = dynamic_cast<TQorDesignWndProcProxy *>(top(w));
+            return proxy && proxy->IsInterceptMsgs();
         }
         default:
             if (TQorMessageEvent *designMessage = QorMessageOf(event)) {

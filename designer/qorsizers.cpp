@@ -546,8 +546,13 @@ bool TQorSizer::event(QEvent *event)
         event->accept();
         return true;
     case QEvent::ShortcutOverride:
-        event->accept();
-        return true;
+        // The sizer keeps the keys it acts on; any other key may be one of
+        // the application's shortcuts (copy, paste, select all).
+        if (IsSizerKey(static_cast<QKeyEvent *>(event))) {
+            event->accept();
+            return true;
+        }
+        return QWidget::event(event);
     default:
         return QWidget::event(event);
     }
@@ -601,6 +606,23 @@ void TQorSizer::mouseDoubleClickEvent(QMouseEvent *event)
     event->accept();
     if (event->button() == Qt::LeftButton)
         WMLButtonDblClk();
+}
+
+bool TQorSizer::IsSizerKey(const QKeyEvent *Event)
+{
+    switch (Event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return Event->modifiers().testFlag(Qt::ControlModifier);
+    case Qt::Key_Delete:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return true;
+    default:
+        return false;
+    }
 }
 
 void TQorSizer::keyPressEvent(QKeyEvent *event)
@@ -784,12 +806,27 @@ int TQorSizerList::AddSizer(TQorSizer *Sizer)
     return Count() - 1;
 }
 
+void TQorSizerList::keepKeyboard(TQorSizer *Sizer)
+{
+    // A sizer that goes while it has the keys leaves them to the stage:
+    // otherwise the focus would wander to the window's next widget and the
+    // design would lose the keyboard (and with it the application's
+    // shortcuts that act on the design). The sizer or stage sizer bound
+    // next takes them from the stage.
+    if (!m_manager || m_manager->IsDestroying() || !Sizer->hasFocus())
+        return;
+    QWidget *stage = m_manager->DesignStage();
+    if (stage && stage->isVisible() && !QCoreApplication::closingDown())
+        stage->setFocus(Qt::OtherFocusReason);
+}
+
 void TQorSizerList::freeSizer(TQorSizer *Sizer)
 {
     // Called from the sizer's destructor or before it is deleted.
     const auto it = std::find(m_sizers.begin(), m_sizers.end(), Sizer);
     if (it == m_sizers.end())
         return;
+    keepKeyboard(Sizer);
     const QRect bounds = Sizer->geometry();
     m_sizers.erase(it);
     for (auto i = m_byControl.begin(); i != m_byControl.end();) {
@@ -866,6 +903,7 @@ void TQorSizerList::ClearSizer()
     m_byControl.clear();
     m_multi = false;
     for (TQorSizer *sizer : all) {
+        keepKeyboard(sizer);
         sizer->m_sizerList = nullptr;
         delete sizer;
     }
@@ -1021,6 +1059,9 @@ void TQorStageSizer::BindToControl()
     show();
     // Behind the stage: only the border around it can be reached.
     stackUnder(m_control);
+    // The keys a removed sizer left with the stage come here.
+    if (QApplication::focusWidget() == m_control)
+        setFocus(Qt::OtherFocusReason);
 }
 
 void TQorStageSizer::UpdateBounds()

@@ -135,6 +135,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    // The keys the sizer acts on itself and claims before any shortcut.
+    static bool IsSizerKey(const QKeyEvent *Event);
     void keyReleaseEvent(QKeyEvent *event) override;
 
     // Paints the marks of the sizer with a painter whose origin is the
@@ -231,6 +233,7 @@ public:
 private:
     void reindex();
     void freeSizer(TQorSizer *Sizer);
+    void keepKeyboard(TQorSizer *Sizer);
     TQorSizerOverlay *overlayFor(QWidget *Parent);
 
     TQorDesignManager *m_manager;

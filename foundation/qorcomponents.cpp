@@ -2,6 +2,7 @@
 
 #include "qorerror.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QHash>
 #include <QMetaObject>
@@ -347,6 +348,28 @@ void adoptUnder(QObject *owner, QObject *object, int &count)
 }
 
 } // namespace
+
+void FreeComponent(QObject *Component)
+{
+    if (!Component)
+        return;
+    if (Component->isWidgetType()) {
+        auto *widget = static_cast<QWidget *>(Component);
+        // The keyboard stays with the nearest widget that remains, rather
+        // than wandering to whatever comes next in the window.
+        QWidget *focus = QApplication::focusWidget();
+        if (focus && (focus == widget || widget->isAncestorOf(focus)) && widget->parentWidget())
+            widget->parentWidget()->setFocus(Qt::OtherFocusReason);
+        widget->hide();
+    }
+    QList<QObject *> inner = Component->findChildren<QObject *>();
+    inner.prepend(Component);
+    for (QObject *object : std::as_const(inner)) {
+        if (QObject *owner = Owner(object))
+            RemoveComponent(owner, object);
+    }
+    Component->deleteLater();
+}
 
 int AdoptNamedDescendants(QObject *Owner)
 {

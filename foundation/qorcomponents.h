@@ -59,6 +59,15 @@ QORDESIGN_EXPORT void InsertComponent(QObject *Owner, QObject *Component);
 // Takes the component out of the owner's list (it is not destroyed).
 QORDESIGN_EXPORT void RemoveComponent(QObject *Owner, QObject *Component);
 
+// Frees a designed component the way a deletion on the design surface
+// does: a widget disappears at once, the component and every component
+// inside it leave their owners' lists now (lists and trees read the design
+// without them from here on), and the objects are destroyed once control
+// is back in the event loop, where none of their events is being handled.
+// A component still parented stays so until then, so that it goes with its
+// parent should the loop never run again.
+QORDESIGN_EXPORT void FreeComponent(QObject *Component);
+
 // The owned component of that name (case-insensitive), the first in list
 // order when several share it; nil when none.
 QORDESIGN_EXPORT QObject *FindComponent(const QObject *Owner, const QString &Name);

@@ -139,8 +139,12 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
         try {
             if (auto *w = qobject_cast<QWidget *>(component); w && Parent)
                 placePasted(w, Parent, DX, DY);
-            if (Owner)
+            if (Owner) {
+                if (m_renameDuplicates
+                    && (component->objectName().isEmpty() || FindComponent(Owner, component->objectName())))
+                    component->setObjectName(GetCompUniqueID(component->metaObject(), Owner));
                 InsertComponent(Owner, component);
+            }
             last = component;
         } catch (const EQorError &) {
             discard(component);

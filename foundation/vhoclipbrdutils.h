@@ -49,6 +49,16 @@ public:
     QObject *GetComponents(QObject *Owner, QWidget *Parent, int DX, int DY);
     // True when the clipboard holds component records.
     bool HasComponents() const;
+
+    // When set, a pasted component whose name Owner already has (or that
+    // has none) gets the first free name of its class instead of being
+    // skipped. Off by default; the design center turns it on for its
+    // paste.
+    bool RenameDuplicates() const { return m_renameDuplicates; }
+    void SetRenameDuplicates(bool Value) { m_renameDuplicates = Value; }
+
+private:
+    bool m_renameDuplicates = false;
 };
 
 // The one clipboard object of the process.

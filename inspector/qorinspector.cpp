@@ -3,6 +3,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qortypinfo.h"
 
+#include <QApplication>
 #include <QAbstractTableModel>
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -236,6 +237,16 @@ TValueListEditor::TValueListEditor(QWidget *Parent)
 }
 
 TValueListEditor::~TValueListEditor() = default;
+
+bool TValueListEditor::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
+{
+    if (trigger == QAbstractItemView::CurrentChanged) {
+        const QWidget *focus = QApplication::focusWidget();
+        if (!focus || (focus != this && !isAncestorOf(focus)))
+            return false;
+    }
+    return QTableView::edit(index, trigger, event);
+}
 
 int TValueListEditor::Row() const
 {

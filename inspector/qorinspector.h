@@ -74,6 +74,10 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     virtual void KeyDown(int &Key, Qt::KeyboardModifiers Shift);
+    // A line that becomes current opens its editor only while the grid has
+    // the keyboard: a grid refreshed for a new selection would otherwise
+    // take the keys from the design.
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
 
 private:
     friend class QorValueListModel;

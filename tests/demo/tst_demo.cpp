@@ -1,5 +1,6 @@
 // The demo designer's window: its areas, the stage's widgets and the
 // components the stage owns, shown in the component tree.
+#include "console/qordesignconsole.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -10,6 +11,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDockWidget>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -199,8 +201,86 @@ private slots:
         auto *copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
         QVERIFY(copy);
         QCOMPARE(copy->text(), check->text());
-        QCOMPARE(copy->pos(), check->pos() + QPoint(8, 6));
+        QCOMPARE(copy->pos(), check->pos() + QPoint(4, 4));
         QTRY_VERIFY(!window.componentTree()->findItems(QStringLiteral("CheckBox2"), Qt::MatchRecursive).isEmpty());
+        window.designAction()->setChecked(false);
+    }
+
+    void theEditKeysCutCopyPasteSelectAllAndDeleteOnTheStage()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        TQorDesignManager *manager = window.designManager();
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check);
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{check});
+        QGuiApplication::clipboard()->setText(QStringLiteral("nothing yet"));
+
+        RealInput::key("c", Qt::ControlModifier);
+        QTRY_VERIFY(VhoClipboard()->HasComponents());
+        RealInput::key("v", Qt::ControlModifier);
+        QTRY_VERIFY(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
+        QPointer<QCheckBox> copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
+        QVERIFY(copy);
+        QCOMPARE(copy->parentWidget(), window.stage());
+        QCOMPARE(copy->pos(), check->pos() + QPoint(4, 4));
+
+        // Select all: every control right on the stage.
+        RealInput::key("a", Qt::ControlModifier);
+        QTRY_VERIFY(manager->SelectedComps().Count() > 2);
+        const QList<QObject *> all = manager->SelectedComps().toList();
+        QVERIFY(all.contains(check) && all.contains(copy.data()));
+        QVERIFY(all.contains(window.stage()->findChild<QLineEdit *>(QStringLiteral("LineEdit1"))));
+        QCOMPARE(window.designCenter()->SelectedComps().toList(), all);
+
+        // Cut takes the copy away; paste brings it back under its name.
+        RealInput::click(window.stage(), QPoint(278, 220));
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{window.stage()});
+        RealInput::click(copy, QPoint(copy->width() - 6, copy->height() / 2));
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{copy.data()});
+        RealInput::key("x", Qt::ControlModifier);
+        QTRY_VERIFY(!copy);
+        QCOMPARE(manager->SelectedComps().toList(), QList<QObject *>{window.stage()});
+        RealInput::key("v", Qt::ControlModifier);
+        QTRY_VERIFY(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
+        copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
+        QVERIFY(copy);
+        QTRY_COMPARE(window.componentTree()->findItems(QStringLiteral("CheckBox2"), Qt::MatchRecursive).size(), 1);
+
+        // Delete frees the selected control; the stage is selected then.
+        RealInput::click(copy, QPoint(copy->width() - 6, copy->height() / 2));
+        QTRY_COMPARE(manager->SelectedComps().toList(), QList<QObject *>{copy.data()});
+        RealInput::key("Delete");
+        QTRY_VERIFY(!copy);
+        QCOMPARE(manager->SelectedComps().toList(), QList<QObject *>{window.stage()});
+        QCOMPARE(window.designCenter()->SelectedComps().toList(), QList<QObject *>{window.stage()});
+        QTRY_VERIFY(window.componentTree()->findItems(QStringLiteral("CheckBox2"), Qt::MatchRecursive).isEmpty());
+        QVERIFY(FindComponent(window.stage(), QStringLiteral("CheckBox1")));
+        window.designAction()->setChecked(false);
+    }
+
+    void theInspectorsEditorKeepsItsOwnEditKeys()
+    {
+        // With the keyboard in an editor of the inspector, Ctrl+A selects
+        // the editor's text and nothing on the stage.
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{check});
+        TQorObjInspector *inspector = window.inspector();
+        QTRY_COMPARE(inspector->ActiveComponent(), check);
+        const int row = lineOf(inspector, QStringLiteral("text"));
+        inspector->scrollTo(inspector->model()->index(row, 1));
+        RealInput::click(inspector->viewport(), inspector->visualRect(inspector->model()->index(row, 1)).center());
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        editor->deselect();
+        RealInput::key("a", Qt::ControlModifier);
+        QTRY_COMPARE(editor->selectedText(), QStringLiteral("Regular customer"));
+        QCOMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{check});
         window.designAction()->setChecked(false);
     }
 

@@ -1,0 +1,425 @@
+#include "console/qordesignconsole.h"
+
+#include "designer/qordesigner.h"
+#include "foundation/vhoclipbrdutils.h"
+#include "foundation/vhosysutils.h"
+
+IQorCompTreeView::~IQorCompTreeView() = default;
+IQorCompPallete::~IQorCompPallete() = default;
+IQorCenterPopupMenu::~IQorCenterPopupMenu() = default;
+
+TQorDesignCenter::TQorDesignCenter(QObject *Owner)
+    : QObject(Owner)
+{
+    SetEnabled(true);
+    m_persistEnabled = true;
+}
+
+TQorDesignCenter::~TQorDesignCenter()
+{
+    ReleaseAllElements();
+}
+
+void TQorDesignCenter::ReleaseAllElements()
+{
+    // The manager keeps a plain reference to its center: it must not
+    // outlive the center's answer. The inspector and the tree hold the
+    // center weakly and need no word.
+    if (m_designManager && m_designManager->ConsoleCenter() == this)
+        m_designManager->SetConsoleCenter(nullptr);
+    m_designManager = nullptr;
+    m_compTreeView = nullptr;
+    m_objInspector = nullptr;
+}
+
+IQorCompTreeView *TQorDesignCenter::treeView() const
+{
+    return dynamic_cast<IQorCompTreeView *>(m_compTreeView.data());
+}
+
+IQorCompPallete *TQorDesignCenter::pallete() const
+{
+    return dynamic_cast<IQorCompPallete *>(m_compPalleteToolBar.data());
+}
+
+// ---- Links --------------------------------------------------------------
+
+void TQorDesignCenter::SetDesignManager(TQorDesignManager *Manager)
+{
+    if (Manager == m_designManager)
+        return;
+    if (m_designManager && m_designManager->ConsoleCenter() == this)
+        m_designManager->SetConsoleCenter(nullptr);
+    m_designManager = Manager;
+    if (m_designManager) {
+        m_designManager->SetConsoleCenter(this);
+        if (m_persistEnabled)
+            m_designManager->SetEnabled(m_enabled);
+        else
+            m_enabled = m_designManager->Enabled();
+    }
+    if (!m_designManager)
+        m_designer.reset();
+    else if (m_designer)
+        m_designer->SetDesigner(m_designManager);
+    else
+        m_designer = std::make_unique<TQorFormDesigner>(m_designManager);
+    NotifyDesignManagerChanged();
+}
+
+void TQorDesignCenter::SetObjInspector(TVhoObjInspector *Inspector)
+{
+    if (Inspector == m_objInspector)
+        return;
+    if (m_objInspector && m_objInspector->ConsoleCenter() == this)
+        m_objInspector->SetConsoleCenter(nullptr);
+    m_objInspector = Inspector;
+    if (m_objInspector)
+        m_objInspector->SetConsoleCenter(this);
+    NotifyObjInspectorChanged();
+}
+
+void TQorDesignCenter::SetCompTreeView(QWidget *TreeView)
+{
+    if (TreeView && !dynamic_cast<IQorCompTreeView *>(TreeView))
+        return;
+    if (TreeView == m_compTreeView)
+        return;
+    if (IQorCompTreeView *old = treeView())
+        old->SetConsoleCenter(nullptr);
+    m_compTreeView = TreeView;
+    if (IQorCompTreeView *tree = treeView())
+        tree->SetConsoleCenter(this);
+    NotifyCompTreeViewChanged();
+}
+
+void TQorDesignCenter::SetCompPalleteToolBar(QObject *Pallete)
+{
+    if (Pallete && !dynamic_cast<IQorCompPallete *>(Pallete))
+        return;
+    m_compPalleteToolBar = Pallete;
+}
+
+void TQorDesignCenter::SetDesignPopupMenu(QMenu *Menu)
+{
+    if (Menu == m_designPopupMenu)
+        return;
+    if (auto *old = dynamic_cast<IQorCenterPopupMenu *>(m_designPopupMenu.data()))
+        old->SetConsoleCenter(nullptr);
+    m_designPopupMenu = Menu;
+    if (auto *menu = dynamic_cast<IQorCenterPopupMenu *>(Menu))
+        menu->SetConsoleCenter(this);
+    NotifyDesignPopupMenuChanged();
+}
+
+void TQorDesignCenter::SetEnabled(bool Value)
+{
+    m_enabled = Value;
+    if (m_designManager)
+        m_designManager->SetEnabled(Value);
+}
+
+TQorStageMouseMoveEvent TQorDesignCenter::OnStageMouseMove() const
+{
+    return m_designManager ? m_designManager->OnStageMouseMoveHandler : TQorStageMouseMoveEvent();
+}
+
+void TQorDesignCenter::SetOnStageMouseMove(const TQorStageMouseMoveEvent &Event)
+{
+    if (m_designManager)
+        m_designManager->OnStageMouseMoveHandler = Event;
+}
+
+QWidget *TQorDesignCenter::GetDesignStage() const
+{
+    return m_designManager ? m_designManager->DesignStage() : nullptr;
+}
+
+IDesigner *TQorDesignCenter::InspectorDesigner() const
+{
+    return m_designer.get();
+}
+
+// ---- Changes of the links -------------------------------------------------
+
+void TQorDesignCenter::NotifyDesignManagerChanged()
+{
+    if (!m_designManager)
+        return;
+    if (m_objInspector)
+        m_objInspector->SetActiveComponent(GetDesignStage());
+    RefreshAllExcept({deDesignManager});
+}
+
+void TQorDesignCenter::NotifyCompTreeViewChanged()
+{
+    if (!treeView())
+        return;
+    RefreshAllExcept({deCompTreeView});
+}
+
+void TQorDesignCenter::NotifyObjInspectorChanged()
+{
+    if (!m_objInspector)
+        return;
+    RefreshAllExcept({deObjInspector});
+}
+
+void TQorDesignCenter::NotifyDesignPopupMenuChanged()
+{
+    InstallDesignPopupMenu();
+}
+
+void TQorDesignCenter::InstallDesignPopupMenu()
+{
+    if (IQorCompTreeView *tree = treeView())
+        tree->SetPopupMenu(m_designPopupMenu);
+    if (m_designManager)
+        m_designManager->SetDesignPopupMenu(m_designPopupMenu);
+}
+
+void TQorDesignCenter::RefreshAllExcept(TDesignElements Elements)
+{
+    if (!Elements.contains(deDesignManager) && m_designManager)
+        m_designManager->Refresh();
+    if (!Elements.contains(deCompTreeView))
+        if (IQorCompTreeView *tree = treeView())
+            tree->Refresh();
+    if (!Elements.contains(deObjInspector) && m_objInspector)
+        m_objInspector->Refresh();
+}
+
+void TQorDesignCenter::Refresh()
+{
+    if (m_designManager) {
+        m_designManager->SetSelectedComps(m_selectedComps);
+        m_designManager->Refresh();
+    }
+    if (IQorCompTreeView *tree = treeView()) {
+        tree->SetSelectedComps(m_selectedComps);
+        tree->Refresh();
+    }
+    if (m_objInspector) {
+        m_objInspector->SetActiveComponents(m_selectedComps);
+        m_objInspector->Refresh();
+    }
+}
+
+// ---- Reports from the elements ---------------------------------------------
+
+void TQorDesignCenter::DesignerSelCompChanged()
+{
+    if (m_designManager)
+        m_selectedComps = m_designManager->SelectedComps();
+    if (m_objInspector)
+        m_objInspector->SetActiveComponents(m_selectedComps);
+    if (IQorCompTreeView *tree = treeView())
+        tree->SetSelectedComps(m_selectedComps);
+    emit OnCompsChange(this);
+}
+
+void TQorDesignCenter::CompTreeSelCompChanged()
+{
+    if (IQorCompTreeView *tree = treeView())
+        m_selectedComps = tree->SelectedComps();
+    if (m_objInspector)
+        m_objInspector->SetActiveComponents(m_selectedComps);
+    if (m_designManager)
+        m_designManager->SetSelectedComps(m_selectedComps);
+}
+
+void TQorDesignCenter::ConsoleCompListChanged()
+{
+    if (IQorCompTreeView *tree = treeView())
+        tree->SetSelectedComps(m_selectedComps);
+    if (m_objInspector)
+        m_objInspector->SetActiveComponents(m_selectedComps);
+    if (m_designManager)
+        m_designManager->SetSelectedComps(m_selectedComps);
+}
+
+void TQorDesignCenter::DesignerSelCompMoved()
+{
+    if (m_objInspector)
+        m_objInspector->RefreshValues();
+    emit OnControlsMoved(this);
+}
+
+void TQorDesignCenter::InspectorPropChanged()
+{
+    if (m_designManager)
+        m_designManager->RefreshSizers();
+    emit OnInspectorPropChange(this);
+}
+
+void TQorDesignCenter::CompTreeNodeNameChanged()
+{
+    if (m_objInspector)
+        m_objInspector->Refresh();
+}
+
+void TQorDesignCenter::DesignStageCompsModified(QObject *Component, TQorCompOperation Operation)
+{
+    IQorCompTreeView *tree = treeView();
+    if (!tree || Operation != TQorCompOperation::opInsert)
+        return;
+    tree->Refresh();
+    m_selectedComps.Clear();
+    m_selectedComps.Add(Component);
+    tree->SetSelectedComps(m_selectedComps);
+    CompTreeSelCompChanged();
+}
+
+void TQorDesignCenter::DynCompCreated(QObject *Component)
+{
+    PalleteSelCompDynCreated();
+    emit AfterDynInsComponent(this, Component);
+}
+
+void TQorDesignCenter::PalleteSelCompDynCreated()
+{
+    if (IQorCompPallete *p = pallete())
+        p->DeselectComps();
+}
+
+const QMetaObject *TQorDesignCenter::GetPalleteSelectedClass() const
+{
+    IQorCompPallete *p = pallete();
+    return p ? p->GetCurrClass() : nullptr;
+}
+
+void TQorDesignCenter::RefreshCompTree()
+{
+    if (IQorCompTreeView *tree = treeView())
+        tree->Refresh();
+}
+
+// ---- Editing the selection ---------------------------------------------------
+
+void TQorDesignCenter::DeselectComponent()
+{
+    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
+        if (!m_selectedComps.Items(i)->isWidgetType())
+            m_selectedComps.Delete(i);
+    }
+    ConsoleCompListChanged();
+}
+
+void TQorDesignCenter::DeselectControl()
+{
+    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
+        if (m_selectedComps.Items(i)->isWidgetType())
+            m_selectedComps.Delete(i);
+    }
+    ConsoleCompListChanged();
+}
+
+void TQorDesignCenter::DeselectUnsiblingControl(QWidget *Control, bool DeleteComps)
+{
+    QWidget *parent = Control ? Control->parentWidget() : nullptr;
+    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
+        QObject *item = m_selectedComps.Items(i);
+        if (item->isWidgetType() ? static_cast<QWidget *>(item)->parentWidget() != parent : DeleteComps)
+            m_selectedComps.Delete(i);
+    }
+    ConsoleCompListChanged();
+}
+
+void TQorDesignCenter::SelectAllControls()
+{
+    if (m_designManager)
+        m_designManager->SelectAllControls();
+}
+
+// ---- Commands ----------------------------------------------------------------
+
+void TQorDesignCenter::CopySelComps()
+{
+    VhoClipboard()->SetComponents(m_selectedComps, false);
+}
+
+void TQorDesignCenter::CutSelComps()
+{
+    CopySelComps();
+    DelSelCtrls();
+}
+
+void TQorDesignCenter::DelSelCtrls()
+{
+    QWidget *stage = GetDesignStage();
+    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
+        QObject *item = m_selectedComps.Items(i);
+        if (item == stage)
+            continue;
+        m_selectedComps.Delete(i);
+        FreeComponent(item);
+    }
+    if (stage && m_selectedComps.isEmpty())
+        m_selectedComps.Add(stage);
+    ConsoleCompListChanged();
+    RefreshAllExcept({deObjInspector});
+}
+
+void TQorDesignCenter::PasteComps()
+{
+    QWidget *stage = GetDesignStage();
+    if (!stage)
+        return;
+    QWidget *parent = nullptr;
+    if (ControlCountInCompList(m_selectedComps) < 2) {
+        QWidget *control = nullptr;
+        for (QObject *item : m_selectedComps.toList()) {
+            if (item->isWidgetType()) {
+                control = static_cast<QWidget *>(item);
+                break;
+            }
+        }
+        for (; control; control = control->parentWidget()) {
+            if (control == stage || AcceptsControls(control)) {
+                parent = control;
+                break;
+            }
+        }
+    }
+    // Two or more controls, no control at all, or one outside any
+    // container of the design: onto the stage.
+    if (!parent)
+        parent = stage;
+    TVhoClipboard *clipboard = VhoClipboard();
+    const bool renamed = clipboard->RenameDuplicates();
+    clipboard->SetRenameDuplicates(true);
+    clipboard->GetComponents(stage, parent, m_clipPasteLeftOffset, m_clipPasteTopOffset);
+    clipboard->SetRenameDuplicates(renamed);
+}
+
+bool TQorDesignCenter::GetDirty() const
+{
+    if (m_designManager && m_designManager->Dirty())
+        return true;
+    if (m_objInspector && m_objInspector->Modified())
+        return true;
+    IQorCompTreeView *tree = treeView();
+    return tree && tree->Dirty();
+}
+
+void TQorDesignCenter::SetDirty(bool Value)
+{
+    if (m_designManager)
+        m_designManager->SetDirty(Value);
+    if (m_objInspector)
+        m_objInspector->SetModified(Value);
+    if (IQorCompTreeView *tree = treeView())
+        tree->SetDirty(Value);
+}
+
+bool IsQorDesignCtrl(const QObject *Component)
+{
+    if (!Component)
+        return false;
+    for (const char *name : {"TQorSizer", "TQorRubberBand", "TQorDesignManager", "TQorDesignCenter",
+                             "TQorDesignCompPopupMenu", "TQorDesignAction", "TQorCompTreeView"}) {
+        if (Component->inherits(name))
+            return true;
+    }
+    return false;
+}
