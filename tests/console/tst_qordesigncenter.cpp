@@ -6,6 +6,7 @@
 #include "designer/qormanager.h"
 #include "designer/qorsizers.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/qorstream.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
@@ -16,6 +17,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
+#include <QRandomGenerator>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -155,6 +158,53 @@ struct Fixture
         return -1;
     }
 };
+
+// What the stage holds: each component's class, parent and geometry.
+QStringList stageContents(QWidget *Stage)
+{
+    QStringList contents;
+    for (QObject *component : ComponentList(Stage)) {
+        QString entry = component->objectName() + QLatin1Char(' ') + QLatin1String(component->metaObject()->className());
+        if (auto *w = qobject_cast<QWidget *>(component)) {
+            entry += QStringLiteral(" in %1 at %2,%3 %4x%5")
+                         .arg(w->parentWidget() ? w->parentWidget()->objectName() : QString())
+                         .arg(w->x())
+                         .arg(w->y())
+                         .arg(w->width())
+                         .arg(w->height());
+        }
+        contents << entry;
+    }
+    return contents;
+}
+
+// Every widget right on the stage or in one of its containers is one of
+// the stage's components: nothing pasted is left half-made (once the
+// objects given up are gone).
+bool nothingHalfMade(QWidget *Stage)
+{
+    QList<QWidget *> parents{Stage};
+    for (QObject *component : ComponentList(Stage)) {
+        if (auto *w = qobject_cast<QWidget *>(component))
+            parents << w;
+    }
+    for (QWidget *parent : parents) {
+        for (QObject *child : parent->children()) {
+            if (!child->isWidgetType() || IsQorDesignObject(child) || IsInnerPart(child))
+                continue;
+            if (Owner(child) != Stage)
+                return false;
+        }
+    }
+    return true;
+}
+
+void putRecords(const QByteArray &Bytes)
+{
+    auto *data = new QMimeData;
+    data->setData(CF_QorComponents(), Bytes);
+    QGuiApplication::clipboard()->setMimeData(data);
+}
 
 } // namespace
 
@@ -425,6 +475,142 @@ private slots:
         f.center->SetDirty(true);
         QVERIFY(f.manager->Dirty() && f.inspector->Modified() && tree.dirty);
         f.center->SetCompTreeView(nullptr);
+    }
+
+    // Damaged clipboard contents
+
+    void truncatedRecordsLoseNothingOfTheStage()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        const QByteArray whole = ComponentToBytes(f.b1) + ComponentToBytes(f.group);
+        const QStringList before = stageContents(f.form.get());
+        f.center->SetSelectedCompsSilently(TComponentList{f.form.get()});
+        for (qsizetype length = 1; length < whole.size(); length += 5) {
+            putRecords(whole.left(length));
+            const int count = ComponentCount(f.form.get());
+            f.center->PasteComps();
+            const QStringList after = stageContents(f.form.get());
+            // What was there stays as it was; at most the whole first
+            // record arrives.
+            QCOMPARE(after.mid(0, before.size()), before);
+            QVERIFY2(after.size() <= count + 1, qPrintable(QString::number(length)));
+        }
+        QTRY_VERIFY(nothingHalfMade(f.form.get()));
+    }
+
+    void aJunkTailedBlockPastesItsWholeRecords()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        QByteArray junk(257, '\0');
+        QRandomGenerator random(7);
+        for (char &c : junk)
+            c = char(random.bounded(256));
+        putRecords(ComponentToBytes(f.b1) + junk);
+        const int before = ComponentCount(f.form.get());
+        f.center->PasteComps();
+        QCOMPARE(ComponentCount(f.form.get()), before + 1);
+        auto *copy = qobject_cast<QPushButton *>(Components(f.form.get(), before));
+        QVERIFY(copy);
+        QCOMPARE(copy->text(), QStringLiteral("One"));
+        QCOMPARE(copy->objectName(), QStringLiteral("PushButton1"));
+        QTRY_VERIFY(nothingHalfMade(f.form.get()));
+    }
+
+    void aRecordOfAnUnknownClassIsSkippedAndTheNextOnePasted()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        QByteArray unknown = ComponentToBytes(f.b1);
+        const qsizetype at = unknown.indexOf("QPushButton");
+        QVERIFY(at >= 0);
+        unknown.replace(at, 11, "QPushBottom");
+        putRecords(unknown + ComponentToBytes(f.label));
+        const QStringList before = stageContents(f.form.get());
+        f.center->PasteComps();
+        const QStringList after = stageContents(f.form.get());
+        QCOMPARE(after.mid(0, before.size()), before);
+        QCOMPARE(after.size(), before.size() + 1);
+        QVERIFY(after.last().startsWith(QStringLiteral("Label2 QLabel")));
+        QTRY_VERIFY(nothingHalfMade(f.form.get()));
+    }
+
+    void twoHundredRandomBlocksNeverCrashAndLoseNothing()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        const QByteArray valid = ComponentToBytes(f.b1) + ComponentToBytes(f.timer) + ComponentToBytes(f.group);
+        const QStringList before = stageContents(f.form.get());
+        QRandomGenerator random(19);
+        int pasted = 0;
+        for (int i = 0; i < 200; ++i) {
+            QByteArray block;
+            if (i % 2 == 0) {
+                block.resize(random.bounded(1, 2000));
+                for (char &c : block)
+                    c = char(random.bounded(256));
+            } else {
+                // A real copy with a few bytes spoilt, sometimes cut short.
+                block = valid;
+                for (int n = random.bounded(1, 12); n > 0; --n)
+                    block[random.bounded(int(block.size()))] = char(random.bounded(256));
+                if (random.bounded(3) == 0)
+                    block.truncate(random.bounded(1, int(block.size())));
+            }
+            putRecords(block);
+            const int count = ComponentCount(f.form.get());
+            f.center->PasteComps();
+            pasted += ComponentCount(f.form.get()) - count;
+            QCOMPARE(stageContents(f.form.get()).mid(0, before.size()), before);
+        }
+        // Some spoilt copies still carry whole records.
+        QVERIFY(pasted > 0);
+        QTRY_VERIFY(nothingHalfMade(f.form.get()));
+        QVERIFY(f.listsEqual());
+    }
+
+    void malformedDesignerTextsPasteNothingAndLoseNothing()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        const QString good = QStringLiteral(
+            "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"__qt_fake_top_level\">"
+            "<widget class=\"QPushButton\" name=\"fromText\"><property name=\"geometry\"><rect><x>5</x><y>6</y>"
+            "<width>70</width><height>20</height></rect></property><property name=\"text\"><string>T</string>"
+            "</property></widget></widget></ui>");
+        QStringList texts{
+            QString(), QStringLiteral("plain words"), QStringLiteral("<ui"), QStringLiteral("<ui version=\"4.0\"/>"),
+            QStringLiteral("<html><body>no form</body></html>"),
+            QStringLiteral("<ui version=\"4.0\"><widget/></ui>"),
+            QStringLiteral("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"__qt_fake_top_level\">"
+                           "<widget name=\"noClass\"/></widget></ui>"),
+            QStringLiteral("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"__qt_fake_top_level\">"
+                           "<widget class=\"QPushButton\" name=\"b\"><property name=\"geometry\"><rect><x>abc</x>"
+                           "<y>99999999999</y><width>-5</width></rect></property><property name=\"checked\">"
+                           "<string>maybe</string></property><property name=\"noSuchProperty\"><number>1</number>"
+                           "</property></widget></widget></ui>"),
+        };
+        for (int cut = 7; cut < good.size(); cut += 11)
+            texts << good.left(cut);
+        QString deep = QStringLiteral("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"__qt_fake_top_level\">");
+        for (int i = 0; i < 300; ++i)
+            deep += QStringLiteral("<widget class=\"QFrame\" name=\"f%1\">").arg(i);
+        texts << deep;
+        const QStringList before = stageContents(f.form.get());
+        for (const QString &text : std::as_const(texts)) {
+            QGuiApplication::clipboard()->setText(text);
+            f.center->PasteComps();
+            const QStringList after = stageContents(f.form.get());
+            QCOMPARE(after.mid(0, before.size()), before);
+        }
+        QTRY_VERIFY(nothingHalfMade(f.form.get()));
+        // A good text still pastes afterwards.
+        QGuiApplication::clipboard()->setText(good);
+        f.center->PasteComps();
+        auto *button = qobject_cast<QPushButton *>(FindComponent(f.form.get(), QStringLiteral("fromText")));
+        QVERIFY(button);
+        QCOMPARE(button->text(), QStringLiteral("T"));
     }
 
     // The rest of the center
