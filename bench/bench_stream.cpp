@@ -18,22 +18,6 @@ namespace {
 constexpr int kButtons = 1000;
 constexpr int kRounds = 7;
 
-// Qt's form writer reports every enumeration property it cannot write, once
-// per widget and round; the table would drown in those lines. Only the
-// floor runs under this.
-class QuietFormBuilder
-{
-public:
-    QuietFormBuilder() : m_previous(qInstallMessageHandler(drop)) {}
-    ~QuietFormBuilder() { qInstallMessageHandler(m_previous); }
-    QuietFormBuilder(const QuietFormBuilder &) = delete;
-    QuietFormBuilder &operator=(const QuietFormBuilder &) = delete;
-
-private:
-    static void drop(QtMsgType, const QMessageLogContext &, const QString &) {}
-    QtMessageHandler m_previous;
-};
-
 std::unique_ptr<QWidget> makeForm()
 {
     auto form = std::make_unique<QWidget>();
@@ -67,7 +51,7 @@ QList<BenchRow> streamRows()
             QBuffer buffer(&ui);
             buffer.open(QIODevice::WriteOnly | QIODevice::Truncate);
             QFormBuilder builder;
-            const QuietFormBuilder quiet;
+            const BenchQuietMessages quiet;
             builder.save(&buffer, form.get());
         });
     rows.append({QStringLiteral("stream.write_1000"), write.ms, QStringLiteral("formbuilder.save_1000"),

@@ -22,16 +22,6 @@ namespace {
 
 constexpr int kRounds = 5;
 
-// Delivers what is waiting, the paint requests included, twice: the
-// second pass flushes what the first one painted.
-void settle()
-{
-    for (int i = 0; i < 2; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
 double msSince(const QElapsedTimer &t)
 {
     return double(t.nsecsElapsed()) / 1e6;
@@ -62,7 +52,7 @@ std::unique_ptr<QWidget> shownStage(int count)
     addButtons(stage.get(), count);
     stage->move(0, 0);
     stage->show();
-    settle();
+    benchSettle();
     return stage;
 }
 
@@ -75,7 +65,7 @@ double createShowPaint(int count)
     auto stage = shownStage(count);
     const double ms = msSince(t);
     stage.reset();
-    settle();
+    benchSettle();
     return ms;
 }
 
@@ -128,19 +118,19 @@ QList<BenchRow> designOnOff(bool on)
             QElapsedTimer r;
             r.start();
             stage->update();
-            settle();
+            benchSettle();
             repaintBest = std::min(repaintBest, msSince(r));
             manager->SetIsDesigning(true);
             manager->SelectAllControls();
-            settle();
+            benchSettle();
         }
         QElapsedTimer t;
         t.start();
         manager->SetIsDesigning(on);
-        settle();
+        benchSettle();
         best = std::min(best, msSince(t));
         stage.reset();
-        settle();
+        benchSettle();
         floorBest = std::min(floorBest, createShowPaint(1000));
     }
     if (on)
@@ -154,30 +144,30 @@ BenchRow selectAll(int count)
     auto stage = shownStage(count);
     auto *manager = new TQorDesignManager(stage.get());
     manager->SetIsDesigning(true);
-    settle();
+    benchSettle();
     double best = 1e300, floorBest = 1e300;
     for (int round = 0; round < kRounds; ++round) {
         manager->SelectControl(stage.get(), QPoint(-1, -1), csmSelect, true, false);
-        settle();
+        benchSettle();
         QElapsedTimer t;
         t.start();
         manager->SelectAllControls();
-        settle();
+        benchSettle();
         best = std::min(best, msSince(t));
         if (manager->SelectedComps().Count() != count)
             qFatal("bench surface: %d selected of %d", manager->SelectedComps().Count(), count);
     }
     manager->SetIsDesigning(false);
-    settle();
+    benchSettle();
     for (int round = 0; round < kRounds; ++round) {
         QElapsedTimer t;
         t.start();
         auto *overlay = new HandleOverlay(stage.get());
         overlay->show();
-        settle();
+        benchSettle();
         floorBest = std::min(floorBest, msSince(t));
         delete overlay;
-        settle();
+        benchSettle();
     }
     return {QStringLiteral("surface.select_all_%1").arg(count), best, QStringLiteral("overlay_handles_%1").arg(count),
             floorBest};
@@ -197,7 +187,7 @@ void moveAll(const QList<QWidget *> &widgets, const QPoint &delta)
 {
     for (QWidget *w : widgets)
         w->move(w->pos() + delta);
-    settle();
+    benchSettle();
 }
 
 QList<BenchRow> dragRows()
@@ -208,7 +198,7 @@ QList<BenchRow> dragRows()
     const QList<QWidget *> chosen = twoHundred(stage.get());
     for (QWidget *w : chosen)
         manager->SelectControl(w, QPoint(0, 0), csmAdd, false, false);
-    settle();
+    benchSettle();
     TQorSizer *sizer = manager->Sizers()->SizerOf(chosen.first());
     const QPoint start = stage->mapToGlobal(QPoint(5, 5));
 
@@ -218,22 +208,22 @@ QList<BenchRow> dragRows()
         const QPoint before = chosen.first()->pos();
         sizer->BeginMoveAsSender(start);
         sizer->DragMouseMove(start + QPoint(4, 4), Qt::LeftButton, Qt::NoModifier);
-        settle();
+        benchSettle();
         QElapsedTimer t;
         t.start();
         sizer->DragMouseMove(start + QPoint(8, 8), Qt::LeftButton, Qt::NoModifier);
-        settle();
+        benchSettle();
         step = std::min(step, msSince(t));
         t.restart();
         sizer->WMLButtonUp();
-        settle();
+        benchSettle();
         release = std::min(release, msSince(t));
         if (chosen.first()->pos() != before + QPoint(8, 8))
             qFatal("bench surface: the drag did not move the selection");
 
         t.restart();
         sizer->KeyDown(Qt::Key_Right, Qt::ControlModifier);
-        settle();
+        benchSettle();
         nudge = std::min(nudge, msSince(t));
         if (chosen.first()->pos() != before + QPoint(9, 8))
             qFatal("bench surface: the nudge did not move the selection");
@@ -243,11 +233,11 @@ QList<BenchRow> dragRows()
         manager->SetIsDesigning(true);
         for (QWidget *w : chosen)
             manager->SelectControl(w, QPoint(0, 0), csmAdd, false, false);
-        settle();
+        benchSettle();
         sizer = manager->Sizers()->SizerOf(chosen.first());
     }
     manager->SetIsDesigning(false);
-    settle();
+    benchSettle();
     for (int round = 0; round < kRounds; ++round) {
         QElapsedTimer t;
         t.start();
@@ -256,7 +246,7 @@ QList<BenchRow> dragRows()
         t.restart();
         for (QWidget *w : chosen)
             w->setGeometry(QRect(w->pos() - QPoint(4, 4), w->size()));
-        settle();
+        benchSettle();
         releaseFloor = std::min(releaseFloor, msSince(t));
         t.restart();
         moveAll(chosen, QPoint(1, 0));

@@ -43,6 +43,24 @@ double benchBest(int rounds, const std::function<void()> &fn)
     return best;
 }
 
+BenchQuietMessages::BenchQuietMessages()
+    : m_previous(qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}))
+{
+}
+
+BenchQuietMessages::~BenchQuietMessages()
+{
+    qInstallMessageHandler(m_previous);
+}
+
+void benchSettle()
+{
+    for (int i = 0; i < 2; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
 BenchPair benchInTurn(int rounds, const std::function<void()> &prepare,
                       const std::function<void()> &ours, const std::function<void()> &floor)
 {

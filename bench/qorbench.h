@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QList>
+#include <QtGlobal>
 #include <QString>
 
 #include <functional>
@@ -38,3 +39,22 @@ struct BenchPair
 };
 BenchPair benchInTurn(int rounds, const std::function<void()> &prepare,
                       const std::function<void()> &ours, const std::function<void()> &floor);
+
+// Delivers what is waiting, the paint requests included, twice: the second
+// pass flushes what the first one painted.
+void benchSettle();
+
+// Drops Qt's messages while it lives: Qt's form writer reports every
+// enumeration property it cannot write, once per widget and round, and the
+// table would drown in those lines.
+class BenchQuietMessages
+{
+public:
+    BenchQuietMessages();
+    ~BenchQuietMessages();
+    BenchQuietMessages(const BenchQuietMessages &) = delete;
+    BenchQuietMessages &operator=(const BenchQuietMessages &) = delete;
+
+private:
+    QtMessageHandler m_previous;
+};

@@ -11,6 +11,7 @@
 #include <QToolBox>
 #include <QWidget>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -264,6 +265,18 @@ QObject *FindComponent(const QObject *Owner, const QString &Name)
         }
     }
     return first;
+}
+
+QList<QObject *> FindComponents(const QObject *Owner, const QString &Name)
+{
+    const OwnerData *data = ownerData(Owner, false);
+    if (!data || Name.isEmpty())
+        return {};
+    QList<QObject *> found = data->byName.values(nameKey(Name));
+    if (found.size() > 1)
+        std::sort(found.begin(), found.end(),
+                  [data](QObject *a, QObject *b) { return data->indexOf(a) < data->indexOf(b); });
+    return found;
 }
 
 TQorOwnerNotifier *OwnerNotifier(QObject *Owner)

@@ -72,6 +72,10 @@ QORDESIGN_EXPORT void FreeComponent(QObject *Component);
 // order when several share it; nil when none.
 QORDESIGN_EXPORT QObject *FindComponent(const QObject *Owner, const QString &Name);
 
+// Every owned component of that name (case-insensitive), in list order;
+// empty for an empty name.
+QORDESIGN_EXPORT QList<QObject *> FindComponents(const QObject *Owner, const QString &Name);
+
 // The object that reports the owner's insertions and removals; made on
 // first use and destroyed with the owner.
 QORDESIGN_EXPORT TQorOwnerNotifier *OwnerNotifier(QObject *Owner);

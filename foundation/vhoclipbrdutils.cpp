@@ -12,6 +12,7 @@
 #include <QColor>
 #include <QHash>
 #include <QMimeData>
+#include <QSet>
 #include <QWidget>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -48,28 +49,78 @@ qsizetype nextRecord(const QByteArray &Bytes, qsizetype Offset)
     return next < 0 ? Bytes.size() : next;
 }
 
-// Moves a pasted widget by (DX, DY) until no child of Parent has its
-// corner. The pasted widget itself stands at its stored place, so it
-// always moves at least one step.
-void placePasted(QWidget *Widget, QWidget *Parent, int DX, int DY)
+// Where pasted widgets go. A pasted widget moves by (DX, DY) until no
+// widget of the parent has its corner; it stands at its stored place
+// itself, so it always moves at least one step. The corners of the
+// parent's widgets are taken once per paste and kept up to date as pasted
+// widgets join: the parent does not lay out its children meanwhile.
+class PastePlacer
 {
-    int left = Widget->x(), top = Widget->y();
-    auto occupied = [Parent, &left, &top] {
+public:
+    PastePlacer(QWidget *Parent, int DX, int DY)
+        : m_parent(Parent)
+        , m_dx(DX)
+        , m_dy(DY)
+    {
+        if (!Parent)
+            return;
         for (QObject *child : Parent->children()) {
-            auto *c = qobject_cast<QWidget *>(child);
-            if (c && !c->isWindow() && c->x() == left && c->y() == top)
-                return true;
+            if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
+                m_corners.insert(key(static_cast<QWidget *>(child)->pos()));
         }
-        return false;
-    };
-    while (occupied()) {
-        left += DX;
-        top += DY;
-        if (DX == 0 && DY == 0)
-            break;
     }
-    Widget->move(left, top);
-}
+
+    QWidget *parent() const { return m_parent; }
+
+    // Moves the widget to its corner and makes it the parent's child (a
+    // widget read without a parent joins only now, placed: the parent sees
+    // no move of a new child). A widget the record did not hide is shown.
+    void place(QWidget *Widget)
+    {
+        const bool hidden = Widget->testAttribute(Qt::WA_WState_ExplicitShowHide) && Widget->isHidden();
+        QPoint corner = Widget->pos();
+        // With both steps 0 the walk would never end: it looks once.
+        do
+            corner += QPoint(m_dx, m_dy);
+        while ((m_dx != 0 || m_dy != 0) && m_corners.contains(key(corner)));
+        if (Widget->parentWidget() != m_parent)
+            Widget->setParent(m_parent);
+        Widget->move(corner);
+        m_corners.insert(key(corner));
+        if (!hidden)
+            show(Widget);
+    }
+
+private:
+    static quint64 key(const QPoint &Point) { return (quint64(quint32(Point.x())) << 32) | quint32(Point.y()); }
+
+    // Showing a widget on a visible parent makes Qt ask the window system
+    // where the pointer is, to send enter and leave events: a round trip to
+    // the X server per widget, most of a large paste's time. Qt skips that
+    // while a widget holds the mouse grab, so a never-shown widget of our
+    // own (it has no window: nothing is grabbed on the server) holds it for
+    // the show alone. A grab someone else holds is left alone; the pointer's
+    // enter and leave follow with its next move.
+    void show(QWidget *Widget)
+    {
+        if (QWidget::mouseGrabber() || !m_parent || !m_parent->isVisible()) {
+            Widget->show();
+            return;
+        }
+        if (!m_grabHolder)
+            m_grabHolder = std::make_unique<QWidget>();
+        m_grabHolder->grabMouse();
+        Widget->show();
+        if (QWidget::mouseGrabber() == m_grabHolder.get())
+            m_grabHolder->releaseMouse();
+    }
+
+    QWidget *m_parent;
+    int m_dx;
+    int m_dy;
+    QSet<quint64> m_corners;
+    std::unique_ptr<QWidget> m_grabHolder;
+};
 
 // Frees a pasted component that could not be kept; a widget leaves its
 // parent at once, before events reach it again.
@@ -85,6 +136,75 @@ void discard(QObject *Component)
 } // namespace
 
 QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent, int DX, int DY);
+
+namespace {
+
+// What a copy puts on the clipboard: the records, and Qt Designer's text of
+// the widgets among them. The text is made from the records when a program
+// first asks for it (most pastes never do): a copy costs no more than its
+// records, and the text shows what the records hold, as a paste here would
+// make it, even after the copied components changed or went.
+class ComponentMimeData final : public QMimeData
+{
+public:
+    ComponentMimeData(const QByteArray &Records, bool HasWidgets)
+        : m_records(Records)
+        , m_hasWidgets(HasWidgets)
+    {
+    }
+
+    QStringList formats() const override
+    {
+        QStringList list{CF_QorComponents()};
+        if (m_hasWidgets)
+            list << QStringLiteral("text/plain");
+        return list;
+    }
+
+    bool hasFormat(const QString &MimeType) const override { return formats().contains(MimeType); }
+
+protected:
+    QVariant retrieveData(const QString &MimeType, QMetaType Type) const override
+    {
+        if (MimeType == CF_QorComponents())
+            return m_records;
+        if (MimeType != QLatin1String("text/plain") || !m_hasWidgets)
+            return QMimeData::retrieveData(MimeType, Type);
+        if (!m_textMade) {
+            m_text = designerText();
+            m_textMade = true;
+        }
+        return m_text;
+    }
+
+private:
+    QString designerText() const
+    {
+        std::vector<std::unique_ptr<QObject>> read;
+        QBuffer buffer;
+        buffer.setData(m_records);
+        buffer.open(QIODevice::ReadOnly);
+        while (buffer.pos() < buffer.size()) {
+            const qsizetype start = buffer.pos();
+            try {
+                read.emplace_back(ReadComponent(buffer));
+            } catch (const EQorError &) {
+                buffer.seek(nextRecord(m_records, start));
+            }
+        }
+        QList<QObject *> components;
+        for (const auto &component : read)
+            components.append(component.get());
+        return DesignerTextOf(components);
+    }
+
+    QByteArray m_records;
+    bool m_hasWidgets;
+    mutable QString m_text;
+    mutable bool m_textMade = false;
+};
+
+} // namespace
 
 QString CF_QorComponents()
 {
@@ -102,11 +222,8 @@ void TVhoClipboard::SetComponents(const TComponentList &Components, bool WithChi
     for (QObject *component : list)
         writeWithChildren(buffer, component, WithChildren);
     buffer.close();
-    auto *data = new QMimeData;
-    data->setData(CF_QorComponents(), bytes);
-    if (std::any_of(list.begin(), list.end(), [](QObject *c) { return c && c->isWidgetType(); }))
-        data->setText(DesignerTextOf(list));
-    QGuiApplication::clipboard()->setMimeData(data);
+    const bool widgets = std::any_of(list.begin(), list.end(), [](QObject *c) { return c && c->isWidgetType(); });
+    QGuiApplication::clipboard()->setMimeData(new ComponentMimeData(bytes, widgets));
 }
 
 bool TVhoClipboard::HasComponents() const
@@ -126,19 +243,21 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
+    PastePlacer placer(Parent, DX, DY);
     QObject *last = nullptr;
     while (buffer.pos() < buffer.size()) {
         const qsizetype start = buffer.pos();
         QObject *component = nullptr;
         try {
-            component = ReadComponent(buffer, nullptr, Parent, nullptr);
+            // Read without a parent: a widget joins Parent once placed.
+            component = ReadComponent(buffer, nullptr, nullptr, nullptr);
         } catch (const EQorError &) {
             buffer.seek(nextRecord(bytes, start));
             continue;
         }
         try {
             if (auto *w = qobject_cast<QWidget *>(component); w && Parent)
-                placePasted(w, Parent, DX, DY);
+                placer.place(w);
             if (Owner) {
                 if (m_renameDuplicates
                     && (component->objectName().isEmpty() || FindComponent(Owner, component->objectName())))
@@ -447,6 +566,7 @@ QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent,
 {
     if (!Text.trimmed().startsWith(QLatin1String("<?xml")) && !Text.trimmed().startsWith(QLatin1String("<ui")))
         return nullptr;
+    PastePlacer placer(Parent, DX, DY);
     QList<QWidget *> widgets;
     try {
         widgets = WidgetsFromDesignerText(Text, Parent);
@@ -456,7 +576,7 @@ QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent,
     QObject *last = nullptr;
     for (QWidget *w : widgets) {
         if (Parent)
-            placePasted(w, Parent, DX, DY);
+            placer.place(w);
         if (Owner) {
             QList<QWidget *> all{w};
             all += w->findChildren<QWidget *>();
@@ -468,8 +588,6 @@ QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent,
                 InsertComponent(Owner, part);
             }
         }
-        if (Parent && Parent->isVisible())
-            w->show();
         last = w;
     }
     return last;

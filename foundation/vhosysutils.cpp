@@ -128,9 +128,17 @@ QObject *CompNameExists(QObject *Comp, QObject *Owner, bool IncludeSelf)
     if (!Comp || !Owner)
         return nullptr;
     const QString name = Comp->objectName();
-    for (QObject *component : ComponentList(Owner)) {
-        if ((IncludeSelf || component != Comp) && sameText(component->objectName(), name))
-            return component;
+    if (name.isEmpty()) {
+        // Unnamed components are not filed by name: look at each.
+        for (QObject *component : ComponentList(Owner)) {
+            if ((IncludeSelf || component != Comp) && component->objectName().isEmpty())
+                return component;
+        }
+    } else {
+        for (QObject *component : FindComponents(Owner, name)) {
+            if (IncludeSelf || component != Comp)
+                return component;
+        }
     }
     return sameText(Owner->objectName(), name) ? Owner : nullptr;
 }

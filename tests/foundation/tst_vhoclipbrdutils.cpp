@@ -6,6 +6,7 @@
 #include "foundation/qorstream.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
+#include "harness/qorrealinput.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -77,6 +78,35 @@ private slots:
         QVERIFY(second);
         QCOMPARE(second->pos(), QPoint(36, 42));
         QCOMPARE(f.button->pos(), QPoint(20, 30));
+    }
+
+    // Pasted widgets are shown without asking where the pointer is; the
+    // paste leaves the mouse grab as it found it, and a pasted widget under
+    // the pointer learns of it with the pointer's next move.
+    void aPasteOnAShownFormLeavesTheMouseGrabAndHoverAsTheyShouldBe()
+    {
+        QVERIFY(RealInput::open());
+        Form f;
+        QVERIFY(QorGuiTest::showAndActivate(f.form.get()));
+        VhoClipboard()->SetComponents(TComponentList{f.button}, false);
+        RealInput::moveTo(f.form.get(), QPoint(60, 50));
+        QTRY_VERIFY(f.button->underMouse());
+        auto *pasted = qobject_cast<QPushButton *>(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QVERIFY(pasted);
+        QVERIFY(pasted->isVisible());
+        QCOMPARE(QWidget::mouseGrabber(), nullptr);
+        RealInput::moveTo(pasted, QPoint(20, 10));
+        QTRY_VERIFY(pasted->underMouse());
+        QVERIFY(!f.button->underMouse());
+
+        // A grab another widget holds stays with it.
+        QWidget holder;
+        holder.grabMouse();
+        auto *again = qobject_cast<QPushButton *>(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QVERIFY(again && again->isVisible());
+        QCOMPARE(QWidget::mouseGrabber(), &holder);
+        holder.releaseMouse();
+        QCOMPARE(QWidget::mouseGrabber(), nullptr);
     }
 
     void aNonVisualComponentKeepsItsSettingsAndHasNoPlace()
