@@ -20,7 +20,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QProcess>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
@@ -257,6 +259,95 @@ private slots:
         QCOMPARE(window.designCenter()->SelectedComps().toList(), QList<QObject *>{window.stage()});
         QTRY_VERIFY(window.componentTree()->findItems(QStringLiteral("CheckBox2"), Qt::MatchRecursive).isEmpty());
         QVERIFY(FindComponent(window.stage(), QStringLiteral("CheckBox1")));
+        window.designAction()->setChecked(false);
+    }
+
+    // A second demo program, lower right of this one's window, copies a
+    // button this one pastes, and pastes a check box this one copied: both
+    // by the keys on the stages, with real input into both programs.
+    void twoDemosExchangeComponentsThroughTheClipboard()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        QGuiApplication::clipboard()->setText(QStringLiteral("nothing yet"));
+        QVERIFY(!VhoClipboard()->HasComponents());
+
+        const QPoint secondAt(180, 344);
+        QProcess second;
+        second.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        second.start(QStringLiteral(QORDEMO),
+                     {QStringLiteral("-qwindowgeometry"),
+                      QStringLiteral("%1x%2+%3+%4").arg(window.width()).arg(window.height()).arg(secondAt.x()).arg(secondAt.y())});
+        QVERIFY(second.waitForStarted(10000));
+        const auto stopSecond = qScopeGuard([&second] {
+            second.kill();
+            second.waitForFinished(10000);
+        });
+        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(window.windowTitle()).topLeft() == secondAt; }, 20000));
+        QCOMPARE(RealInput::windowNamed(window.windowTitle()).size(), window.size());
+        // Both windows are laid out alike: a point of the second is the
+        // same point of this one, moved.
+        auto inSecond = [&](const QWidget *widget, const QPoint &local) {
+            return secondAt + widget->mapTo(&window, local);
+        };
+        QToolBar *bar = window.findChild<QToolBar *>();
+        QVERIFY(bar);
+        QWidget *designButton = bar->widgetForAction(window.designAction());
+        QVERIFY(designButton);
+        auto *button = window.stage()->findChild<QPushButton *>(QStringLiteral("Button1"));
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        QVERIFY(button && check);
+        const QPoint stageSpot(278, 220);
+        // The spots this window is clicked at are not under the second one.
+        QVERIFY(!QRect(secondAt, window.size()).contains(window.stage()->mapTo(&window, stageSpot)));
+        QVERIFY(!QRect(secondAt, window.size()).contains(check->mapTo(&window, check->rect().center())));
+
+        // The second demo designs, selects its Button1 and copies it.
+        QVERIFY(RealInput::focusWindowAt(inSecond(designButton, designButton->rect().center())));
+        QTRY_VERIFY(!window.isActiveWindow());
+        RealInput::clickAt(inSecond(designButton, designButton->rect().center()));
+        RealInput::clickAt(inSecond(button, button->rect().center()));
+        RealInput::key("c", Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(VhoClipboard()->HasComponents(), 10000);
+        QVERIFY(!QGuiApplication::clipboard()->ownsClipboard());
+
+        // Pasted here onto the stage, under a new name of its class.
+        const int before = ComponentCount(window.stage());
+        QVERIFY(RealInput::focusWindowAt(window.stage()->mapToGlobal(stageSpot)));
+        QTRY_VERIFY(window.isActiveWindow());
+        RealInput::click(window.stage(), stageSpot);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{window.stage()});
+        RealInput::key("v", Qt::ControlModifier);
+        QTRY_COMPARE(ComponentCount(window.stage()), before + 1);
+        auto *pasted = qobject_cast<QPushButton *>(FindComponent(window.stage(), QStringLiteral("PushButton1")));
+        QVERIFY(pasted);
+        QCOMPARE(pasted->text(), button->text());
+        QCOMPARE(pasted->parentWidget(), window.stage());
+        QCOMPARE(pasted->pos(), button->pos() + QPoint(4, 4));
+        QVERIFY(pasted->isVisible());
+
+        // This one copies its check box; the second pastes it onto its
+        // stage, selects all there and copies that.
+        RealInput::click(check);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{check});
+        RealInput::key("c", Qt::ControlModifier);
+        QTRY_VERIFY(QGuiApplication::clipboard()->ownsClipboard() && VhoClipboard()->HasComponents());
+        QVERIFY(RealInput::focusWindowAt(inSecond(window.stage(), stageSpot)));
+        QTRY_VERIFY(!window.isActiveWindow());
+        RealInput::clickAt(inSecond(window.stage(), stageSpot));
+        RealInput::key("v", Qt::ControlModifier);
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::key("c", Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(!QGuiApplication::clipboard()->ownsClipboard() && VhoClipboard()->HasComponents(), 10000);
+        QWidget copied;
+        QVERIFY(VhoClipboard()->GetComponents(&copied, &copied, 0, 0));
+        auto *theirs = qobject_cast<QCheckBox *>(FindComponent(&copied, QStringLiteral("CheckBox2")));
+        QVERIFY(theirs);
+        QCOMPARE(theirs->text(), check->text());
+        QCOMPARE(theirs->pos(), check->pos() + QPoint(4, 4));
+        QVERIFY(qobject_cast<QCheckBox *>(FindComponent(&copied, QStringLiteral("CheckBox1"))));
+        QVERIFY(!FindComponent(&copied, QStringLiteral("PushButton1")));
         window.designAction()->setChecked(false);
     }
 

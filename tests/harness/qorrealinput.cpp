@@ -8,7 +8,9 @@
 #include <QWidget>
 
 #include <X11/XKBlib.h>
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
@@ -156,6 +158,78 @@ void click(const QWidget *widget, const QPoint &local, Qt::MouseButton button,
     press(button);
     release(button);
     releaseModifiers(modifiers);
+}
+
+void clickAt(const QPoint &global, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+{
+    moveTo(global, 2);
+    holdModifiers(modifiers);
+    press(button);
+    release(button);
+    releaseModifiers(modifiers);
+}
+
+QRect windowNamed(const QString &title)
+{
+    Display *d = dpy();
+    if (!d)
+        return {};
+    XSync(d, False);
+    const Window rootWindow = DefaultRootWindow(d);
+    Window root = 0, parent = 0;
+    Window *children = nullptr;
+    unsigned int count = 0;
+    if (!XQueryTree(d, rootWindow, &root, &parent, &children, &count))
+        return {};
+    const Atom netName = XInternAtom(d, "_NET_WM_NAME", False);
+    const Atom utf8 = XInternAtom(d, "UTF8_STRING", False);
+    auto nameOf = [&](Window w) {
+        QString name;
+        Atom type = 0;
+        int format = 0;
+        unsigned long items = 0, after = 0;
+        unsigned char *data = nullptr;
+        if (XGetWindowProperty(d, w, netName, 0, 1024, False, utf8, &type, &format, &items, &after, &data) == Success
+            && data) {
+            name = QString::fromUtf8(reinterpret_cast<const char *>(data), int(items));
+            XFree(data);
+        }
+        if (name.isEmpty()) {
+            char *plain = nullptr;
+            if (XFetchName(d, w, &plain) && plain) {
+                name = QString::fromLocal8Bit(plain);
+                XFree(plain);
+            }
+        }
+        return name;
+    };
+    QRect found;
+    // XQueryTree lists the children from the bottom of the stack up.
+    for (unsigned int i = count; i-- > 0 && found.isNull();) {
+        XWindowAttributes attributes;
+        if (!XGetWindowAttributes(d, children[i], &attributes) || attributes.map_state != IsViewable)
+            continue;
+        if (nameOf(children[i]).contains(title))
+            found = QRect(attributes.x, attributes.y, attributes.width, attributes.height);
+    }
+    if (children)
+        XFree(children);
+    return found;
+}
+
+bool focusWindowAt(const QPoint &global)
+{
+    Display *d = dpy();
+    if (!d)
+        return false;
+    const Window root = DefaultRootWindow(d);
+    Window child = 0;
+    int x = 0, y = 0;
+    if (!XTranslateCoordinates(d, root, root, global.x(), global.y(), &x, &y, &child) || !child)
+        return false;
+    XSetInputFocus(d, child, RevertToParent, CurrentTime);
+    settle();
+    return true;
 }
 
 void doubleClick(const QWidget *widget, const QPoint &local)

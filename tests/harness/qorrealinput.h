@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QRect>
 #include <QString>
 #include <Qt>
 
@@ -35,6 +36,20 @@ void click(const QWidget *widget, const QPoint &local = QPoint(-1, -1),
            Qt::MouseButton button = Qt::LeftButton,
            Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void doubleClick(const QWidget *widget, const QPoint &local = QPoint(-1, -1));
+// The same at a global position: for the windows of other programs.
+void clickAt(const QPoint &global, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+// Where the mapped top-level window of any program whose title contains
+// `title` is on the screen (the first such window found, stacked highest);
+// an empty rectangle when there is none. Other programs' windows are found
+// this way to be driven with real input.
+QRect windowNamed(const QString &title);
+
+// Gives the keyboard to the top-level window at a global position, as a
+// click-to-focus window manager does when the window is clicked (under
+// Xvfb there is none). False when no window is there.
+bool focusWindowAt(const QPoint &global);
 
 // Press-move-release from one point of the widget to another, the move in
 // `steps` steps.
