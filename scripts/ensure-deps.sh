@@ -7,9 +7,10 @@ set -euo pipefail
 # the translation manager steps its look-ups on the connection's handle.
 # qt6-tools-dev: Qt Designer's plugin interfaces, QFormBuilder and QUiLoader;
 # its CMake package needs libqt6opengl6-dev, which it does not pull in.
-# libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
+# designer-qt6: the clipboard test exchanges components with a running Qt
+# Designer. libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
 PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite libsqlite3-dev qt6-tools-dev libqt6opengl6-dev
-      libgl-dev libxtst-dev xvfb xauth)
+      designer-qt6 libgl-dev libxtst-dev xvfb xauth)
 
 missing=()
 for p in "${PKGS[@]}"; do
