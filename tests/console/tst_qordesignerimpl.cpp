@@ -194,9 +194,18 @@ private slots:
         s.manager->SetSelectedComps(TComponentList{s.button});
         QCOMPARE(designer.GetSelectedComponent(), s.button);
         IQorFormDesigner *form = &designer;
+        // The selected control is edited in place, and the editing ends.
         form->StartControlEmbedEdit();
+        QVERIFY(s.manager->IsEmbeddedEditing());
+        QVERIFY(s.manager->GetSelectSizer()->IsInlineEditing());
         form->EndControlEmbedEdit();
+        QVERIFY(!s.manager->IsEmbeddedEditing());
+        QVERIFY(!s.manager->GetSelectSizer()->IsInlineEditing());
         QCOMPARE(s.button->text(), QStringLiteral("One"));
+        // With two selected there is no one component: nothing starts.
+        s.manager->SetSelectedComps(TComponentList{s.button, s.timer});
+        form->StartControlEmbedEdit();
+        QVERIFY(!s.manager->IsEmbeddedEditing());
     }
 };
 

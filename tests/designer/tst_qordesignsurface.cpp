@@ -365,15 +365,13 @@ private slots:
         RealInput::click(f.b2, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
         QTRY_COMPARE(f.selected().size(), 2);
         RealInput::key("Delete", Qt::ShiftModifier);
-        QTest::qWait(100);
-        QVERIFY(b1 && b2);
+        QVERIFY(!QTest::qWaitFor([&] { return !b1 || !b2; }, 100));
         // Nothing happens while Delete is down; the key going up deletes.
         RealInput::keyDown("Delete");
-        QTest::qWait(50);
-        QVERIFY(b1 && b2);
+        QVERIFY(!QTest::qWaitFor([&] { return !b1 || !b2; }, 100));
         RealInput::keyUp("Delete");
         QTRY_VERIFY(!b1 && !b2);
-        QTest::qWait(50);
+        QVERIFY(!QTest::qWaitFor([&] { return destroyed > 2; }, 50));
         QCOMPARE(destroyed, 2);
         QTRY_COMPARE(f.selected(), QList<QObject *>{f.form.get()});
         QCOMPARE(f.manager->Sizers()->Count(), 0);
@@ -579,7 +577,12 @@ private slots:
         RealInput::click(f.edit);
         RealInput::typeText(QStringLiteral("abc"));
         QTRY_COMPARE(f.selected(), QList<QObject *>{f.edit});
-        QTest::qWait(100);
+        QVERIFY(!QTest::qWaitFor(
+            [&] {
+                return tabChanged.count() || spinChanged.count() || f.combo->view()->isVisible()
+                    || !f.edit->text().isEmpty() || QApplication::activePopupWidget();
+            },
+            100));
         QCOMPARE(tabChanged.count(), 0);
         QCOMPARE(spinChanged.count(), 0);
         QCOMPARE(f.spin->value(), 0);
@@ -632,7 +635,8 @@ private slots:
         // any designed widget does.
         QTRY_COMPARE(area->geometry(), QRect(360, 80, 200, 150));
 
-        QTest::qWait(100);
+        QVERIFY(!QTest::qWaitFor(
+            [&] { return clicked.count() || selection.count() || page.count() || bar->value() != 0; }, 100));
         QCOMPARE(clicked.count(), 0);
         QCOMPARE(selection.count(), 0);
         QCOMPARE(page.count(), 0);
@@ -661,8 +665,7 @@ private slots:
         RealInput::moveTo(f.edit, QPoint(20, 12), 2);
         QTRY_COMPARE(window->cursor().shape(), Qt::ArrowCursor);
         // Longer than the tool tip's wake-up delay.
-        QTest::qWait(1200);
-        QVERIFY(!QToolTip::isVisible());
+        QVERIFY(!QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1200));
         QCOMPARE(window->cursor().shape(), Qt::ArrowCursor);
         // Designing off: the line edit's own cursor and tool tip come back.
         f.manager->SetIsDesigning(false);
@@ -893,12 +896,14 @@ private slots:
         f.manager->SetConsoleCenter(&center);
         QVERIFY(f.design());
         f.manager->SelectControl(f.b4, QPoint(-1, -1), csmSelect, true, false);
-        QTest::qWait(50);
+        // What the selection itself posted is delivered before counting.
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
         center.selMoved = 0;
         f.b4->move(f.b4->pos() + QPoint(5, 0));
         QTRY_COMPARE(center.selMoved, 1);
         QTRY_COMPARE(f.manager->GetSelectSizer()->geometry(), outside(f.b4->geometry().translated(f.group->pos()), 2));
-        QTest::qWait(50);
+        QVERIFY(!QTest::qWaitFor([&] { return center.selMoved > 1; }, 50));
         QCOMPARE(center.selMoved, 1);
     }
 
@@ -928,8 +933,7 @@ private slots:
         f.manager->EndEmbedEdit();
         QVERIFY(!f.manager->IsEmbeddedEditing());
         RealInput::typeText(QStringLiteral("z"));
-        QTest::qWait(100);
-        QCOMPARE(f.edit->text(), QStringLiteral("xy"));
+        QVERIFY(!QTest::qWaitFor([&] { return f.edit->text() != QLatin1String("xy"); }, 100));
     }
 
     void aDroppedComponentWithAClashingNameIsRenamed()
