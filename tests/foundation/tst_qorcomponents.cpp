@@ -228,6 +228,27 @@ private slots:
         QCOMPARE(FindComponent(&form, QStringLiteral("A")), b);
     }
 
+    void findComponentsGivesEveryOneOfTheNameInListOrder()
+    {
+        QWidget form;
+        auto *a = named(new QPushButton(&form), "A");
+        auto *b = named(new QPushButton(&form), "B");
+        auto *c = named(new QPushButton(&form), "C");
+        for (QObject *component : {static_cast<QObject *>(a), static_cast<QObject *>(b), static_cast<QObject *>(c)})
+            InsertComponent(&form, component);
+        QCOMPARE(FindComponents(&form, QStringLiteral("b")), QList<QObject *>{b});
+        c->setObjectName(QStringLiteral("a"));
+        b->setObjectName(QStringLiteral("A"));
+        QCOMPARE(FindComponents(&form, QStringLiteral("A")), (QList<QObject *>{a, b, c}));
+        SetComponentIndex(c, 0);
+        QCOMPARE(FindComponents(&form, QStringLiteral("a")), (QList<QObject *>{c, a, b}));
+        RemoveComponent(&form, a);
+        QCOMPARE(FindComponents(&form, QStringLiteral("a")), (QList<QObject *>{c, b}));
+        QVERIFY(FindComponents(&form, QStringLiteral("B")).isEmpty());
+        QVERIFY(FindComponents(&form, QString()).isEmpty());
+        QVERIFY(FindComponents(nullptr, QStringLiteral("A")).isEmpty());
+    }
+
     void setComponentIndexMovesWithinTheList()
     {
         QWidget form;
