@@ -109,6 +109,36 @@ private slots:
         QCOMPARE(QWidget::mouseGrabber(), nullptr);
     }
 
+    // Widgets pasted together step past each other's new corners too.
+    void widgetsPastedTogetherStepPastEachOther()
+    {
+        Form f;
+        auto *second = new QPushButton(QStringLiteral("Next"), f.form.get());
+        second->setObjectName(QStringLiteral("Button2"));
+        second->setGeometry(28, 36, 80, 25);
+        InsertComponent(f.form.get(), second);
+        VhoClipboard()->SetComponents(TComponentList{f.button, second}, false);
+        QWidget target;
+        auto *blocker = new QWidget(&target);
+        blocker->move(44, 48);
+        QVERIFY(VhoClipboard()->GetComponents(nullptr, &target, 8, 6));
+        const auto pasted = target.findChildren<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(pasted.size(), 2);
+        // Button1 (20,30) steps once to (28,36): free on this form.
+        QCOMPARE(pasted.at(0)->text(), QStringLiteral("Copy me"));
+        QCOMPARE(pasted.at(0)->pos(), QPoint(28, 36));
+        // Button2 (28,36) steps once to (36,42): free too.
+        QCOMPARE(pasted.at(1)->pos(), QPoint(36, 42));
+        // Again: each steps past the corners the first paste took.
+        QVERIFY(VhoClipboard()->GetComponents(nullptr, &target, 8, 6));
+        const auto again = target.findChildren<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(again.size(), 4);
+        // (28,36) and (36,42) are taken, (44,48) is the blocker: (52,54).
+        QCOMPARE(again.at(2)->pos(), QPoint(52, 54));
+        // (36,42), (44,48) and (52,54) are taken: (60,60).
+        QCOMPARE(again.at(3)->pos(), QPoint(60, 60));
+    }
+
     void aNonVisualComponentKeepsItsSettingsAndHasNoPlace()
     {
         Form f;
