@@ -457,6 +457,7 @@ void TVhoObjInspector::SetActiveComponent(QObject *Component)
     if (IQorInspectorCenter *c = center())
         m_propList->SetDesigner(c->InspectorDesigner());
     m_propList->SetBasedObject(Component);
+    watchComponents();
     emit OnChangeActiveComponent(this);
     RelateComponentChanged();
 }
@@ -473,6 +474,7 @@ void TVhoObjInspector::SetActiveComponents(const QList<QObject *> &Objects)
     if (IQorInspectorCenter *c = center())
         m_propList->SetDesigner(c->InspectorDesigner());
     m_propList->SetBasedObjects(Objects);
+    watchComponents();
     emit OnChangeActiveComponent(this);
     RelateComponentChanged();
 }
@@ -481,6 +483,7 @@ void TVhoObjInspector::AddActiveComponent(QObject *Component)
 {
     m_propList->AddBasedObject(Component);
     m_propList->UpdateList();
+    watchComponents();
     emit OnChangeActiveComponent(this);
     RelateComponentChanged();
 }
@@ -493,6 +496,39 @@ void TVhoObjInspector::ClearActiveComponents()
 QList<QObject *> TVhoObjInspector::GetActiveComponents() const
 {
     return m_propList->GetBasedObjects();
+}
+
+// A shown component that is freed (by the application, or along with its
+// parent) leaves the inspector's list: the lines are rebuilt for the rest
+// once control returns to the event loop, so that freeing many costs one
+// rebuild and none happens inside a destructor.
+void TVhoObjInspector::watchComponents()
+{
+    for (QObject *component : GetActiveComponents()) {
+        if (component)
+            connect(component, &QObject::destroyed, this, &TVhoObjInspector::componentDestroyed, Qt::UniqueConnection);
+    }
+}
+
+void TVhoObjInspector::componentDestroyed()
+{
+    if (m_dropPending)
+        return;
+    m_dropPending = true;
+    QMetaObject::invokeMethod(this, &TVhoObjInspector::dropDestroyedComponents, Qt::QueuedConnection);
+}
+
+void TVhoObjInspector::dropDestroyedComponents()
+{
+    m_dropPending = false;
+    QList<QObject *> alive = GetActiveComponents();
+    if (alive.removeAll(nullptr) == 0)
+        return;
+    // An empty selection keeps the rows it had; rows of components that
+    // are gone are dropped here.
+    if (alive.isEmpty())
+        m_propList->Clear();
+    SetActiveComponents(alive);
 }
 
 QObject *TVhoObjInspector::OwnerComponent() const

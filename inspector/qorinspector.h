@@ -232,8 +232,12 @@ private:
     void clearError();
     IQorInspectorCenter *center() const;
     void placeErrorLabel();
+    void watchComponents();
+    void componentDestroyed();
+    void dropDestroyedComponents();
 
     bool m_refreshing = false;
+    bool m_dropPending = false;
     std::unique_ptr<TObjInspecPropListEx> m_propList;
     int m_savedItemIndex = 0;
     QPointer<QObject> m_consoleCenter;

@@ -850,6 +850,49 @@ private slots:
         f.center->DelSelCtrls();
     }
 
+    // The application frees a selected control behind the center's back:
+    // it drops out of every list, and every command goes on with the rest.
+    void aSelectedControlTheApplicationFreesDropsOutOfEveryList()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        RealInput::click(f.b1);
+        RealInput::click(f.b2, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(f.selection(), (QList<QObject *>{f.b1, f.b2}));
+        QPointer<QPushButton> gone = f.b1;
+        delete f.b1;
+        QVERIFY(!gone);
+        QCOMPARE(f.selection(), QList<QObject *>{f.b2});
+        QCOMPARE(f.manager->SelectedComps().toList(), QList<QObject *>{f.b2});
+        // The inspector rebuilds its lines for the rest once back in the
+        // event loop.
+        QTRY_COMPARE(f.inspector->GetActiveComponents(), QList<QObject *>{f.b2});
+        QCOMPARE(f.inspector->ActiveComponent(), f.b2);
+        QVERIFY(f.listsEqual());
+        QCOMPARE(FindComponent(f.form.get(), QStringLiteral("Button1")), nullptr);
+        f.center->CopySelComps();
+        QTRY_VERIFY(VhoClipboard()->HasComponents());
+        f.center->PasteComps();
+        QTRY_VERIFY(FindComponent(f.form.get(), QStringLiteral("PushButton1")));
+        QCOMPARE(qobject_cast<QPushButton *>(FindComponent(f.form.get(), QStringLiteral("PushButton1")))->text(),
+                 QStringLiteral("Two"));
+        f.center->SelectAllControls();
+        QTRY_VERIFY(f.listsEqual());
+        QVERIFY(!f.selection().contains(nullptr));
+        QPointer<QPushButton> b2 = f.b2;
+        RealInput::click(f.form.get(), QPoint(150, 250));
+        QTRY_COMPARE(f.selection(), QList<QObject *>{f.form.get()});
+        // Its pasted copy covers all of it but its top left corner.
+        RealInput::click(f.b2, QPoint(2, 2));
+        QTRY_COMPARE(f.selection(), QList<QObject *>{f.b2});
+        QTRY_VERIFY(f.listsEqual());
+        f.center->DelSelCtrls();
+        QTRY_VERIFY(!b2);
+        QTRY_COMPARE(f.selection(), QList<QObject *>{f.form.get()});
+        QVERIFY(f.listsEqual());
+        QVERIFY(FindComponent(f.form.get(), QStringLiteral("PushButton1")));
+    }
+
     void theDesignersSelectComponentSetsTheSharedListWithoutTellingAnyone()
     {
         Fixture f;

@@ -360,6 +360,43 @@ private slots:
         QCOMPARE(f.b2->text(), QStringLiteral("Same"));
     }
 
+    // A shown component the application frees leaves the grid, which shows
+    // the others' lines; typing into it afterwards reaches only those.
+    void aFreedComponentLeavesTheGridWhichShowsTheRest()
+    {
+        Fixture f;
+        f.b1->setText(QStringLiteral("Same"));
+        f.b2->setText(QStringLiteral("Same"));
+        f.b3->setText(QStringLiteral("Other"));
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2, f.b3});
+        QVERIFY(f.show());
+        QCOMPARE(f.value(QStringLiteral("text")), QString());
+        QSignalSpy changed(f.inspector.get(), &TVhoObjInspector::OnChangeActiveComponent);
+        delete f.b3;
+        QTRY_COMPARE(f.inspector->GetActiveComponents(), (QList<QObject *>{f.b1, f.b2}));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(f.value(QStringLiteral("text")), QStringLiteral("Same"));
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("70"));
+        QTRY_COMPARE(f.b2->autoRepeatInterval(), 70);
+        QCOMPARE(f.b1->autoRepeatInterval(), 70);
+        // Two freed at once: one rebuild, and the grid is empty.
+        delete f.b1;
+        delete f.b2;
+        QTRY_VERIFY(f.inspector->GetActiveComponents().isEmpty());
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(f.inspector->Strings()->Count(), 0);
+        // A component no longer shown goes without a rebuild.
+        f.inspector->SetActiveComponent(f.label);
+        QCOMPARE(changed.count(), 3);
+        auto *spare = new QLabel(f.form.get());
+        f.inspector->SetActiveComponent(spare);
+        f.inspector->SetActiveComponent(f.label);
+        QCOMPARE(changed.count(), 5);
+        delete spare;
+        QVERIFY(!QTest::qWaitFor([&] { return changed.count() > 5; }, 100));
+        QCOMPARE(f.inspector->ActiveComponent(), f.label);
+    }
+
     void theDesignSurfaceFeedsTheInspectorAndFollowsItsEdits()
     {
         Fixture f;
