@@ -26,6 +26,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextEdit>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -348,6 +349,62 @@ private slots:
         QCOMPARE(theirs->pos(), check->pos() + QPoint(4, 4));
         QVERIFY(qobject_cast<QCheckBox *>(FindComponent(&copied, QStringLiteral("CheckBox1"))));
         QVERIFY(!FindComponent(&copied, QStringLiteral("PushButton1")));
+        window.designAction()->setChecked(false);
+    }
+
+    // The Arrange menu works on the selection made with real clicks: left
+    // edges to the selection's box, the widest width for all, and the
+    // stacking order.
+    void theArrangeMenuAlignsSizesAndRestacksTheSelection()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        QWidget *stage = window.stage();
+        auto *text = stage->findChild<QTextEdit *>(QStringLiteral("TextEdit1"));
+        auto *line = stage->findChild<QLineEdit *>(QStringLiteral("LineEdit1"));
+        QVERIFY(text && line);
+        QVERIFY(text->x() != line->x() && text->width() != line->width());
+        const int left = std::min(text->x(), line->x());
+        const int widest = std::max(text->width(), line->width());
+        const QRect textWas = text->geometry(), lineWas = line->geometry();
+        RealInput::click(text, QPoint(text->width() / 2, text->height() - 5));
+        RealInput::click(line, QPoint(line->width() / 2, 5), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), (QList<QObject *>{text, line}));
+
+        QMenu *arrange = window.findChild<QMenu *>(QStringLiteral("ArrangeMenu"));
+        QVERIFY(arrange);
+        QMenuBar *bar = window.menuBar();
+        auto choose = [&](const char *name) {
+            RealInput::click(bar, bar->actionGeometry(arrange->menuAction()).center());
+            QTRY_VERIFY(arrange->isVisible());
+            auto *action = arrange->findChild<QAction *>(QLatin1String(name));
+            if (!action)
+                action = window.findChild<QAction *>(QLatin1String(name));
+            QVERIFY(action);
+            RealInput::click(arrange, arrange->actionGeometry(action).center());
+            QTRY_VERIFY(!arrange->isVisible());
+        };
+        choose("AlignLeftAction");
+        QTRY_COMPARE(line->x(), left);
+        QCOMPARE(text->x(), left);
+        QCOMPARE(line->y(), lineWas.y());
+        QCOMPARE(text->y(), textWas.y());
+        choose("SameWidthAction");
+        QTRY_COMPARE(line->width(), widest);
+        QCOMPARE(text->width(), widest);
+        QCOMPARE(line->height(), lineWas.height());
+        QVERIFY(window.designManager()->Dirty());
+
+        // Stacking: children are listed from the back to the front.
+        auto depth = [stage](QWidget *w) { return stage->children().indexOf(w); };
+        QWidget *group = stage->findChild<QWidget *>(QStringLiteral("GroupBox1"));
+        QVERIFY(group && depth(group) < depth(line));
+        choose("BackAction");
+        QTRY_VERIFY(depth(line) < depth(group) && depth(text) < depth(group));
+        choose("FrontAction");
+        QTRY_VERIFY(depth(line) > depth(group) && depth(text) > depth(group));
+        QCOMPARE(window.designManager()->SelectedComps().toList(), (QList<QObject *>{text, line}));
         window.designAction()->setChecked(false);
     }
 
