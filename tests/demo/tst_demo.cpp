@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QTabBar>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -43,6 +44,24 @@ int lineOf(TQorObjInspector *inspector, const QString &name)
             return i;
     }
     return -1;
+}
+
+// Opens a menu of the window's menu bar and picks one of its actions, by
+// object name, with real clicks; false when the menu does not open, the
+// action is not there, or the menu does not close.
+bool chooseFromMenu(QMainWindow *window, QMenu *menu, const char *name)
+{
+    QMenuBar *bar = window->menuBar();
+    RealInput::click(bar, bar->actionGeometry(menu->menuAction()).center());
+    if (!QTest::qWaitFor([menu] { return menu->isVisible(); }))
+        return false;
+    QAction *action = menu->findChild<QAction *>(QLatin1String(name));
+    if (!action)
+        action = window->findChild<QAction *>(QLatin1String(name));
+    if (!action)
+        return false;
+    RealInput::click(menu, menu->actionGeometry(action).center());
+    return QTest::qWaitFor([menu] { return !menu->isVisible(); });
 }
 
 } // namespace
@@ -186,20 +205,9 @@ private slots:
         const int before = ComponentCount(window.stage());
         QMenu *edit = window.findChild<QMenu *>(QStringLiteral("EditMenu"));
         QVERIFY(edit);
-        QMenuBar *bar = window.menuBar();
-        auto choose = [&](const char *name) {
-            RealInput::click(bar, bar->actionGeometry(edit->menuAction()).center());
-            QTRY_VERIFY(edit->isVisible());
-            QAction *action = edit->findChild<QAction *>(QLatin1String(name));
-            if (!action)
-                action = window.findChild<QAction *>(QLatin1String(name));
-            QVERIFY(action);
-            RealInput::click(edit, edit->actionGeometry(action).center());
-            QTRY_VERIFY(!edit->isVisible());
-        };
-        choose("CopyAction");
+        QVERIFY(chooseFromMenu(&window, edit, "CopyAction"));
         QTRY_VERIFY(VhoClipboard()->HasComponents());
-        choose("PasteAction");
+        QVERIFY(chooseFromMenu(&window, edit, "PasteAction"));
         QTRY_COMPARE(ComponentCount(window.stage()), before + 1);
         auto *copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
         QVERIFY(copy);
@@ -374,23 +382,13 @@ private slots:
 
         QMenu *arrange = window.findChild<QMenu *>(QStringLiteral("ArrangeMenu"));
         QVERIFY(arrange);
-        QMenuBar *bar = window.menuBar();
-        auto choose = [&](const char *name) {
-            RealInput::click(bar, bar->actionGeometry(arrange->menuAction()).center());
-            QTRY_VERIFY(arrange->isVisible());
-            auto *action = arrange->findChild<QAction *>(QLatin1String(name));
-            if (!action)
-                action = window.findChild<QAction *>(QLatin1String(name));
-            QVERIFY(action);
-            RealInput::click(arrange, arrange->actionGeometry(action).center());
-            QTRY_VERIFY(!arrange->isVisible());
-        };
-        choose("AlignLeftAction");
+        auto choose = [&](const char *name) { return chooseFromMenu(&window, arrange, name); };
+        QVERIFY(choose("AlignLeftAction"));
         QTRY_COMPARE(line->x(), left);
         QCOMPARE(text->x(), left);
         QCOMPARE(line->y(), lineWas.y());
         QCOMPARE(text->y(), textWas.y());
-        choose("SameWidthAction");
+        QVERIFY(choose("SameWidthAction"));
         QTRY_COMPARE(line->width(), widest);
         QCOMPARE(text->width(), widest);
         QCOMPARE(line->height(), lineWas.height());
@@ -400,9 +398,9 @@ private slots:
         auto depth = [stage](QWidget *w) { return stage->children().indexOf(w); };
         QWidget *group = stage->findChild<QWidget *>(QStringLiteral("GroupBox1"));
         QVERIFY(group && depth(group) < depth(line));
-        choose("BackAction");
+        QVERIFY(choose("BackAction"));
         QTRY_VERIFY(depth(line) < depth(group) && depth(text) < depth(group));
-        choose("FrontAction");
+        QVERIFY(choose("FrontAction"));
         QTRY_VERIFY(depth(line) > depth(group) && depth(text) > depth(group));
         QCOMPARE(window.designManager()->SelectedComps().toList(), (QList<QObject *>{text, line}));
         window.designAction()->setChecked(false);
