@@ -85,6 +85,8 @@ private slots:
         QVERIFY(run(QDir(build).filePath(QStringLiteral("consumer")), {}, &output, env));
         QVERIFY2(output.contains(QLatin1String("same=1")), qPrintable(output));
         QVERIFY2(output.contains(QLatin1String("owned=1 first=Button1")), qPrintable(output));
+        // The center shows the stage in the inspector once both are linked.
+        QVERIFY2(output.contains(QLatin1String("center-stage=Form1 inspecting=Form1")), qPrintable(output));
     }
 };
 
