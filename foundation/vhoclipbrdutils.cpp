@@ -49,6 +49,28 @@ qsizetype nextRecord(const QByteArray &Bytes, qsizetype Offset)
     return next < 0 ? Bytes.size() : next;
 }
 
+// Reads the records one after the other, each without a parent, and hands
+// each component read to Take; a record that cannot be read is skipped and
+// reading goes on at the next one.
+template<typename Taker>
+void readRecords(const QByteArray &Bytes, Taker &&Take)
+{
+    QBuffer buffer;
+    buffer.setData(Bytes);
+    buffer.open(QIODevice::ReadOnly);
+    while (buffer.pos() < buffer.size()) {
+        const qsizetype start = buffer.pos();
+        QObject *component = nullptr;
+        try {
+            component = ReadComponent(buffer, nullptr, nullptr, nullptr);
+        } catch (const EQorError &) {
+            buffer.seek(nextRecord(Bytes, start));
+            continue;
+        }
+        Take(component);
+    }
+}
+
 // Where pasted widgets go. A pasted widget moves by (DX, DY) until no
 // widget of the parent has its corner; it stands at its stored place
 // itself, so it always moves at least one step. The corners of the
@@ -69,8 +91,6 @@ public:
                 m_corners.insert(key(static_cast<QWidget *>(child)->pos()));
         }
     }
-
-    QWidget *parent() const { return m_parent; }
 
     // Moves the widget to its corner and makes it the parent's child (a
     // widget read without a parent joins only now, placed: the parent sees
@@ -181,17 +201,7 @@ private:
     QString designerText() const
     {
         std::vector<std::unique_ptr<QObject>> read;
-        QBuffer buffer;
-        buffer.setData(m_records);
-        buffer.open(QIODevice::ReadOnly);
-        while (buffer.pos() < buffer.size()) {
-            const qsizetype start = buffer.pos();
-            try {
-                read.emplace_back(ReadComponent(buffer));
-            } catch (const EQorError &) {
-                buffer.seek(nextRecord(m_records, start));
-            }
-        }
+        readRecords(m_records, [&read](QObject *Component) { read.emplace_back(Component); });
         QList<QObject *> components;
         for (const auto &component : read)
             components.append(component.get());
@@ -240,21 +250,10 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
     const QByteArray bytes = data ? data->data(CF_QorComponents()) : QByteArray();
     if (bytes.isEmpty())
         return data && data->hasText() ? pasteDesignerText(data->text(), Owner, Parent, DX, DY) : nullptr;
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
     PastePlacer placer(Parent, DX, DY);
     QObject *last = nullptr;
-    while (buffer.pos() < buffer.size()) {
-        const qsizetype start = buffer.pos();
-        QObject *component = nullptr;
-        try {
-            // Read without a parent: a widget joins Parent once placed.
-            component = ReadComponent(buffer, nullptr, nullptr, nullptr);
-        } catch (const EQorError &) {
-            buffer.seek(nextRecord(bytes, start));
-            continue;
-        }
+    // Read without a parent: a widget joins Parent once placed.
+    readRecords(bytes, [&](QObject *component) {
         try {
             if (auto *w = qobject_cast<QWidget *>(component); w && Parent)
                 placer.place(w);
@@ -268,7 +267,7 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
         } catch (const EQorError &) {
             discard(component);
         }
-    }
+    });
     return last;
 }
 
