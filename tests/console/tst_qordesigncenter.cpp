@@ -199,13 +199,6 @@ bool nothingHalfMade(QWidget *Stage)
     return true;
 }
 
-void putRecords(const QByteArray &Bytes)
-{
-    auto *data = new QMimeData;
-    data->setData(CF_QorComponents(), Bytes);
-    QGuiApplication::clipboard()->setMimeData(data);
-}
-
 } // namespace
 
 class tst_QorDesignCenter : public QObject
@@ -487,7 +480,7 @@ private slots:
         const QStringList before = stageContents(f.form.get());
         f.center->SetSelectedCompsSilently(TComponentList{f.form.get()});
         for (qsizetype length = 1; length < whole.size(); length += 5) {
-            putRecords(whole.left(length));
+            QorGuiTest::putRecords(whole.left(length));
             const int count = ComponentCount(f.form.get());
             f.center->PasteComps();
             const QStringList after = stageContents(f.form.get());
@@ -507,7 +500,7 @@ private slots:
         QRandomGenerator random(7);
         for (char &c : junk)
             c = char(random.bounded(256));
-        putRecords(ComponentToBytes(f.b1) + junk);
+        QorGuiTest::putRecords(ComponentToBytes(f.b1) + junk);
         const int before = ComponentCount(f.form.get());
         f.center->PasteComps();
         QCOMPARE(ComponentCount(f.form.get()), before + 1);
@@ -526,7 +519,7 @@ private slots:
         const qsizetype at = unknown.indexOf("QPushButton");
         QVERIFY(at >= 0);
         unknown.replace(at, 11, "QPushBottom");
-        putRecords(unknown + ComponentToBytes(f.label));
+        QorGuiTest::putRecords(unknown + ComponentToBytes(f.label));
         const QStringList before = stageContents(f.form.get());
         f.center->PasteComps();
         const QStringList after = stageContents(f.form.get());
@@ -558,7 +551,7 @@ private slots:
                 if (random.bounded(3) == 0)
                     block.truncate(random.bounded(1, int(block.size())));
             }
-            putRecords(block);
+            QorGuiTest::putRecords(block);
             const int count = ComponentCount(f.form.get());
             f.center->PasteComps();
             pasted += ComponentCount(f.form.get()) - count;

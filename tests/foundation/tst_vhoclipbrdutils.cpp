@@ -37,13 +37,6 @@ struct Form
     }
 };
 
-void putRecords(const QByteArray &bytes)
-{
-    auto *data = new QMimeData;
-    data->setData(CF_QorComponents(), bytes);
-    QGuiApplication::clipboard()->setMimeData(data);
-}
-
 } // namespace
 
 class tst_VhoClipbrdUtils : public QObject
@@ -203,7 +196,7 @@ private slots:
         // The body spoilt, the header and its length intact.
         for (qsizetype i = 12; i < damaged.size(); i += 3)
             damaged[i] = char(0xee);
-        putRecords(ComponentToBytes(f.button) + damaged + QByteArray("garbage") + ComponentToBytes(second));
+        QorGuiTest::putRecords(ComponentToBytes(f.button) + damaged + QByteArray("garbage") + ComponentToBytes(second));
         QWidget target;
         target.setObjectName(QStringLiteral("Form3"));
         QObject *last = VhoClipboard()->GetComponents(&target, &target, 8, 6);
@@ -212,7 +205,7 @@ private slots:
         QCOMPARE(ComponentCount(&target), 2);
         QCOMPARE(Components(&target, 0)->objectName(), QStringLiteral("Button1"));
         // Garbage alone pastes nothing.
-        putRecords(QByteArray(300, 'x'));
+        QorGuiTest::putRecords(QByteArray(300, 'x'));
         QCOMPARE(VhoClipboard()->GetComponents(&target, &target, 8, 6), nullptr);
         QCOMPARE(ComponentCount(&target), 2);
     }

@@ -1,8 +1,12 @@
 #include "qorguitest.h"
 
+#include "foundation/vhoclipbrdutils.h"
+
 #include <QApplication>
+#include <QClipboard>
 #include <QDeadlineTimer>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -66,6 +70,13 @@ QLineEdit *numberField(QWidget *Parent)
             found = edit;
     }
     return found;
+}
+
+void putRecords(const QByteArray &Bytes)
+{
+    auto *data = new QMimeData;
+    data->setData(CF_QorComponents(), Bytes);
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 } // namespace QorGuiTest

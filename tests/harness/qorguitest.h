@@ -1,7 +1,9 @@
 // Helpers shared by the GUI tests: showing a window so that real input
-// reaches it, and checking that a test left no window behind.
+// reaches it, checking that a test left no window behind, and putting raw
+// component records on the clipboard.
 #pragma once
 
+#include <QByteArray>
 #include <QPoint>
 
 #include <functional>
@@ -31,5 +33,9 @@ std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int T
 // The last line edit inside Parent whose text is a whole number (the size
 // field of a font dialog, for one); nil when there is none.
 QLineEdit *numberField(QWidget *Parent);
+
+// Puts bytes on the system clipboard as component records, and nothing
+// else: damaged or made-up records for the paste to cope with.
+void putRecords(const QByteArray &Bytes);
 
 } // namespace QorGuiTest
