@@ -37,6 +37,8 @@
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 template<class T>
@@ -135,7 +137,6 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     : QMainWindow(parent)
 {
     setWindowTitle(tr("QorDesign demo"));
-    resize(1100, 680);
 
     auto *stageFrame = new QScrollArea(this);
     stageFrame->setObjectName(QStringLiteral("StageFrame"));
@@ -222,6 +223,8 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     fillPalette();
     fillComponentTree();
     m_tree->setCurrentItem(m_tree->topLevelItem(0));
+    // The first window shows the whole stage beside the docks.
+    resize(std::max(sizeHint().width(), 1180), std::max(sizeHint().height(), 720));
     statusBar()->showMessage(tr("%n component(s) on the stage", nullptr, ComponentCount(m_stage)));
 }
 

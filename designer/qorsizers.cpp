@@ -47,6 +47,25 @@ QRect mapRect(const QWidget *from, const QWidget *to, const QRect &r)
     return QRect(topLeft, r.size());
 }
 
+constexpr Qt::KeyboardModifiers modifierMask =
+    Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
+bool isModifierKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+        return true;
+    default:
+        return false;
+    }
+}
+
 Qt::CursorShape cursorOfHitCode(qintptr code)
 {
     switch (code) {
@@ -238,10 +257,15 @@ void TQorSizer::BindToControl()
         }
         UpdateShape();
         if (!m_following) {
-            if (m_sizerList)
-                m_sizerList->SetKeySizer(this);
-            if (isVisible())
+            if (isVisible()) {
+                if (m_sizerList)
+                    m_sizerList->SetKeySizer(this);
                 setFocus(Qt::OtherFocusReason);
+            } else if (m_sizerList) {
+                // A sizer of a multiple selection is hidden and cannot hold
+                // the keys: the stage holds them for the selection.
+                m_sizerList->TakeKeyboard();
+            }
         }
     }
 }
@@ -294,8 +318,13 @@ void TQorSizer::UpdateShape()
         raise();
         update();
     } else {
-        if (!isHidden())
+        if (!isHidden()) {
+            // Hiding the widget with the keys would pass them on to the
+            // window's next widget, out of the design.
+            if (m_sizerList)
+                m_sizerList->keepKeyboard(this);
             hide();
+        }
         if (m_sizerList)
             m_sizerList->InvalidateMarks(this, geometry());
     }
@@ -361,8 +390,12 @@ void TQorSizer::BeginMoveAsSender(const QPoint &GlobalPoint)
     m_sender = true;
     m_lastPoint = GlobalPoint;
     activeDrag = this;
-    if (m_sizerList)
+    if (m_sizerList) {
+        // The control the user took hold of decides, for the keys too,
+        // which siblings go along.
+        m_sizerList->SetKeySizer(this);
         m_sizerList->DelAllUnSibling(this);
+    }
 }
 
 void TQorSizer::DragMouseMove(const QPoint &GlobalPos, Qt::MouseButtons Buttons, Qt::KeyboardModifiers Modifiers)
@@ -640,6 +673,15 @@ void TQorSizer::keyReleaseEvent(QKeyEvent *event)
 
 void TQorSizer::KeyDown(int Key, Qt::KeyboardModifiers Shift)
 {
+    // Delete deletes when it goes up, and only when it went down alone and
+    // no modifier joined it meanwhile: Shift+Delete never deletes, whichever
+    // key the user lets go of first.
+    if (m_sizerList) {
+        if (Key == Qt::Key_Delete)
+            m_sizerList->m_deleteArmed = !(Shift & modifierMask);
+        else if (isModifierKey(Key))
+            m_sizerList->m_deleteArmed = false;
+    }
     if (!m_enabled || !Shift.testFlag(Qt::ControlModifier))
         return;
     int dx = 0;
@@ -658,10 +700,13 @@ void TQorSizer::KeyUp(int Key, Qt::KeyboardModifiers Shift)
 {
     if (!m_enabled || Key != Qt::Key_Delete)
         return;
+    const bool armed = !m_sizerList || m_sizerList->m_deleteArmed;
+    if (m_sizerList)
+        m_sizerList->m_deleteArmed = false;
     // The modifiers of the event and those held now: either shows a
     // modifier, nothing is deleted.
     const Qt::KeyboardModifiers held = Shift | QGuiApplication::queryKeyboardModifiers();
-    if (held & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+    if (!armed || (held & modifierMask))
         return;
     if (m_sizerList && m_sizerList->DesignManager() && m_sizerList->DesignManager()->DesignStage())
         QorPostMessage(m_sizerList->DesignManager()->DesignStage(), QORN_DelSelCtrls, 0, 0);
@@ -813,10 +858,16 @@ void TQorSizerList::keepKeyboard(TQorSizer *Sizer)
     // design would lose the keyboard (and with it the application's
     // shortcuts that act on the design). The sizer or stage sizer bound
     // next takes them from the stage.
-    if (!m_manager || m_manager->IsDestroying() || !Sizer->hasFocus())
+    if (Sizer->hasFocus())
+        giveStageFocus();
+}
+
+void TQorSizerList::giveStageFocus()
+{
+    if (!m_manager || m_manager->IsDestroying() || QCoreApplication::closingDown())
         return;
     QWidget *stage = m_manager->DesignStage();
-    if (stage && stage->isVisible() && !QCoreApplication::closingDown())
+    if (stage && stage->isVisible())
         stage->setFocus(Qt::OtherFocusReason);
 }
 
@@ -875,6 +926,10 @@ void TQorSizerList::DelAllUnSibling(TQorSizer *Sizer)
         delete sizer;
     }
     UpdateAllSizerMode();
+    // The selection shrank: the manager, the center and the other
+    // elements hear of it now, not at some later selection.
+    if (m_manager)
+        m_manager->SizersChanged();
 }
 
 void TQorSizerList::DelUnassignedSizers()
@@ -999,7 +1054,18 @@ TQorSizer *TQorSizerList::KeySizer() const
 {
     if (m_keySizer && m_keySizer->m_sizerList == this)
         return m_keySizer;
-    return m_sizers.empty() ? nullptr : m_sizers.back();
+    // Without a sizer the user took hold of, the first selected leads.
+    return m_sizers.empty() ? nullptr : m_sizers.front();
+}
+
+void TQorSizerList::TakeKeyboard()
+{
+    QWidget *focus = QApplication::focusWidget();
+    if (m_manager && focus == m_manager->DesignStage())
+        return;
+    if (qobject_cast<TQorSizer *>(focus) && focus->isVisible())
+        return;
+    giveStageFocus();
 }
 
 TQorSizerOverlay *TQorSizerList::overlayFor(QWidget *Parent)

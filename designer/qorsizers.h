@@ -229,11 +229,16 @@ public:
     // The sizer last given the input focus: where keys for the selection go.
     TQorSizer *KeySizer() const;
     void SetKeySizer(TQorSizer *Sizer) { m_keySizer = Sizer; }
+    // Gives the keys of the selection to the stage unless it or a shown
+    // sizer has them: the sizers of a multiple selection are hidden, and
+    // the design's window filter hands the stage's keys to KeySizer().
+    void TakeKeyboard();
 
 private:
     void reindex();
     void freeSizer(TQorSizer *Sizer);
     void keepKeyboard(TQorSizer *Sizer);
+    void giveStageFocus();
     TQorSizerOverlay *overlayFor(QWidget *Parent);
 
     TQorDesignManager *m_manager;
@@ -241,6 +246,8 @@ private:
     QHash<const QWidget *, TQorSizer *> m_byControl;
     QPointer<TQorSizerOverlay> m_overlay;
     QPointer<TQorSizer> m_keySizer;
+    // Delete went down alone and nothing joined it yet.
+    bool m_deleteArmed = false;
     // The mode every sizer has now, so that adding a sizer to a multiple
     // selection does not revisit the others.
     bool m_multi = false;

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+// The demo designer used as a user uses it, with real input: the keys of a
+// selection however it was made, controls the user cannot see, the stage's
+// own handles, and what the palette and the arrange commands leave behind.
+#include "console/qordesignconsole.h"
+#include "designer/qormanager.h"
+#include "designer/qorsizers.h"
+#include "foundation/qorcomponents.h"
+#include "harness/qorguitest.h"
+#include "harness/qorrealinput.h"
+#include "inspector/qorinspector.h"
+#include "qordemowindow.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QTextEdit>
+#include <QTreeWidget>
+
+namespace {
+
+// How a selection is made on the demo's stage.
+enum class SelectBy { CtrlA, EditMenu, RubberBand, ShiftClicks, ClickOnSelected };
+
+// Opens a menu of the menu bar and picks an action by object name, with
+// real clicks; false when the menu or the action is not there.
+bool chooseFromMenu(QMainWindow *window, const char *menuName, const char *actionName)
+{
+    QMenu *menu = window->findChild<QMenu *>(QLatin1String(menuName));
+    if (!menu)
+        return false;
+    QMenuBar *bar = window->menuBar();
+    RealInput::click(bar, bar->actionGeometry(menu->menuAction()).center());
+    if (!QTest::qWaitFor([menu] { return menu->isVisible(); }))
+        return false;
+    QAction *action = window->findChild<QAction *>(QLatin1String(actionName));
+    if (!action)
+        return false;
+    RealInput::click(menu, menu->actionGeometry(action).center());
+    return QTest::qWaitFor([menu] { return !menu->isVisible(); });
+}
+
+// The demo window, shown, designing, with its stage's widgets at hand.
+struct Demo
+{
+    QorDemoWindow window;
+    QWidget *stage = nullptr;
+    TQorDesignManager *manager = nullptr;
+    QLineEdit *line = nullptr;
+    QCheckBox *check = nullptr;
+    QComboBox *combo = nullptr;
+    QSpinBox *spin = nullptr;
+
+    bool start()
+    {
+        if (!QorGuiTest::showAndActivate(&window, QPoint(0, 0)))
+            return false;
+        window.designAction()->setChecked(true);
+        stage = window.stage();
+        manager = window.designManager();
+        line = stage->findChild<QLineEdit *>(QStringLiteral("LineEdit1"));
+        check = stage->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        combo = stage->findChild<QComboBox *>(QStringLiteral("ComboBox1"));
+        spin = stage->findChild<QSpinBox *>(QStringLiteral("SpinBox1"));
+        return manager->IsDesigning() && line && check && combo && spin;
+    }
+
+    QList<QObject *> selected() const { return manager->SelectedComps().toList(); }
+    QList<QObject *> centerSelected() const { return window.designCenter()->SelectedComps().toList(); }
+
+    // The four controls in the stage's right column, in the stage's order.
+    QList<QWidget *> column() const { return {line, check, combo, spin}; }
+
+    // Makes a selection of the right column (or of everything, for the
+    // select-all ways) the given way; returns the controls selected.
+    QList<QObject *> select(SelectBy how)
+    {
+        switch (how) {
+        case SelectBy::CtrlA:
+            RealInput::click(stage, QPoint(545, 200));
+            if (!QTest::qWaitFor([this] { return selected() == QList<QObject *>{stage}; }))
+                return {};
+            RealInput::key("a", Qt::ControlModifier);
+            return QTest::qWaitFor([this] { return selected().size() > 4; }) ? selected() : QList<QObject *>();
+        case SelectBy::EditMenu:
+            if (!chooseFromMenu(&window, "EditMenu", "SelectAllAction"))
+                return {};
+            return QTest::qWaitFor([this] { return selected().size() > 4; }) ? selected() : QList<QObject *>();
+        case SelectBy::RubberBand:
+            // From the empty strip right of the column down and left over it.
+            RealInput::drag(stage, QPoint(545, 20), QPoint(300, 150), 8);
+            break;
+        case SelectBy::ShiftClicks:
+            RealInput::click(line, QPoint(line->width() - 8, 8));
+            for (QWidget *w : {static_cast<QWidget *>(check), static_cast<QWidget *>(combo),
+                               static_cast<QWidget *>(spin)})
+                RealInput::click(w, QPoint(w->width() - 8, 8), Qt::LeftButton, Qt::ShiftModifier);
+            break;
+        case SelectBy::ClickOnSelected:
+            RealInput::click(line, QPoint(line->width() - 8, 8));
+            for (QWidget *w : {static_cast<QWidget *>(check), static_cast<QWidget *>(combo),
+                               static_cast<QWidget *>(spin)})
+                RealInput::click(w, QPoint(w->width() - 8, 8), Qt::LeftButton, Qt::ShiftModifier);
+            if (!QTest::qWaitFor([this] { return selected().size() == 4; }))
+                return {};
+            // A plain click on one of them keeps the selection.
+            RealInput::click(combo, QPoint(combo->width() - 8, 8));
+            break;
+        }
+        const QList<QObject *> want{line, check, combo, spin};
+        return QTest::qWaitFor([&] { return selected() == want; }) ? selected() : QList<QObject *>();
+    }
+};
+
+void addSelectionRows()
+{
+    QTest::addColumn<SelectBy>("how");
+    QTest::newRow("by Ctrl+A") << SelectBy::CtrlA;
+    QTest::newRow("by the Edit menu") << SelectBy::EditMenu;
+    QTest::newRow("by a rubber band") << SelectBy::RubberBand;
+    QTest::newRow("by Shift-clicks") << SelectBy::ShiftClicks;
+    QTest::newRow("after a click on a selected control") << SelectBy::ClickOnSelected;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(SelectBy)
+
+class tst_DemoGestures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+    void cleanup()
+    {
+        RealInput::releaseAll();
+        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+    }
+
+    // ---- Keys of a selection ----
+
+    void ctrlArrowsMoveEverySelectedControl_data() { addSelectionRows(); }
+    void ctrlArrowsMoveEverySelectedControl()
+    {
+        QFETCH(SelectBy, how);
+        Demo d;
+        QVERIFY(d.start());
+        const QList<QObject *> chosen = d.select(how);
+        QVERIFY(chosen.size() >= 4);
+        for (QWidget *w : d.column())
+            QVERIFY(chosen.contains(w));
+        QHash<QWidget *, QRect> was;
+        for (QObject *c : chosen)
+            was.insert(static_cast<QWidget *>(c), static_cast<QWidget *>(c)->geometry());
+
+        RealInput::key("Right", Qt::ControlModifier);
+        for (QWidget *w : d.column())
+            QTRY_COMPARE(w->geometry(), was.value(w).translated(1, 0));
+        RealInput::key("Down", Qt::ControlModifier);
+        for (QWidget *w : d.column())
+            QTRY_COMPARE(w->geometry(), was.value(w).translated(1, 1));
+        // Every selected control that shares the stage as its parent moved;
+        // the ones inside containers stay where their containers put them.
+        for (auto it = was.cbegin(); it != was.cend(); ++it) {
+            if (it.key()->parentWidget() == d.stage)
+                QTRY_COMPARE(it.key()->geometry(), it.value().translated(1, 1));
+            else
+                QCOMPARE(it.key()->geometry(), it.value());
+        }
+        QCOMPARE(d.centerSelected(), d.selected());
+    }
+
+    void deleteDeletesEverySelectedControl_data() { addSelectionRows(); }
+    void deleteDeletesEverySelectedControl()
+    {
+        QFETCH(SelectBy, how);
+        Demo d;
+        QVERIFY(d.start());
+        const QList<QObject *> chosen = d.select(how);
+        QVERIFY(chosen.size() >= 4);
+        QList<QPointer<QObject>> watched;
+        for (QObject *c : chosen)
+            watched.append(c);
+        RealInput::key("Delete");
+        QTRY_VERIFY(std::all_of(watched.cbegin(), watched.cend(), [](const QPointer<QObject> &p) { return !p; }));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.stage});
+        QCOMPARE(d.centerSelected(), QList<QObject *>{d.stage});
+    }
+
+    void shiftDeleteNeverDeletes_data()
+    {
+        QTest::addColumn<bool>("shiftFirst");
+        QTest::newRow("Shift let go first") << true;
+        QTest::newRow("Delete let go first") << false;
+    }
+    void shiftDeleteNeverDeletes()
+    {
+        QFETCH(bool, shiftFirst);
+        Demo d;
+        QVERIFY(d.start());
+        d.select(SelectBy::ShiftClicks);
+        QTRY_COMPARE(d.selected().size(), 4);
+        QList<QPointer<QWidget>> watched;
+        for (QWidget *w : d.column())
+            watched.append(w);
+        RealInput::keyDown("Shift_L");
+        RealInput::keyDown("Delete");
+        if (shiftFirst) {
+            RealInput::keyUp("Shift_L");
+            RealInput::keyUp("Delete");
+        } else {
+            RealInput::keyUp("Delete");
+            RealInput::keyUp("Shift_L");
+        }
+        QVERIFY(!QTest::qWaitFor(
+            [&] { return std::any_of(watched.cbegin(), watched.cend(), [](const QPointer<QWidget> &p) { return !p; }); },
+            300));
+        QCOMPARE(d.selected().size(), 4);
+        // A plain Delete afterwards still deletes.
+        RealInput::key("Delete");
+        QTRY_VERIFY(std::all_of(watched.cbegin(), watched.cend(), [](const QPointer<QWidget> &p) { return !p; }));
+    }
+};
+
+QTEST_MAIN(tst_DemoGestures)
+#include "tst_demogestures.moc"
