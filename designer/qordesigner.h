@@ -140,6 +140,7 @@ QORDESIGN_EXPORT QPoint LParamToPoint(qintptr lParam);
 constexpr quint32 WM_MOVE = 3;
 constexpr quint32 WM_SIZE = 5;
 constexpr quint32 WM_KILLFOCUS = 8;
+constexpr quint32 WM_SHOWWINDOW = 24;
 constexpr quint32 WM_SETCURSOR = 32;
 constexpr quint32 WM_NCHITTEST = 132;
 constexpr quint32 WM_KEYDOWN = 256;

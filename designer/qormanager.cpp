@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QHash>
 #include <QMenu>
 #include <QPixmap>
 #include <QWidget>
@@ -382,10 +383,15 @@ void TQorDesignManager::SelectControlInRect(const QRect &Rect, TControlSelectMod
         if (!component->isWidgetType() || IsQorDesignCtrl(component))
             continue;
         auto *w = static_cast<QWidget *>(component);
-        if (ControlInRect(w, Rect))
+        if (IsControlShowing(w) && ControlInRect(w, Rect))
             SelectControl(w, QPoint(0, 0), Mode, false, false);
     }
     notifyCenterSelection();
+}
+
+bool TQorDesignManager::IsControlShowing(const QWidget *Control) const
+{
+    return Control && m_designStage && (Control == m_designStage || Control->isVisibleTo(m_designStage));
 }
 
 bool TQorDesignManager::ControlInRect(const QWidget *Control, const QRect &Rect) const
@@ -410,7 +416,8 @@ void TQorDesignManager::SelectAllControls()
     if (!m_isDesigning || !m_designStage)
         return;
     for (QObject *component : ComponentList(m_designStage)) {
-        if (component->isWidgetType() && !IsQorDesignCtrl(component))
+        if (component->isWidgetType() && !IsQorDesignCtrl(component)
+            && IsControlShowing(static_cast<QWidget *>(component)))
             SelectControl(static_cast<QWidget *>(component), QPoint(0, 0), csmAdd, false, false);
     }
     notifyCenterSelection();
@@ -572,6 +579,24 @@ void TQorDesignManager::CtrlMoved(QWidget *Control)
         m_consoleCenter->DesignerSelCompMoved();
 }
 
+void TQorDesignManager::CtrlShownOrHidden(QWidget *Control)
+{
+    if (!Control || !m_sizers->SizerOf(Control))
+        return;
+    // A page that becomes current or stops being current reports each of
+    // its controls: the sizers are reshaped once, after the last report.
+    if (!m_reshapeQueued) {
+        m_reshapeQueued = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_reshapeQueued = false;
+                m_sizers->UpdateAllShapes();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
 void TQorDesignManager::EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModifiers Shift, const QPoint &Pos)
 {
     if (!m_designStage || !Control)
@@ -702,9 +727,11 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
     // The box around them all, each in its own parent's coordinates, with
     // right and bottom one past the last pixel.
     int left = -1, top = -1, right = -1, bottom = -1;
+    bool first = true;
     for (QWidget *c : controls) {
         const QRect g = c->geometry();
-        if (left < 0) {
+        if (first) {
+            first = false;
             left = g.x();
             top = g.y();
             right = RectRight(g);
@@ -716,6 +743,8 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
             bottom = std::max(bottom, RectBottom(g));
         }
     }
+    // Nothing is aligned without a control, nor when the box starts left
+    // of or above the parent's origin, whichever control is first.
     if (left < 0)
         return;
     auto place = [](TQorDesignAlignmentStyle Style, int Low, int High, int Size, int ParentSize, int Current) {
@@ -822,22 +851,68 @@ void TQorDesignManager::FlipChildren(TFlipChildrenMode Mode)
     }
 }
 
+QList<TQorSizer *> TQorDesignManager::sizersBackToFront() const
+{
+    // The sizers by parent (in the order the parents first come in the
+    // selection), each parent's in its stacking order: a parent lists its
+    // children from the back to the front. Each parent is indexed once.
+    struct Entry
+    {
+        TQorSizer *sizer;
+        int parentRank;
+        int depth;
+    };
+    QHash<const QWidget *, int> ranks;
+    QHash<const QWidget *, QHash<const QObject *, int>> depths;
+    std::vector<Entry> entries;
+    for (int i = 0; i < m_sizers->Count(); ++i) {
+        TQorSizer *sizer = m_sizers->Sizers(i);
+        QWidget *control = sizer->Control();
+        if (!control)
+            continue;
+        const QWidget *parent = control->parentWidget();
+        if (!ranks.contains(parent)) {
+            ranks.insert(parent, int(ranks.size()));
+            QHash<const QObject *, int> &depth = depths[parent];
+            if (parent) {
+                const QObjectList &children = parent->children();
+                for (int k = 0; k < children.size(); ++k)
+                    depth.insert(children.at(k), k);
+            }
+        }
+        entries.push_back({sizer, ranks.value(parent), depths.value(parent).value(control, -1)});
+    }
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
+        return a.parentRank != b.parentRank ? a.parentRank < b.parentRank : a.depth < b.depth;
+    });
+    QList<TQorSizer *> sizers;
+    sizers.reserve(qsizetype(entries.size()));
+    for (const Entry &e : entries)
+        sizers.append(e.sizer);
+    return sizers;
+}
+
 void TQorDesignManager::BringSelCtrlsToFront()
 {
-    for (int i = 0; i < m_sizers->Count(); ++i) {
-        m_sizers->Sizers(i)->BringCtrlToFront();
-        if (m_consoleCenter)
-            m_consoleCenter->RefreshCompTree();
-    }
+    // Raised from the back to the front, so the selection keeps its own
+    // order in front of the other controls.
+    const QList<TQorSizer *> sizers = sizersBackToFront();
+    for (TQorSizer *sizer : sizers)
+        sizer->BringCtrlToFront();
+    m_sizers->RaiseMarks();
+    if (m_consoleCenter && !sizers.isEmpty())
+        m_consoleCenter->RefreshCompTree();
 }
 
 void TQorDesignManager::SendSelCtrlsToBack()
 {
-    for (int i = 0; i < m_sizers->Count(); ++i) {
-        m_sizers->Sizers(i)->SendCtrlToBack();
-        if (m_consoleCenter)
-            m_consoleCenter->RefreshCompTree();
-    }
+    // Lowered from the front to the back, so the selection keeps its own
+    // order behind the other controls.
+    const QList<TQorSizer *> sizers = sizersBackToFront();
+    for (auto it = sizers.crbegin(); it != sizers.crend(); ++it)
+        (*it)->SendCtrlToBack();
+    if (m_consoleCenter && !sizers.isEmpty())
+        m_consoleCenter->RefreshCompTree();
 }
 
 void TQorDesignManager::GetStageBitmap(QPixmap &Bitmap)

@@ -104,6 +104,11 @@ public:
     void SelectControl(QWidget *Control, const QPoint &Pos, TControlSelectMode Mode, bool Notify, bool BeginMove);
     void SelectControlInRect(const QRect &Rect, TControlSelectMode Mode);
     bool ControlInRect(const QWidget *Control, const QRect &Rect) const;
+    // True for a control the user can see on the stage: it and its
+    // containers up to the stage are shown. Select All and the rubber band
+    // pass over the others (the controls of a tab page that is not
+    // current, a hidden widget).
+    bool IsControlShowing(const QWidget *Control) const;
     void SelectAllControls();
     void DeselectAll();
     void ReSelectComps();
@@ -124,6 +129,9 @@ public:
     // refilled and reported.
     void SizersChanged();
     void CtrlMoved(QWidget *Control);
+    // A designed control was shown or hidden (also with a container): its
+    // sizer shows or hides its marks.
+    void CtrlShownOrHidden(QWidget *Control);
     void EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModifiers Shift, const QPoint &Pos);
 
     // ---- Insertion ----
@@ -191,6 +199,7 @@ signals:
 private:
     void Notification(QObject *Component, TQorCompOperation Operation);
     void notifyCenterSelection();
+    QList<TQorSizer *> sizersBackToFront() const;
     void watchStage();
     void unwatchStage();
     void stageDestroyed();
@@ -213,6 +222,7 @@ private:
     bool m_enabled = true;
     bool m_destroying = false;
     bool m_refreshQueued = false;
+    bool m_reshapeQueued = false;
     QMetaObject::Connection m_insertedConnection;
     QMetaObject::Connection m_removedConnection;
     QMetaObject::Connection m_stageDestroyedConnection;

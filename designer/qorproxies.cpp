@@ -70,6 +70,13 @@ protected:
         case QEvent::FocusOut:
             message.Msg = WM_KILLFOCUS;
             break;
+        case QEvent::Show:
+        case QEvent::Hide:
+            // Also when an ancestor is shown or hidden (a tab page that
+            // becomes current or stops being current).
+            message.Msg = WM_SHOWWINDOW;
+            message.WParam = event->type() == QEvent::Show ? 1 : 0;
+            break;
         case QEvent::ShortcutOverride: {
             // A designed widget with the keys claims none of them for
             // itself (a designed line edit would keep Ctrl+C): the
@@ -545,7 +552,7 @@ void TQorDesignWndProcProxy::ProxyWndMethod(TMessage &Message)
     const quint32 msg = Message.Msg;
     if (!m_enabled && msg != WM_KILLFOCUS) {
         if (msg != QORN_EndInlineEdit && msg != WM_SETCURSOR && msg != WM_SIZE && msg != WM_MOVE
-            && msg != CM_FOCUSCHANGED) {
+            && msg != CM_FOCUSCHANGED && msg != WM_SHOWWINDOW) {
             CallOldWndProc(Message);
             return;
         }
@@ -571,6 +578,7 @@ void TQorDesignWndProcProxy::ProxyWndMethod(TMessage &Message)
     case WM_LBUTTONDBLCLK: ProxyMouseDblClick(Message); break;
     case WM_MOUSEMOVE: ProxyMouseMove(Message); break;
     case WM_KILLFOCUS: ProxyKillFocus(Message); break;
+    case WM_SHOWWINDOW: ProxyShowWindow(Message); break;
     default:
         if (msg == QORN_CtrlMoved) {
             ProxyQORNCtrlMoved(Message);
@@ -666,6 +674,13 @@ void TQorDesignWndProcProxy::ProxyMouseUp(TMessage &Message)
 void TQorDesignWndProcProxy::ProxyKillFocus(TMessage &Message)
 {
     Q_UNUSED(Message);
+}
+
+void TQorDesignWndProcProxy::ProxyShowWindow(TMessage &Message)
+{
+    Q_UNUSED(Message);
+    if (m_designManager)
+        m_designManager->CtrlShownOrHidden(m_control);
 }
 
 void TQorDesignWndProcProxy::ProxyMouseDblClick(TMessage &Message)

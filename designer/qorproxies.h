@@ -84,6 +84,8 @@ public:
 
     virtual QObject *DynCreateChildControl(const QMetaObject *ComponentClass, const QRect &Rect);
     virtual void ProxyKillFocus(TMessage &Message);
+    // The widget was shown or hidden, itself or with an ancestor.
+    virtual void ProxyShowWindow(TMessage &Message);
     virtual void ProxyMouseDown(TMessage &Message);
     virtual void ProxyMouseUp(TMessage &Message);
     virtual void ProxyMouseMove(TMessage &Message);

@@ -307,9 +307,19 @@ void TQorSizer::PaintMarks(QPainter &Painter) const
     }
 }
 
+bool TQorSizer::ControlShowing() const
+{
+    if (!m_control)
+        return false;
+    QWidget *stage = SizerParent();
+    return stage ? m_control->isVisibleTo(stage) : !m_control->isHidden();
+}
+
 void TQorSizer::UpdateShape()
 {
-    const bool shown = m_control && m_sizerMode == smSingle && parentWidget();
+    // A control the user cannot see (on a tab page that is not current)
+    // shows no marks: they would lie over the controls that are showing.
+    const bool shown = m_control && m_sizerMode == smSingle && parentWidget() && ControlShowing();
     if (shown) {
         UpdatePaintRects();
         setMask(MarksRegion());
@@ -1024,6 +1034,23 @@ void TQorSizerList::UpdateAllSizerMode()
     }
 }
 
+void TQorSizerList::RaiseMarks()
+{
+    // Controls raised to the front would cover the marks.
+    for (TQorSizer *sizer : m_sizers) {
+        if (sizer->isVisible())
+            sizer->raise();
+    }
+    if (m_overlay)
+        m_overlay->raise();
+}
+
+void TQorSizerList::UpdateAllShapes()
+{
+    for (TQorSizer *sizer : m_sizers)
+        sizer->UpdateShape();
+}
+
 void TQorSizerList::RepaintAllSizers()
 {
     RepaintSizers();
@@ -1149,8 +1176,11 @@ qintptr TQorStageSizer::WmNcHitTest(const QPoint &Pos) const
         if (m_stageSizerMode == ssmFixed && code != HTBOTTOMRIGHT && code != HTBOTTOM && code != HTRIGHT)
             code = HTNOWHERE;
     }
+    // The stage covers its own pixels only: the pixels right of and below
+    // it are the sizer's handles and border (a test that took the far
+    // edges in would make the innermost pixel of a handle drag the stage).
     const QRect stageClient(mapFromGlobal(m_control->mapToGlobal(QPoint(0, 0))), m_control->size());
-    if (PointInRect(Pos, stageClient))
+    if (stageClient.contains(Pos))
         return HTTRANSPARENT;
     return code == HTNOWHERE ? TQorSizer::WmNcHitTest(Pos) : code;
 }
@@ -1257,7 +1287,7 @@ void TQorSizerOverlay::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     const QRect dirty = event->rect();
     for (TQorSizer *sizer : m_list->m_sizers) {
-        if (!sizer->isHidden() || !sizer->Control() || sizer->m_inlineEditing)
+        if (!sizer->isHidden() || !sizer->Control() || sizer->m_inlineEditing || !sizer->ControlShowing())
             continue;
         const QRect bounds = sizer->geometry();
         if (!bounds.intersects(dirty))

@@ -77,6 +77,9 @@ public:
     // The sizer's bounds as the design surface counts them, also while the
     // sizer is hidden (a sizer of a multiple selection).
     QRect BoundsRect() const { return geometry(); }
+    // True while the bound control can be seen on the stage: it and its
+    // containers up to the stage are shown.
+    bool ControlShowing() const;
 
     virtual QWidget *SizerParent() const;
     virtual void UpdatePaintRects();
@@ -214,6 +217,11 @@ public:
     void NotifyMoved();
     void NotifySizerModified();
     void UpdateAllSizerMode();
+    // Shows or hides each sizer's marks as its mode and its control's
+    // visibility call for.
+    void UpdateAllShapes();
+    // Puts the shown sizers and the overlay back above the controls.
+    void RaiseMarks();
     void RepaintAllSizers();
     void RepaintSizers();
     void SetAllEnabled(bool Value);

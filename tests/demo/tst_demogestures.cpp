@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -230,6 +231,151 @@ private slots:
         // A plain Delete afterwards still deletes.
         RealInput::key("Delete");
         QTRY_VERIFY(std::all_of(watched.cbegin(), watched.cend(), [](const QPointer<QWidget> &p) { return !p; }));
+    }
+
+    // ---- Stacking ----
+
+    void sendToBackAndBringToFrontKeepTheSelectionsOwnOrder()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        auto order = [&d] {
+            QList<QObject *> controls;
+            for (QObject *c : d.stage->children()) {
+                if (c->isWidgetType() && Owner(c) == d.stage)
+                    controls.append(c);
+            }
+            return controls;
+        };
+        const QList<QObject *> before = order();
+        QVERIFY(chooseFromMenu(&d.window, "EditMenu", "SelectAllAction"));
+        QTRY_VERIFY(d.selected().size() > 4);
+        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
+        QVERIFY(!QTest::qWaitFor([&] { return order() != before; }, 200));
+        QCOMPARE(order(), before);
+        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
+        QVERIFY(!QTest::qWaitFor([&] { return order() != before; }, 200));
+        QCOMPARE(order(), before);
+
+        // Two of them go behind the rest and stay in their own order.
+        RealInput::click(d.stage, QPoint(545, 200));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.stage});
+        RealInput::click(d.check, QPoint(d.check->width() - 8, 8));
+        RealInput::click(d.line, QPoint(d.line->width() - 8, 8), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(d.selected(), (QList<QObject *>{d.check, d.line}));
+        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
+        QTRY_COMPARE(order().mid(0, 2), (QList<QObject *>{d.line, d.check}));
+        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
+        QTRY_COMPARE(order().mid(order().size() - 2), (QList<QObject *>{d.line, d.check}));
+        // The marks stay above the controls brought to the front.
+        const QObjectList children = d.stage->children();
+        const auto overlay = std::find_if(children.cbegin(), children.cend(),
+                                          [](QObject *c) { return c->inherits("TQorSizerOverlay"); });
+        QVERIFY(overlay != children.cend());
+        QVERIFY(children.indexOf(*overlay) > children.indexOf(d.check));
+    }
+
+    // ---- Controls the user cannot see ----
+
+    void selectAllAndTheRubberBandPassOverControlsThatAreNotShowing_data()
+    {
+        QTest::addColumn<bool>("band");
+        QTest::newRow("a rubber band") << true;
+        QTest::newRow("Ctrl+A") << false;
+    }
+    void selectAllAndTheRubberBandPassOverControlsThatAreNotShowing()
+    {
+        QFETCH(bool, band);
+        Demo d;
+        auto *tabs = d.window.stage()->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        QWidget *hiddenPage = tabs->widget(1);
+        auto *onHiddenPage = new QPushButton(QStringLiteral("Later"), hiddenPage);
+        onHiddenPage->setObjectName(QStringLiteral("Button9"));
+        onHiddenPage->setGeometry(16, 16, 140, 30);
+        InsertComponent(d.window.stage(), onHiddenPage);
+        auto *hidden = new QLabel(QStringLiteral("Hidden"), d.window.stage());
+        hidden->setObjectName(QStringLiteral("HiddenLabel"));
+        hidden->setGeometry(400, 380, 100, 20);
+        hidden->hide();
+        InsertComponent(d.window.stage(), hidden);
+        QVERIFY(d.start());
+        QVERIFY(!onHiddenPage->isVisible());
+        if (band) {
+            RealInput::drag(d.stage, QPoint(545, 450), QPoint(100, 300), 8);
+            QTRY_VERIFY(d.selected().contains(tabs));
+        } else {
+            RealInput::click(d.stage, QPoint(545, 200));
+            QTRY_COMPARE(d.selected(), QList<QObject *>{d.stage});
+            RealInput::key("a", Qt::ControlModifier);
+            QTRY_VERIFY(d.selected().size() > 4);
+        }
+        const QList<QObject *> chosen = d.selected();
+        QVERIFY(chosen.contains(tabs));
+        QVERIFY(chosen.contains(tabs->widget(0)));
+        QVERIFY(chosen.contains(d.stage->findChild<QPushButton *>(QStringLiteral("Button2"))));
+        QVERIFY(!chosen.contains(hiddenPage));
+        QVERIFY(!chosen.contains(onHiddenPage));
+        QVERIFY(!chosen.contains(hidden));
+        QCOMPARE(d.centerSelected(), chosen);
+        QCOMPARE(d.manager->Sizers()->Count(), chosen.size());
+    }
+
+    void aSelectedControlOnAPageThatStopsShowingKeepsItsSizerAndDrawsNoMarks()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        auto *tabs = d.stage->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        auto *button = d.stage->findChild<QPushButton *>(QStringLiteral("Button2"));
+        QVERIFY(tabs && button);
+        // Button2 and the line edit, chosen with Ctrl in the tree.
+        QTreeWidget *tree = d.window.componentTree();
+        auto node = [tree](const QString &name) {
+            return tree->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+        };
+        tree->scrollToItem(node(QStringLiteral("Button2")));
+        RealInput::click(tree->viewport(), tree->visualItemRect(node(QStringLiteral("Button2"))).center());
+        QTRY_COMPARE(d.selected(), QList<QObject *>{button});
+        RealInput::click(tree->viewport(), tree->visualItemRect(node(QStringLiteral("LineEdit1"))).center(),
+                         Qt::LeftButton, Qt::ControlModifier);
+        QTRY_COMPARE(d.selected().size(), 2);
+        QVERIFY(d.selected().contains(button) && d.selected().contains(d.line));
+        TQorSizer *buttonSizer = d.manager->Sizers()->SizerOf(button);
+        QVERIFY(buttonSizer);
+        const QPoint corner = buttonSizer->geometry().topLeft() + QPoint(1, 1);
+        const QRgb markColour = buttonSizer->MultiSelColor().rgb();
+        QTRY_COMPARE(d.stage->grab().toImage().pixel(corner), markColour);
+
+        // The page goes; the selection and its sizers stay, the marks go.
+        tabs->setCurrentIndex(1);
+        QVERIFY(!button->isVisible());
+        QTRY_VERIFY(d.stage->grab().toImage().pixel(corner) != markColour);
+        QCOMPARE(d.manager->Sizers()->Count(), 2);
+        QCOMPARE(d.manager->Sizers()->SizerOf(button), buttonSizer);
+        QCOMPARE(d.centerSelected(), d.selected());
+
+        // Dragging the line edit drops the control of another parent: the
+        // design manager and the center agree on what is left.
+        const QRect lineWas = d.line->geometry();
+        RealInput::drag(d.line, QPoint(d.line->width() - 8, 8), QPoint(d.line->width() - 8 + 10, 8 + 6), 4);
+        QTRY_COMPARE(d.line->geometry(), lineWas.translated(10, 6));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.line});
+        QCOMPARE(d.centerSelected(), QList<QObject *>{d.line});
+        QCOMPARE(d.manager->Sizers()->Count(), 1);
+        QCOMPARE(d.manager->Sizers()->SizerOf(button), nullptr);
+    }
+
+    // ---- The stage's own sizer ----
+
+    void theInnermostPixelOfTheStagesCornerHandleResizesTheStage()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        QTRY_VERIFY(d.manager->StageSizer()->isVisible());
+        const QRect was = d.stage->geometry();
+        // The first pixel right of and below the stage.
+        const QPoint corner(d.stage->width(), d.stage->height());
+        RealInput::drag(d.stage, corner, corner + QPoint(20, 10), 4);
+        QTRY_COMPARE(d.stage->geometry(), QRect(was.topLeft(), was.size() + QSize(20, 10)));
     }
 };
 

@@ -149,6 +149,27 @@ private slots:
         QCOMPARE(a->width(), 70);
     }
 
+    void aBoxStartingLeftOfTheParentAlignsNothingInAnyOrder_data()
+    {
+        QTest::addColumn<bool>("outsideFirst");
+        QTest::newRow("the control left of the parent selected first") << true;
+        QTest::newRow("the control left of the parent selected last") << false;
+    }
+    void aBoxStartingLeftOfTheParentAlignsNothingInAnyOrder()
+    {
+        QFETCH(bool, outsideFirst);
+        Stage s;
+        QPushButton *outside = s.button({-5, 20, 75, 25});
+        QPushButton *inside = s.button({200, 80, 75, 25});
+        QVERIFY(s.design(outsideFirst ? QList<QWidget *>{outside, inside} : QList<QWidget *>{inside, outside}));
+        QCOMPARE(s.manager->SelectedComps().Count(), 2);
+        for (TQorDesignAlignmentStyle style : {asLeftOrTop, asCenters, asRightOrBottom, asCenterInWindow}) {
+            s.manager->SetSelCtrlDesignAligment(style, style);
+            QCOMPARE(outside->pos(), QPoint(-5, 20));
+            QCOMPARE(inside->pos(), QPoint(200, 80));
+        }
+    }
+
     void spacingEquallySpreadsTheLeftEdgesOverTheWholeSpan()
     {
         Stage s;
