@@ -206,6 +206,9 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     m_center->SetDesignManager(m_manager);
     m_center->SetCompTreeView(m_tree);
     m_center->SetCompPalleteToolBar(new DemoPalette(m_palette));
+    // A control moved, scaled or pasted past the stage's edge stays within
+    // reach: the stage grows (the scroll area around it scrolls).
+    connect(m_center, &TQorDesignCenter::OnControlsMoved, this, &QorDemoWindow::fitStageToControls);
     connect(m_center, &TQorDesignCenter::OnCompsChange, this, [this] {
         statusBar()->showMessage(tr("%n component(s) selected", nullptr, m_center->SelectedComps().Count()));
     });
@@ -294,7 +297,10 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
     };
     add(edit, tr("Cu&t"), "CutAction", QKeySequence::Cut, [this] { m_center->CutSelComps(); });
     add(edit, tr("&Copy"), "CopyAction", QKeySequence::Copy, [this] { m_center->CopySelComps(); });
-    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] { m_center->PasteComps(); });
+    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] {
+        m_center->PasteComps();
+        fitStageToControls();
+    });
     add(edit, tr("&Delete"), "DeleteAction", QKeySequence(), [this] { m_center->DelSelCtrls(); });
     add(edit, tr("Select &All"), "SelectAllAction", QKeySequence::SelectAll,
         [this] { m_center->SelectAllControls(); });
@@ -308,9 +314,14 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
         [this] { m_manager->SetSelCtrlDesignAligment(asNoChange, asLeftOrTop); });
     add(arrange, tr("Same &Width"), "SameWidthAction", QKeySequence(),
         [this] { m_manager->SetSelCtrlDesignSize(ssToLargest, ssNoChange, 0, 0); });
-    add(arrange, tr("Scale to &150 %"), "ScaleAction", QKeySequence(),
-        [this] { m_manager->ScaleControls(150, ssSelected); });
-    add(arrange, tr("&Flip Children"), "FlipAction", QKeySequence(), [this] { m_manager->FlipChildren(fcAll); });
+    add(arrange, tr("Scale to &150 %"), "ScaleAction", QKeySequence(), [this] {
+        m_manager->ScaleControls(150, ssSelected);
+        fitStageToControls();
+    });
+    add(arrange, tr("&Flip Children"), "FlipAction", QKeySequence(), [this] {
+        m_manager->FlipChildren(fcAll);
+        fitStageToControls();
+    });
     add(arrange, tr("Bring to &Front"), "FrontAction", QKeySequence(), [this] { m_manager->BringSelCtrlsToFront(); });
     add(arrange, tr("Send to &Back"), "BackAction", QKeySequence(), [this] { m_manager->SendSelCtrlsToBack(); });
 
@@ -337,6 +348,20 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
             });
         }
     });
+}
+
+void QorDemoWindow::fitStageToControls()
+{
+    constexpr int margin = 8;
+    QRect reach;
+    for (QObject *child : m_stage->children()) {
+        if (child->isWidgetType() && Owner(child) == m_stage && !static_cast<QWidget *>(child)->isHidden())
+            reach |= static_cast<QWidget *>(child)->geometry();
+    }
+    const QSize need(std::max(m_stage->width(), reach.x() + reach.width() + margin),
+                     std::max(m_stage->height(), reach.y() + reach.height() + margin));
+    if (need != m_stage->size())
+        m_stage->resize(need);
 }
 
 void QorDemoWindow::fillPalette()

@@ -49,6 +49,8 @@ public:
     // the inspector.
     TQorDesignCenter *designCenter() const { return m_center; }
     QAction *designAction() const { return m_designAction; }
+    // Grows the stage to hold every control on it (it never shrinks).
+    void fitStageToControls();
 
 private:
     QWidget *createStage();

@@ -7,7 +7,10 @@
 #include "foundation/qorcomponents.h"
 #include "foundation/vhosysutils.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
 #include <QHash>
 #include <QMenu>
 #include <QMouseEvent>
@@ -151,6 +154,20 @@ quint32 upMessageOf(Qt::MouseButton button)
     case Qt::MiddleButton: return WM_MBUTTONUP;
     default: return 0;
     }
+}
+
+// A new button, label or group box shows its name, as in form designers,
+// so that it is not an empty box on the stage. Other classes (a line
+// edit's text is the user's data) stay as they are made.
+void giveCaption(QObject *component)
+{
+    const QString name = component->objectName();
+    if (auto *button = qobject_cast<QAbstractButton *>(component))
+        button->setText(name);
+    else if (auto *label = qobject_cast<QLabel *>(component))
+        label->setText(name);
+    else if (auto *group = qobject_cast<QGroupBox *>(component))
+        group->setTitle(name);
 }
 
 } // namespace
@@ -743,6 +760,7 @@ QObject *TQorDesignWndProcProxy::DynCreateChildControl(const QMetaObject *Compon
     if (!component)
         return nullptr;
     component->setObjectName(name);
+    giveCaption(component);
     if (auto *w = qobject_cast<QWidget *>(component)) {
         w->setParent(InsertionParent());
         int width = Rect.width() > 0 ? Rect.width() : 0;

@@ -17,11 +17,13 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
@@ -376,6 +378,55 @@ private slots:
         const QPoint corner(d.stage->width(), d.stage->height());
         RealInput::drag(d.stage, corner, corner + QPoint(20, 10), 4);
         QTRY_COMPARE(d.stage->geometry(), QRect(was.topLeft(), was.size() + QSize(20, 10)));
+    }
+    // ---- What the palette and the arrange commands leave ----
+
+    void aControlFromThePaletteShowsItsNameWhereItsClassHasACaption_data()
+    {
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("a button's text") << "QPushButton" << "PushButton1" << "PushButton1";
+        QTest::newRow("a label's text") << "QLabel" << "Label2" << "Label2";
+        QTest::newRow("a group box's title") << "QGroupBox" << "GroupBox2" << "GroupBox2";
+        QTest::newRow("a line edit keeps no text") << "QLineEdit" << "LineEdit2" << "";
+    }
+    void aControlFromThePaletteShowsItsNameWhereItsClassHasACaption()
+    {
+        QFETCH(QString, className);
+        QFETCH(QString, name);
+        QFETCH(QString, caption);
+        Demo d;
+        QVERIFY(d.start());
+        QListWidget *palette = d.window.paletteList();
+        const QList<QListWidgetItem *> found = palette->findItems(className, Qt::MatchExactly);
+        QCOMPARE(found.size(), 1);
+        palette->scrollToItem(found.first());
+        RealInput::click(palette->viewport(), palette->visualItemRect(found.first()).center());
+        QTRY_VERIFY(palette->selectionModel()->hasSelection());
+        RealInput::click(d.stage, QPoint(400, 190));
+        QTRY_VERIFY(FindComponent(d.stage, name));
+        QObject *made = FindComponent(d.stage, name);
+        const char *property = qobject_cast<QGroupBox *>(made) ? "title" : "text";
+        QCOMPARE(made->property(property).toString(), caption);
+    }
+
+    void scalingAControlPastTheEdgeGrowsTheStage()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        RealInput::click(d.line, QPoint(d.line->width() - 8, 8));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.line});
+        const int stageWidth = d.stage->width();
+        QVERIFY(d.line->x() + d.line->width() * 3 / 2 > stageWidth);
+        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "ScaleAction"));
+        QTRY_VERIFY(d.line->x() + d.line->width() > stageWidth);
+        QTRY_VERIFY(d.stage->width() >= d.line->x() + d.line->width());
+        // The scroll area's scroll bar reaches the far edge.
+        auto *area = d.window.findChild<QScrollArea *>(QStringLiteral("StageFrame"));
+        QVERIFY(area);
+        QTRY_VERIFY(area->horizontalScrollBar()->maximum() + area->viewport()->width()
+                    >= d.line->x() + d.line->width());
     }
 };
 
