@@ -346,6 +346,8 @@ void TQorDesignCenter::CutSelComps()
 
 void TQorDesignCenter::DelSelCtrls()
 {
+    // The elements hear of the deletion once, however many go.
+    const TQorDesignUpdateScope update(m_designManager);
     QWidget *stage = GetDesignStage();
     for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
         QObject *item = m_selectedComps.Items(i);
@@ -385,6 +387,8 @@ void TQorDesignCenter::PasteComps()
     // container of the design: onto the stage.
     if (!parent)
         parent = stage;
+    // The pasted components are reported once, the last one selected.
+    const TQorDesignUpdateScope update(m_designManager);
     TVhoClipboard *clipboard = VhoClipboard();
     const bool renamed = clipboard->RenameDuplicates();
     clipboard->SetRenameDuplicates(true);

@@ -27,6 +27,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QStatusBar>
@@ -84,16 +85,24 @@ public:
     void SetSelectedComps(const TComponentList &List) override
     {
         const QScopedValueRollback quiet(m_quiet, true);
-        clearSelection();
-        bool first = true;
+        const QList<QObject *> wanted = List.toList();
+        const QSet<QObject *> chosen(wanted.cbegin(), wanted.cend());
+        // The items' rows go to the selection model in one selection: one
+        // item at a time would have the view repaint and re-sort its
+        // selection once per item.
+        QItemSelection selection;
+        QTreeWidgetItem *first = nullptr;
         for (QTreeWidgetItemIterator it(this); *it; ++it) {
-            if (List.IndexOf((*it)->data(0, Qt::UserRole).value<QObject *>()) < 0)
+            if (!chosen.contains((*it)->data(0, Qt::UserRole).value<QObject *>()))
                 continue;
-            if (first)
-                setCurrentItem(*it, 0, QItemSelectionModel::NoUpdate);
-            first = false;
-            (*it)->setSelected(true);
+            if (!first)
+                first = *it;
+            const QModelIndex index = indexFromItem(*it);
+            selection.select(index, index.siblingAtColumn(columnCount() - 1));
         }
+        if (first)
+            setCurrentItem(first, 0, QItemSelectionModel::NoUpdate);
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     }
     void Refresh() override { m_window->fillComponentTree(); }
     bool Dirty() const override { return m_dirty; }
@@ -426,4 +435,5 @@ void QorDemoWindow::fillComponentTree()
         m_tree->expandAll();
     }
     static_cast<DemoTree *>(m_tree)->SetSelectedComps(selected);
+    emit componentTreeRebuilt();
 }

@@ -52,6 +52,10 @@ public:
     // Grows the stage to hold every control on it (it never shrinks).
     void fitStageToControls();
 
+signals:
+    // The component tree was built anew from the stage.
+    void componentTreeRebuilt();
+
 private:
     QWidget *createStage();
     void fillPalette();

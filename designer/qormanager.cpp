@@ -18,6 +18,19 @@
 IQorDesignCenter::~IQorDesignCenter() = default;
 IQorObjInspector::~IQorObjInspector() = default;
 
+TQorDesignUpdateScope::TQorDesignUpdateScope(TQorDesignManager *Manager)
+    : m_manager(Manager)
+{
+    if (m_manager)
+        m_manager->BeginUpdate();
+}
+
+TQorDesignUpdateScope::~TQorDesignUpdateScope()
+{
+    if (m_manager)
+        m_manager->EndUpdate();
+}
+
 TQorDesignManager::TQorDesignManager(QObject *Owner)
     : QObject(Owner)
     , m_designProxies(std::make_unique<TQorDesignWndProcProxyList>())
@@ -209,19 +222,56 @@ void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Opera
         if (Component->isWidgetType())
             AddProxiedControl(static_cast<QWidget *>(Component));
         m_dirty = true;
+        if (m_updateCount > 0) {
+            // Reported once the command is done: the last one inserted.
+            m_pendingInsert = Component;
+            return;
+        }
         if (center)
             center->DesignStageCompsModified(Component, Operation);
     } else {
         m_dirty = true;
-        if (center)
+        const bool report = m_updateCount == 0;
+        if (center && report)
             center->DesignStageCompsModified(Component, Operation);
         // Only the address is compared: the component may be dying.
         auto *w = reinterpret_cast<QWidget *>(Component);
         m_sizers->DelControl(w);
         m_designProxies->DelControl(w);
+        if (!report) {
+            m_pendingRemoval = true;
+            return;
+        }
         if (center)
             center->DesignStageCompsModified(Component, Operation);
         FillSelectedComps();
+    }
+}
+
+void TQorDesignManager::BeginUpdate()
+{
+    ++m_updateCount;
+}
+
+void TQorDesignManager::EndUpdate()
+{
+    if (m_updateCount == 0 || --m_updateCount > 0)
+        return;
+    if (m_pendingRemoval) {
+        // What the command left selected stays; what left the stage goes.
+        m_pendingRemoval = false;
+        QList<QObject *> kept;
+        for (QObject *component : m_selectedComps.toList()) {
+            if (component == m_designStage || ComponentBelongToStage(component))
+                kept.append(component);
+        }
+        if (kept.size() != m_selectedComps.Count())
+            m_selectedComps = TComponentList(kept);
+    }
+    if (QObject *inserted = m_pendingInsert) {
+        m_pendingInsert = nullptr;
+        if (m_consoleCenter && !m_destroying && m_isDesigning)
+            m_consoleCenter->DesignStageCompsModified(inserted, TQorCompOperation::opInsert);
     }
 }
 
@@ -531,7 +581,44 @@ void TQorDesignManager::NotifyObjInspector()
 void TQorDesignManager::SizersMoved()
 {
     m_dirty = true;
-    emit OnControlsMoved(this);
+    ReportMoved(true);
+}
+
+void TQorDesignManager::ReportMoved(bool Signal)
+{
+    // A drag or a nudge of many controls ends each sizer's move, and each
+    // control that moves reports it again: the application and the center
+    // hear of it once, when the reports have stopped coming.
+    m_movedSignal = m_movedSignal || Signal;
+    ++m_movedRequests;
+    if (m_movedQueued)
+        return;
+    m_movedQueued = true;
+    queueMovedCheck();
+}
+
+void TQorDesignManager::queueMovedCheck()
+{
+    m_movedSeen = m_movedRequests;
+    QMetaObject::invokeMethod(this, &TQorDesignManager::checkMoved, Qt::QueuedConnection);
+}
+
+void TQorDesignManager::checkMoved()
+{
+    // Reports that came meanwhile were posted before this check was, so a
+    // turn of the event loop without a new one means they are all in.
+    if (m_movedRequests != m_movedSeen) {
+        queueMovedCheck();
+        return;
+    }
+    const bool signal = m_movedSignal;
+    m_movedQueued = false;
+    m_movedSignal = false;
+    m_movedRequests = 0;
+    if (m_destroying)
+        return;
+    if (signal)
+        emit OnControlsMoved(this);
     if (m_consoleCenter)
         m_consoleCenter->DesignerSelCompMoved();
 }
@@ -575,8 +662,7 @@ void TQorDesignManager::CtrlMoved(QWidget *Control)
             },
             Qt::QueuedConnection);
     }
-    if (m_consoleCenter)
-        m_consoleCenter->DesignerSelCompMoved();
+    ReportMoved(false);
 }
 
 void TQorDesignManager::CtrlShownOrHidden(QWidget *Control)
@@ -787,8 +873,7 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
     if (VertStyle == asSpaceEqual)
         spread(top, bottom, false);
     RefreshSizers();
-    if (m_consoleCenter)
-        m_consoleCenter->DesignerSelCompMoved();
+    ReportMoved(false);
 }
 
 void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQorDesignSizeStyle HeightStyle,

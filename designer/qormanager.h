@@ -27,6 +27,22 @@ class TQorSizer;
 class TQorSizerList;
 class TQorStageSizer;
 
+class TQorDesignManager;
+
+// Holds a design manager's reports for the time it lives (BeginUpdate in
+// the constructor, EndUpdate in the destructor); the manager may go first.
+class QORDESIGN_EXPORT TQorDesignUpdateScope
+{
+public:
+    explicit TQorDesignUpdateScope(TQorDesignManager *Manager);
+    ~TQorDesignUpdateScope();
+    TQorDesignUpdateScope(const TQorDesignUpdateScope &) = delete;
+    TQorDesignUpdateScope &operator=(const TQorDesignUpdateScope &) = delete;
+
+private:
+    QPointer<TQorDesignManager> m_manager;
+};
+
 class QORDESIGN_EXPORT TQorDesignManager : public QObject
 {
     Q_OBJECT
@@ -124,6 +140,10 @@ public:
     // ---- Notifications ----
     void NotifyObjInspector();
     void SizersMoved();
+    // Tells the center (and, with Signal, the application through
+    // OnControlsMoved) that controls moved: once, after the last of a
+    // burst of such reports.
+    void ReportMoved(bool Signal);
     void SizersModified();
     // The list freed sizers whose controls went away: the selection is
     // refilled and reported.
@@ -145,6 +165,14 @@ public:
     void EndEmbedEdit();
     bool IsEmbeddedEditing() const { return m_embeddedEditing; }
     bool CanProxyInterceptMsgs() const { return !m_embeddedEditing; }
+
+    // Groups what a command that changes many components reports (a
+    // paste, a deletion): the stage's insertions are reported once, for
+    // the last component inserted, when the outermost EndUpdate comes, and
+    // components that left the stage leave the selection once. Calls nest.
+    void BeginUpdate();
+    void EndUpdate();
+    bool IsUpdating() const { return m_updateCount > 0; }
 
     // True from the start of the manager's destruction on.
     bool IsDestroying() const { return m_destroying; }
@@ -199,6 +227,8 @@ signals:
 private:
     void Notification(QObject *Component, TQorCompOperation Operation);
     void notifyCenterSelection();
+    void queueMovedCheck();
+    void checkMoved();
     QList<TQorSizer *> sizersBackToFront() const;
     void watchStage();
     void unwatchStage();
@@ -223,6 +253,13 @@ private:
     bool m_destroying = false;
     bool m_refreshQueued = false;
     bool m_reshapeQueued = false;
+    int m_updateCount = 0;
+    QPointer<QObject> m_pendingInsert;
+    bool m_pendingRemoval = false;
+    bool m_movedQueued = false;
+    bool m_movedSignal = false;
+    quint64 m_movedRequests = 0;
+    quint64 m_movedSeen = 0;
     QMetaObject::Connection m_insertedConnection;
     QMetaObject::Connection m_removedConnection;
     QMetaObject::Connection m_stageDestroyedConnection;

@@ -991,15 +991,12 @@ int TQorDesignWndProcProxyList::GetControlIndex(const QWidget *Control) const
     if (!Control)
         return -1;
     // The chain of the widget says at once whether this list has a proxy
-    // there; only then is the list searched.
-    bool any = false;
-    for (TQorWndProcProxy *p : dispatcher()->chains.value(Control))
-        any = any || dynamic_cast<TQorDesignWndProcProxy *>(p);
-    if (!any)
-        return -1;
-    for (int i = 0; i < Count(); ++i) {
-        if (m_proxies[size_t(i)] && m_proxies[size_t(i)]->Control() == Control)
-            return i;
+    // there; only then is the list searched, by the proxy's address.
+    for (TQorWndProcProxy *p : dispatcher()->chains.value(Control)) {
+        const auto it = std::find_if(m_proxies.begin(), m_proxies.end(),
+                                     [p](const std::unique_ptr<TQorDesignWndProcProxy> &own) { return own.get() == p; });
+        if (it != m_proxies.end())
+            return int(it - m_proxies.begin());
     }
     return -1;
 }

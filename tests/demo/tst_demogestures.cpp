@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -29,6 +30,7 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace {
 
@@ -427,6 +429,48 @@ private slots:
         QVERIFY(area);
         QTRY_VERIFY(area->horizontalScrollBar()->maximum() + area->viewport()->width()
                     >= d.line->x() + d.line->width());
+    }
+    // ---- One report per command ----
+
+    void pastingTwoThousandWidgetsRebuildsTheTreeAndTheInspectorOnce()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        constexpr int count = 2000;
+        QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ui version=\"4.0\">\n"
+                                      " <widget class=\"QWidget\" name=\"__qt_fake_top_level\">\n");
+        for (int i = 0; i < count; ++i) {
+            text += QStringLiteral("  <widget class=\"QPushButton\" name=\"pushButton_%1\">"
+                                   "<property name=\"geometry\"><rect><x>%2</x><y>%3</y><width>20</width>"
+                                   "<height>10</height></rect></property></widget>\n")
+                        .arg(i + 1)
+                        .arg(4 + (i % 50) * 22)
+                        .arg(4 + (i / 50) * 12);
+        }
+        text += QStringLiteral(" </widget>\n</ui>\n");
+        QGuiApplication::clipboard()->setText(text);
+        RealInput::click(d.stage, QPoint(545, 200));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.stage});
+        const int before = ComponentCount(d.stage);
+        int treeBuilds = 0;
+        int inspectorBuilds = 0;
+        connect(&d.window, &QorDemoWindow::componentTreeRebuilt, this, [&] { ++treeBuilds; });
+        connect(d.window.inspector(), &TVhoObjInspector::OnRefresh, this, [&] { ++inspectorBuilds; });
+        RealInput::key("v", Qt::ControlModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(ComponentCount(d.stage), before + count, 60000);
+        QObject *last = FindComponent(d.stage, QStringLiteral("pushButton_%1").arg(count));
+        QVERIFY(last);
+        QTRY_COMPARE(d.selected(), QList<QObject *>{last});
+        QVERIFY(!QTest::qWaitFor([&] { return treeBuilds > 1 || inspectorBuilds > 1; }, 300));
+        QCOMPARE(treeBuilds, 1);
+        QCOMPARE(inspectorBuilds, 1);
+        QCOMPARE(d.window.inspector()->ActiveComponent(), last);
+        QCOMPARE(d.centerSelected(), QList<QObject *>{last});
+        QTreeWidget *tree = d.window.componentTree();
+        int items = 0;
+        for (QTreeWidgetItemIterator it(tree); *it; ++it)
+            ++items;
+        QCOMPARE(items, 1 + ComponentCount(d.stage));
     }
 };
 
