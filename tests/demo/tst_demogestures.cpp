@@ -24,6 +24,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -381,6 +382,21 @@ private slots:
         RealInput::drag(d.stage, corner, corner + QPoint(20, 10), 4);
         QTRY_COMPARE(d.stage->geometry(), QRect(was.topLeft(), was.size() + QSize(20, 10)));
     }
+    void theFirstWindowShowsTheWholeStage()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        auto *area = window.findChild<QScrollArea *>(QStringLiteral("StageFrame"));
+        QVERIFY(area);
+        QWidget *stage = window.stage();
+        const QRect shown(stage->mapTo(area->viewport(), QPoint(0, 0)), stage->size());
+        QVERIFY2(area->viewport()->rect().contains(shown),
+                 qPrintable(QStringLiteral("stage %1 x %2 in a viewport of %3 x %4")
+                                .arg(stage->width()).arg(stage->height())
+                                .arg(area->viewport()->width()).arg(area->viewport()->height())));
+        QVERIFY(window.frameGeometry().right() < window.screen()->geometry().width());
+    }
+
     // ---- What the palette and the arrange commands leave ----
 
     void aControlFromThePaletteShowsItsNameWhereItsClassHasACaption_data()
