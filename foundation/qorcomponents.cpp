@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -34,6 +35,37 @@ struct OwnerData
     mutable bool indexesValid = true;
     // Owned components by folded name, to answer name look-ups at once.
     QMultiHash<QString, QObject *> byName;
+    // For a folded base name ("pushbutton"), a number below which every
+    // numbered name of that base is known to be taken, by the owner or a
+    // component: finding the first free number starts there. A name that
+    // leaves lowers it again.
+    QHash<QString, qsizetype> freeFrom;
+    QMetaObject::Connection ownerRenamed;
+
+    void nameLeft(const QString &key)
+    {
+        for (auto it = freeFrom.begin(); it != freeFrom.end(); ++it) {
+            const qsizetype number = numberAfter(key, it.key());
+            if (number > 0 && number < it.value())
+                it.value() = number;
+        }
+    }
+
+    // N of a folded name that is the folded base followed by N's digits
+    // without leading zeros; 0 for any other name.
+    static qsizetype numberAfter(const QString &key, const QString &base)
+    {
+        if (key.size() <= base.size() || !key.startsWith(base) || key.at(base.size()) == u'0')
+            return 0;
+        qsizetype number = 0;
+        for (qsizetype i = base.size(); i < key.size(); ++i) {
+            const char16_t c = key.at(i).unicode();
+            if (c < u'0' || c > u'9' || number > (std::numeric_limits<qsizetype>::max() - 9) / 10)
+                return 0;
+            number = number * 10 + (c - u'0');
+        }
+        return number;
+    }
     std::unique_ptr<TQorOwnerNotifier> notifier;
     QMetaObject::Connection ownerDestroyed;
 
@@ -83,6 +115,9 @@ OwnerData *ownerData(const QObject *owner, bool create)
         data->owner = const_cast<QObject *>(owner);
         data->ownerDestroyed = QObject::connect(owner, &QObject::destroyed,
                                                 [](QObject *o) { ownerDestroyed(o); });
+        // The owner's own name takes a number too.
+        data->ownerRenamed = QObject::connect(owner, &QObject::objectNameChanged,
+                                              [data] { data->freeFrom.clear(); });
         r.owners.insert(owner, data);
     }
     return data;
@@ -115,6 +150,7 @@ void detach(QObject *component)
             data->indexesValid = false;
     }
     data->byName.remove(cd.key, component);
+    data->nameLeft(cd.key);
     notifyRemoved(data, component);
 }
 
@@ -132,6 +168,7 @@ void ownerDestroyed(QObject *owner)
         delete component;
     }
     r.owners.remove(owner);
+    QObject::disconnect(data->ownerRenamed);
     delete data;
 }
 
@@ -143,6 +180,7 @@ void componentRenamed(QObject *component)
         return;
     OwnerData *data = it->owner;
     data->byName.remove(it->key, component);
+    data->nameLeft(it->key);
     it->key = nameKey(component->objectName());
     data->byName.insert(it->key, component);
 }
@@ -277,6 +315,22 @@ QList<QObject *> FindComponents(const QObject *Owner, const QString &Name)
         std::sort(found.begin(), found.end(),
                   [data](QObject *a, QObject *b) { return data->indexOf(a) < data->indexOf(b); });
     return found;
+}
+
+qsizetype FirstFreeNameNumber(const QObject *Owner, const QString &BaseName)
+{
+    const QString base = nameKey(BaseName);
+    const QString ownerKey = Owner ? nameKey(Owner->objectName()) : QString();
+    OwnerData *data = ownerData(Owner, false);
+    qsizetype number = data ? data->freeFrom.value(base, 1) : 1;
+    for (;; ++number) {
+        const QString key = base + QString::number(number);
+        if (key != ownerKey && !(data && data->byName.contains(key)))
+            break;
+    }
+    if (data)
+        data->freeFrom.insert(base, number);
+    return number;
 }
 
 TQorOwnerNotifier *OwnerNotifier(QObject *Owner)

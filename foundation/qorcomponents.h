@@ -76,6 +76,12 @@ QORDESIGN_EXPORT QObject *FindComponent(const QObject *Owner, const QString &Nam
 // empty for an empty name.
 QORDESIGN_EXPORT QList<QObject *> FindComponents(const QObject *Owner, const QString &Name);
 
+// The smallest N >= 1 for which BaseName followed by N is neither the
+// owner's name nor an owned component's name (compared case-insensitively).
+// Quick however many numbered names the owner has: the owner remembers
+// where the free numbers start for each base.
+QORDESIGN_EXPORT qsizetype FirstFreeNameNumber(const QObject *Owner, const QString &BaseName);
+
 // The object that reports the owner's insertions and removals; made on
 // first use and destroyed with the owner.
 QORDESIGN_EXPORT TQorOwnerNotifier *OwnerNotifier(QObject *Owner);

@@ -43,29 +43,6 @@ bool isForm(const QObject *object)
     return object && object->isWidgetType() && static_cast<const QWidget *>(object)->isWindow();
 }
 
-// The number N when name is base + N written in decimal without leading
-// zeros and N <= limit; 0 otherwise. Larger numbers cannot decide the
-// smallest free one.
-qsizetype numberAfterBase(const QString &name, const QString &base, qsizetype limit)
-{
-    const qsizetype length = name.size() - base.size();
-    if (length <= 0 || !name.startsWith(base, Qt::CaseInsensitive))
-        return 0;
-    const QChar *digit = name.constData() + base.size();
-    if (digit->unicode() == u'0')
-        return 0;
-    qsizetype number = 0;
-    for (qsizetype i = 0; i < length; ++i, ++digit) {
-        const char16_t c = digit->unicode();
-        if (c < u'0' || c > u'9')
-            return 0;
-        number = number * 10 + (c - u'0');
-        if (number > limit)
-            return 0;
-    }
-    return number;
-}
-
 // The component of that name in a list, the first when several share it.
 QObject *findIn(const QList<QObject *> &components, const QString &name)
 {
@@ -147,21 +124,7 @@ QString GetUniqueName(const QString &BaseName, QObject *Owner)
 {
     if (!Owner)
         return BaseName + u'1';
-    // The owner's name and its n components take at most n + 1 numbers, so
-    // the smallest free one is at most n + 2.
-    const QList<QObject *> components = ComponentList(Owner);
-    const qsizetype limit = components.size() + 2;
-    std::vector<bool> taken(size_t(limit) + 1, false);
-    const auto mark = [&](const QString &name) {
-        taken[size_t(numberAfterBase(name, BaseName, limit))] = true;
-    };
-    mark(Owner->objectName());
-    for (QObject *component : components)
-        mark(component->objectName());
-    qsizetype number = 1;
-    while (taken[size_t(number)])
-        ++number;
-    return BaseName + QString::number(number);
+    return BaseName + QString::number(FirstFreeNameNumber(Owner, BaseName));
 }
 
 QString classNameWithoutPrefix(const QString &ClassName)

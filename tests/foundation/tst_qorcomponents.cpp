@@ -421,6 +421,45 @@ private slots:
         QCOMPARE(list.Count(), 0);
         QCOMPARE(list.Items(0), nullptr);
     }
+    void theFirstFreeNumberFollowsNamesThatComeAndGo()
+    {
+        QObject form;
+        form.setObjectName(QStringLiteral("Form1"));
+        QList<QObject *> buttons;
+        for (int i = 1; i <= 5; ++i) {
+            auto *b = new QObject(&form);
+            b->setObjectName(QStringLiteral("Button%1").arg(i));
+            InsertComponent(&form, b);
+            buttons.append(b);
+        }
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 6);
+        // Asked again, nothing changed: the same answer.
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 6);
+        auto *sixth = new QObject(&form);
+        sixth->setObjectName(QStringLiteral("button6"));
+        InsertComponent(&form, sixth);
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 7);
+        RemoveComponent(&form, buttons.at(2));
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 3);
+        buttons.at(1)->setObjectName(QStringLiteral("Other"));
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 2);
+        buttons.at(1)->setObjectName(QStringLiteral("Button2"));
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 3);
+        // The owner's own name takes its number too.
+        form.setObjectName(QStringLiteral("BUTTON3"));
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 7);
+        form.setObjectName(QStringLiteral("Form1"));
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 3);
+        // A destroyed component frees its number; leading zeros are no
+        // number of the base.
+        delete buttons.at(0);
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 1);
+        auto *zero = new QObject(&form);
+        zero->setObjectName(QStringLiteral("Button01"));
+        InsertComponent(&form, zero);
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Button")), 1);
+        QCOMPARE(FirstFreeNameNumber(&form, QStringLiteral("Label")), 1);
+    }
 };
 
 QTEST_MAIN(tst_QorComponents)
