@@ -92,14 +92,27 @@ public:
         // selection once per item.
         QItemSelection selection;
         QTreeWidgetItem *first = nullptr;
+        // Neighbouring rows of one parent go in as one range.
+        QModelIndex runStart, runEnd;
+        auto closeRun = [&] {
+            if (runStart.isValid())
+                selection.select(runStart, runEnd.siblingAtColumn(columnCount() - 1));
+            runStart = runEnd = QModelIndex();
+        };
         for (QTreeWidgetItemIterator it(this); *it; ++it) {
             if (!chosen.contains((*it)->data(0, Qt::UserRole).value<QObject *>()))
                 continue;
             if (!first)
                 first = *it;
             const QModelIndex index = indexFromItem(*it);
-            selection.select(index, index.siblingAtColumn(columnCount() - 1));
+            if (runEnd.isValid() && index.parent() == runEnd.parent() && index.row() == runEnd.row() + 1) {
+                runEnd = index;
+                continue;
+            }
+            closeRun();
+            runStart = runEnd = index;
         }
+        closeRun();
         if (first)
             setCurrentItem(first, 0, QItemSelectionModel::NoUpdate);
         selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
@@ -165,7 +178,10 @@ QorDemoWindow::QorDemoWindow(QWidget *parent)
     m_tree = new DemoTree(this, treeDock);
     m_tree->setObjectName(QStringLiteral("ComponentTree"));
     m_tree->setHeaderLabels({tr("Name"), tr("Class")});
-    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Every row has the same height, and the columns fit their texts once
+    // per rebuild: a tree of thousands of components would otherwise
+    // measure every row at each change.
+    m_tree->setUniformRowHeights(true);
     treeDock->setWidget(m_tree);
     addDockWidget(Qt::LeftDockWidgetArea, treeDock);
 
@@ -433,6 +449,8 @@ void QorDemoWindow::fillComponentTree()
         root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
         addTreeNodes(root, m_stage);
         m_tree->expandAll();
+        for (int column = 0; column < m_tree->columnCount(); ++column)
+            m_tree->resizeColumnToContents(column);
     }
     static_cast<DemoTree *>(m_tree)->SetSelectedComps(selected);
     emit componentTreeRebuilt();
