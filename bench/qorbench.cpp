@@ -13,10 +13,27 @@
 
 namespace {
 
-std::map<QString, BenchGroup> &groups()
+struct Group
 {
-    static std::map<QString, BenchGroup> g;
+    BenchGroup run;
+    QStringList rows; // what it makes; empty when it does not say
+};
+
+std::map<QString, Group> &groups()
+{
+    static std::map<QString, Group> g;
     return g;
+}
+
+QStringList &onlyFilter()
+{
+    static QStringList only;
+    return only;
+}
+
+bool groupWanted(const Group &group)
+{
+    return group.rows.isEmpty() || std::any_of(group.rows.begin(), group.rows.end(), benchWanted);
 }
 
 double elapsedMs(const QElapsedTimer &t)
@@ -26,9 +43,15 @@ double elapsedMs(const QElapsedTimer &t)
 
 } // namespace
 
-BenchRegistrar::BenchRegistrar(const char *group, BenchGroup run)
+BenchRegistrar::BenchRegistrar(const char *group, BenchGroup run, const QStringList &rows)
 {
-    groups()[QString::fromLatin1(group)] = std::move(run);
+    groups()[QString::fromLatin1(group)] = {std::move(run), rows};
+}
+
+bool benchWanted(const QString &row)
+{
+    const QStringList &only = onlyFilter();
+    return only.isEmpty() || std::any_of(only.begin(), only.end(), [&](const QString &o) { return row.contains(o); });
 }
 
 double benchBest(int rounds, const std::function<void()> &fn)
@@ -85,21 +108,19 @@ int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
     QString out = QStringLiteral("bench/results.tsv");
-    QStringList only;
     for (const QString &arg : app.arguments().mid(1)) {
         if (arg.startsWith(QLatin1String("--only=")))
-            only = arg.mid(7).split(QLatin1Char(','), Qt::SkipEmptyParts);
+            onlyFilter() = arg.mid(7).split(QLatin1Char(','), Qt::SkipEmptyParts);
         else
             out = arg;
     }
 
     QList<BenchRow> rows;
-    for (const auto &[name, run] : groups()) {
-        for (const BenchRow &row : run()) {
-            const bool wanted = only.isEmpty()
-                || std::any_of(only.begin(), only.end(),
-                               [&](const QString &o) { return row.name.contains(o); });
-            if (wanted)
+    for (const auto &[name, group] : groups()) {
+        if (!groupWanted(group))
+            continue;
+        for (const BenchRow &row : group.run()) {
+            if (benchWanted(row.name))
                 rows.append(row);
         }
     }
@@ -113,7 +134,7 @@ int main(int argc, char **argv)
     tsv << "name\tms\tfloor_name\tfloor_ms\tratio\n";
     std::printf("%-28s %12s  %-36s %12s %9s\n", "row", "ms", "floor", "floor ms", "ratio");
     for (const BenchRow &row : rows) {
-        const double ratio = row.floorMs > 0 ? row.ms / row.floorMs : 0;
+        const double ratio = row.ms < 0 ? -1 : row.floorMs > 0 ? row.ms / row.floorMs : 0;
         tsv << row.name << '\t' << QString::number(row.ms, 'f', 4) << '\t' << row.floorName << '\t'
             << QString::number(row.floorMs, 'f', 4) << '\t' << QString::number(ratio, 'f', 4) << '\n';
         std::printf("%-28s %12.4f  %-36s %12.4f %9.4f\n", qPrintable(row.name), row.ms,

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QtGlobal>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -16,15 +17,22 @@ struct BenchRow
     double ms = 0;     // ours, best round
     QString floorName; // what the floor does
     double floorMs = 0; // the floor, best round
+    // ms is -1 (and so is the ratio) when the row's effect never showed.
 };
 
 using BenchGroup = std::function<QList<BenchRow>()>;
 
 // Registers a group of rows; done from a static object of each bench file.
+// A group that names the rows it makes is not run at all when --only wants
+// none of them.
 struct BenchRegistrar
 {
-    BenchRegistrar(const char *group, BenchGroup run);
+    BenchRegistrar(const char *group, BenchGroup run, const QStringList &rows = {});
 };
+
+// Whether --only wants the row of this name (every row without --only): a
+// group with costly rows skips those nobody asked for.
+bool benchWanted(const QString &row);
 
 // Times fn `rounds` times and returns the best round in milliseconds.
 double benchBest(int rounds, const std::function<void()> &fn);

@@ -155,8 +155,9 @@ private:
     QListWidget *m_list;
 };
 
-QorDemoWindow::QorDemoWindow(QWidget *parent)
+QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     : QMainWindow(parent)
+    , m_start(start)
 {
     setWindowTitle(tr("QorDesign demo"));
 
@@ -277,6 +278,8 @@ QWidget *QorDemoWindow::createStage()
     QPalette palette = stage->palette();
     palette.setColor(QPalette::Window, palette.color(QPalette::Base));
     stage->setPalette(palette);
+    if (m_start == StartStage::Empty)
+        return stage;
 
     auto *group = place(new QGroupBox(tr("Customer"), stage), "GroupBox1", QRect(16, 16, 250, 120));
     place(new QLabel(tr("Name:"), group), "Label1", QRect(14, 34, 60, 24));

@@ -24,7 +24,11 @@ class QorDemoWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    explicit QorDemoWindow(QWidget *parent = nullptr);
+    // What the stage holds at the start: the sample customer form, or
+    // nothing at all (a stage to be filled, as the benchmark fills it).
+    enum class StartStage { Sample, Empty };
+
+    explicit QorDemoWindow(QWidget *parent = nullptr, StartStage start = StartStage::Sample);
     ~QorDemoWindow() override;
 
     // The form the user designs.
@@ -63,6 +67,7 @@ private:
     void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
     void createMenus(QWidget *StageArea);
 
+    StartStage m_start = StartStage::Sample;
     QWidget *m_stage = nullptr;
     QListWidget *m_palette = nullptr;
     QTreeWidget *m_tree = nullptr;

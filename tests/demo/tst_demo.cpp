@@ -107,6 +107,16 @@ private slots:
         QCOMPARE(tabs->widget(0)->findChild<QPushButton *>()->objectName(), QStringLiteral("Button2"));
     }
 
+    void theStageCanStartEmpty()
+    {
+        QorDemoWindow window(nullptr, QorDemoWindow::StartStage::Empty);
+        QCOMPARE(ComponentCount(window.stage()), 0);
+        QVERIFY(window.stage()->findChildren<QWidget *>().isEmpty());
+        QTreeWidget *tree = window.componentTree();
+        QCOMPARE(tree->topLevelItemCount(), 1);
+        QCOMPARE(tree->topLevelItem(0)->childCount(), 0);
+    }
+
     void theComponentTreeNestsComponentsByContainer()
     {
         QorDemoWindow window;

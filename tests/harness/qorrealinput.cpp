@@ -20,6 +20,7 @@ namespace {
 
 Display *display = nullptr;
 bool xtestPresent = false;
+bool settling = true;
 
 Display *dpy()
 {
@@ -39,6 +40,8 @@ void settle()
 {
     if (Display *d = dpy())
         XSync(d, False);
+    if (!settling)
+        return;
     QDeadlineTimer deadline(5);
     do {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 2);
@@ -99,6 +102,11 @@ namespace RealInput {
 bool open()
 {
     return dpy() != nullptr;
+}
+
+void setSettling(bool On)
+{
+    settling = On;
 }
 
 QPoint pointer()

@@ -18,6 +18,13 @@ namespace RealInput {
 // real input can be given (no X display, or a server without XTest).
 bool open();
 
+// Whether each function below lets Qt read its events before it returns
+// (on by default). Off, a function returns as soon as the X server has
+// taken the input: the benchmark times a gesture from its first event and
+// waits for the effect itself, and a fixed pause would count as the
+// program's time.
+void setSettling(bool On);
+
 // The pointer's position in global (root window) coordinates.
 QPoint pointer();
 
