@@ -349,13 +349,17 @@ void TQorDesignCenter::DelSelCtrls()
     // The elements hear of the deletion once, however many go.
     const TQorDesignUpdateScope update(m_designManager);
     QWidget *stage = GetDesignStage();
-    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
-        QObject *item = m_selectedComps.Items(i);
-        if (item == stage)
-            continue;
-        m_selectedComps.Delete(i);
-        FreeComponent(item);
+    // From the last to the first; freeing destroys nothing before control
+    // returns to the event loop, so the entries stay valid meanwhile.
+    const QList<QObject *> items = m_selectedComps.toList();
+    QList<QObject *> kept;
+    for (auto it = items.crbegin(); it != items.crend(); ++it) {
+        if (*it == stage)
+            kept.prepend(*it);
+        else
+            FreeComponent(*it);
     }
+    m_selectedComps = TComponentList(kept);
     if (stage && m_selectedComps.isEmpty())
         m_selectedComps.Add(stage);
     ConsoleCompListChanged();

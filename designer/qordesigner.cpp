@@ -3,6 +3,8 @@
 #include "foundation/qorcomponents.h"
 
 #include <QCoreApplication>
+#include <QPointer>
+#include <QThread>
 #include <QDockWidget>
 #include <QFrame>
 #include <QFont>
@@ -15,6 +17,8 @@
 #include <QMutex>
 #include <QPlainTextEdit>
 #include <QTextEdit>
+
+#include <vector>
 
 namespace {
 
@@ -145,9 +149,79 @@ bool IsOwnSizerMessage(const TMessage &Message, const QObject *Sizer)
     return Sizer && Message.WParam == quintptr(Sizer);
 }
 
+namespace {
+
+// The design messages posted on the user-interface thread travel together:
+// the first one waiting posts one event to this queue, and that event hands
+// every message waiting then to its receiver, in the order they were
+// posted. A drag or a nudge of a thousand controls posts thousands of
+// messages; one Qt event (and one wake-up of the event loop) each would
+// cost more than handling them. Messages posted while the queue is being
+// emptied wait for the next turn, as posted events do.
+class MessageQueue final : public QObject
+{
+public:
+    MessageQueue() { setObjectName(QStringLiteral("qt_qor_message_queue")); }
+
+    void post(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam)
+    {
+        m_waiting.push_back({receiver, msg, wParam, lParam});
+        if (m_waiting.size() == 1)
+            QCoreApplication::postEvent(this, new QEvent(deliverType()));
+    }
+
+protected:
+    bool event(QEvent *e) override
+    {
+        if (e->type() != deliverType())
+            return QObject::event(e);
+        std::vector<Entry> now;
+        now.swap(m_waiting);
+        for (const Entry &entry : now) {
+            if (!entry.receiver)
+                continue;
+            TQorMessageEvent message(entry.msg, entry.wParam, entry.lParam);
+            QCoreApplication::sendEvent(entry.receiver, &message);
+        }
+        return true;
+    }
+
+private:
+    struct Entry
+    {
+        QPointer<QObject> receiver;
+        quint32 msg;
+        quintptr wParam;
+        qintptr lParam;
+    };
+
+    static QEvent::Type deliverType()
+    {
+        static const QEvent::Type type = QEvent::Type(QEvent::registerEventType());
+        return type;
+    }
+
+    std::vector<Entry> m_waiting;
+};
+
+MessageQueue *messageQueue()
+{
+    static QPointer<MessageQueue> queue;
+    if (!queue)
+        queue = new MessageQueue;
+    return queue;
+}
+
+} // namespace
+
 void QorPostMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam)
 {
-    if (receiver)
+    if (!receiver)
+        return;
+    MessageQueue *queue = messageQueue();
+    if (receiver->thread() == queue->thread() && QThread::currentThread() == queue->thread())
+        queue->post(receiver, msg, wParam, lParam);
+    else
         QCoreApplication::postEvent(receiver, new TQorMessageEvent(msg, wParam, lParam));
 }
 

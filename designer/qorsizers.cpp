@@ -890,11 +890,17 @@ void TQorSizerList::freeSizer(TQorSizer *Sizer)
     keepKeyboard(Sizer);
     const QRect bounds = Sizer->geometry();
     m_sizers.erase(it);
-    for (auto i = m_byControl.begin(); i != m_byControl.end();) {
-        if (i.value() == Sizer)
-            i = m_byControl.erase(i);
-        else
-            ++i;
+    // Filed under its control; a sizer whose control went is looked for.
+    const QWidget *control = Sizer->Control();
+    if (control && m_byControl.value(control) == Sizer) {
+        m_byControl.remove(control);
+    } else {
+        for (auto i = m_byControl.begin(); i != m_byControl.end();) {
+            if (i.value() == Sizer)
+                i = m_byControl.erase(i);
+            else
+                ++i;
+        }
     }
     if (m_overlay)
         m_overlay->MarkDirty(bounds);

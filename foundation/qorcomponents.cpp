@@ -28,11 +28,30 @@ QString nameKey(const QString &name)
 struct OwnerData
 {
     QObject *owner = nullptr;
-    QList<QObject *> components;
-    // Index of each component in `components`; rebuilt after a removal from
-    // the middle of the list.
+    // The owned components in order. A component that leaves from the
+    // middle leaves a hole (nil) behind, so that the positions of the others
+    // stay as they are; the holes are closed before the list is read by
+    // position. A deletion of thousands of components thus never moves the
+    // list or re-indexes it once per component.
+    mutable QList<QObject *> components;
+    mutable int holes = 0;
+    // Position of each component in `components`; rebuilt after the holes
+    // were closed or a component moved.
     mutable QHash<const QObject *, int> indexes;
     mutable bool indexesValid = true;
+
+    int count() const { return int(components.size()) - holes; }
+
+    // The list without holes.
+    const QList<QObject *> &compacted() const
+    {
+        if (holes > 0) {
+            components.removeAll(nullptr);
+            holes = 0;
+            indexesValid = false;
+        }
+        return components;
+    }
     // Owned components by folded name, to answer name look-ups at once.
     QMultiHash<QString, QObject *> byName;
     // For a folded base name ("pushbutton"), a number below which every
@@ -74,8 +93,10 @@ struct OwnerData
         if (!indexesValid) {
             indexes.clear();
             indexes.reserve(components.size());
-            for (int i = 0; i < components.size(); ++i)
-                indexes.insert(components.at(i), i);
+            for (int i = 0; i < components.size(); ++i) {
+                if (components.at(i))
+                    indexes.insert(components.at(i), i);
+            }
             indexesValid = true;
         }
         return indexes.value(component, -1);
@@ -143,11 +164,17 @@ void detach(QObject *component)
     OwnerData *data = cd.owner;
     const int index = data->indexOf(component);
     if (index >= 0) {
-        data->components.removeAt(index);
-        if (index == data->components.size())
-            data->indexes.remove(component);
-        else
-            data->indexesValid = false;
+        data->indexes.remove(component);
+        if (index == data->components.size() - 1) {
+            data->components.removeLast();
+            while (!data->components.isEmpty() && !data->components.constLast()) {
+                data->components.removeLast();
+                --data->holes;
+            }
+        } else {
+            data->components[index] = nullptr;
+            ++data->holes;
+        }
     }
     data->byName.remove(cd.key, component);
     data->nameLeft(cd.key);
@@ -162,6 +189,7 @@ void ownerDestroyed(QObject *owner)
         return;
     // An owner destroys what it still owns: components shown elsewhere than
     // under the owner, which the owner's own destructor does not reach.
+    data->compacted();
     while (!data->components.isEmpty()) {
         QObject *component = data->components.last();
         detach(component);
@@ -204,28 +232,31 @@ QObject *Owner(const QObject *Component)
 int ComponentCount(const QObject *Owner)
 {
     const OwnerData *data = ownerData(Owner, false);
-    return data ? int(data->components.size()) : 0;
+    return data ? data->count() : 0;
 }
 
 QObject *Components(const QObject *Owner, int Index)
 {
     const OwnerData *data = ownerData(Owner, false);
-    if (!data || Index < 0 || Index >= data->components.size())
+    if (!data || Index < 0 || Index >= data->count())
         return nullptr;
-    return data->components.at(Index);
+    return data->compacted().at(Index);
 }
 
 QList<QObject *> ComponentList(const QObject *Owner)
 {
     const OwnerData *data = ownerData(Owner, false);
-    return data ? data->components : QList<QObject *>();
+    return data ? data->compacted() : QList<QObject *>();
 }
 
 int ComponentIndex(const QObject *Component)
 {
     const Registry &r = registry();
     auto it = r.components.constFind(Component);
-    return it == r.components.constEnd() ? -1 : it->owner->indexOf(Component);
+    if (it == r.components.constEnd())
+        return -1;
+    it->owner->compacted();
+    return it->owner->indexOf(Component);
 }
 
 void SetComponentIndex(QObject *Component, int Index)
@@ -235,6 +266,7 @@ void SetComponentIndex(QObject *Component, int Index)
     if (it == r.components.constEnd())
         return;
     OwnerData *data = it->owner;
+    data->compacted();
     const int from = data->indexOf(Component);
     const int to = std::clamp(Index, 0, int(data->components.size()) - 1);
     if (from < 0 || from == to)

@@ -10,7 +10,6 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QColor>
-#include <QHash>
 #include <QMimeData>
 #include <QSet>
 #include <QWidget>
@@ -401,21 +400,36 @@ QVariant readValue(QXmlStreamReader &Xml, const QMetaProperty &Property)
     const QString element = Xml.name().toString();
     if (element == QLatin1String("rect") || element == QLatin1String("size") || element == QLatin1String("point")
         || element == QLatin1String("color")) {
-        QHash<QString, QString> parts;
         const int alpha = Xml.attributes().hasAttribute(QLatin1String("alpha"))
             ? Xml.attributes().value(QLatin1String("alpha")).toInt()
             : 255;
-        while (Xml.readNextStartElement())
-            parts.insert(Xml.name().toString(), Xml.readElementText());
+        // The fields by name; a field not given reads 0.
+        int x = 0, y = 0, width = 0, height = 0, red = 0, green = 0, blue = 0;
+        while (Xml.readNextStartElement()) {
+            const QString field = Xml.name().toString();
+            const int value = intOf(Xml.readElementText());
+            if (field == QLatin1String("x"))
+                x = value;
+            else if (field == QLatin1String("y"))
+                y = value;
+            else if (field == QLatin1String("width"))
+                width = value;
+            else if (field == QLatin1String("height"))
+                height = value;
+            else if (field == QLatin1String("red"))
+                red = value;
+            else if (field == QLatin1String("green"))
+                green = value;
+            else if (field == QLatin1String("blue"))
+                blue = value;
+        }
         if (element == QLatin1String("rect"))
-            return QRect(intOf(parts.value(QStringLiteral("x"))), intOf(parts.value(QStringLiteral("y"))),
-                         intOf(parts.value(QStringLiteral("width"))), intOf(parts.value(QStringLiteral("height"))));
+            return QRect(x, y, width, height);
         if (element == QLatin1String("size"))
-            return QSize(intOf(parts.value(QStringLiteral("width"))), intOf(parts.value(QStringLiteral("height"))));
+            return QSize(width, height);
         if (element == QLatin1String("point"))
-            return QPoint(intOf(parts.value(QStringLiteral("x"))), intOf(parts.value(QStringLiteral("y"))));
-        return QColor(intOf(parts.value(QStringLiteral("red"))), intOf(parts.value(QStringLiteral("green"))),
-                      intOf(parts.value(QStringLiteral("blue"))), alpha);
+            return QPoint(x, y);
+        return QColor(red, green, blue, alpha);
     }
     const QString text = Xml.readElementText(QXmlStreamReader::SkipChildElements);
     if (element == QLatin1String("enum") || element == QLatin1String("set")) {
