@@ -327,6 +327,11 @@ QColor StringToColor(const QString &Text)
 
 bool CursorToIdent(int Cursor, QString &Ident)
 {
+    // A picture cursor (BitmapCursor, CustomCursor) has a key in Qt's
+    // enumeration, but writing that key back cannot bring the picture back:
+    // only the shapes a user can pick have identifiers.
+    if (Cursor < 0 || Cursor > Qt::LastCursor)
+        return false;
     const char *key = QMetaEnum::fromType<Qt::CursorShape>().valueToKey(Cursor);
     if (!key)
         return false;

@@ -397,6 +397,21 @@ private slots:
         QCOMPARE(f.inspector->ActiveComponent(), f.label);
     }
 
+    // ---- Which properties are listed, and how they read ----
+
+    void aPictureCursorReadsAsItsNumber()
+    {
+        Fixture f;
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        f.label->setCursor(QCursor(picture));
+        f.inspector->SetActiveComponent(f.label);
+        QCOMPARE(f.value(QStringLiteral("cursor")), QStringLiteral("24"));
+        f.label->setCursor(Qt::IBeamCursor);
+        f.inspector->RefreshValues();
+        QCOMPARE(f.value(QStringLiteral("cursor")), QStringLiteral("IBeamCursor"));
+    }
+
     void theDesignSurfaceFeedsTheInspectorAndFollowsItsEdits()
     {
         Fixture f;

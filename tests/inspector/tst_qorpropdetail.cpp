@@ -7,6 +7,7 @@
 #include <QCursor>
 #include <QFont>
 #include <QLabel>
+#include <QPixmap>
 #include <QPushButton>
 #include <QTest>
 
@@ -164,6 +165,24 @@ private slots:
         QVERIFY(!CursorToIdent(99, ident));
         QVERIFY(CursorToIdent(Qt::IBeamCursor, ident));
         QCOMPARE(ident, QStringLiteral("IBeamCursor"));
+    }
+
+    // A picture cursor has a key in Qt's enumeration ("BitmapCursor"), but
+    // that key cannot bring the picture back: it reads as its number.
+    void aPictureCursorReadsAsItsNumber()
+    {
+        Sample s;
+        QPixmap picture(16, 16);
+        picture.fill(Qt::black);
+        s.cursor = QCursor(picture);
+        QCOMPARE(s.cursor.shape(), Qt::BitmapCursor);
+        QCOMPARE(GetPropertyValueStr(&s, prop("cursor")), QStringLiteral("24"));
+        QString ident;
+        QVERIFY(!CursorToIdent(Qt::BitmapCursor, ident));
+        QVERIFY(!CursorToIdent(Qt::CustomCursor, ident));
+        QVERIFY(!CursorToIdent(-1, ident));
+        QVERIFY(CursorToIdent(Qt::DragLinkCursor, ident));
+        QCOMPARE(ident, QStringLiteral("DragLinkCursor"));
     }
 
     void aClassPropertyShowsItsComponentOrItsClassInBrackets()
