@@ -583,10 +583,19 @@ void TClassInformation::Update()
     m_PropCount = m_PTD->PropCount;
     if (m_PropCount != 0) {
         m_PropList = GetPropInfos(m_PTI);
-        SortPropList(m_PropList);
+        // The fields of a value read in their natural order (x, y, width,
+        // height), which their descriptor declares; a class's properties
+        // are many, and found by name.
+        if (!DescribedValueType(m_PTD->ClassType).isValid())
+            SortPropList(m_PropList);
     }
     m_EventList = GetEventInfos(m_PTD->ClassType);
     SortPropList(m_EventList);
+    m_PropAndEventList = m_PropList;
+    if (!m_EventList.isEmpty()) {
+        m_PropAndEventList += m_EventList;
+        SortPropList(m_PropAndEventList);
+    }
 }
 
 QString TClassInformation::ClassNameStr() const

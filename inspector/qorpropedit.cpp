@@ -310,9 +310,7 @@ void GetComponentProperties(const IDesignerSelections &Components, TTypeKinds Fi
     QObject *first = objects.first();
     TClassInformation info;
     info.SetPTI(TypeInfoOfClass(InstanceClass(first)));
-    QList<PPropInfo> props = info.PropList() + info.EventList();
-    SortPropList(props);
-    for (PPropInfo prop : props) {
+    for (PPropInfo prop : info.PropAndEventList()) {
         if (!Filter.contains(prop->PropType->Kind) || !PropInfoInComps(prop, objects))
             continue;
         TPropertyEditorRef editor = CreatePropertyEditor(Designer, first, prop, int(objects.size()));

@@ -279,8 +279,7 @@ void TObjInspecPropList::ListAllProps()
         if (object)
             objects.append(object);
     }
-    QList<PPropInfo> props = m_classInformation.PropList() + m_classInformation.EventList();
-    SortPropList(props);
+    const QList<PPropInfo> &props = m_classInformation.PropAndEventList();
     auto *ex = dynamic_cast<TObjInspecPropListEx *>(this);
     for (PPropInfo prop : props) {
         if (objects.size() > 1 && !PropInfoInComps(prop, objects))

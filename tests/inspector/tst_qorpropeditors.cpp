@@ -735,7 +735,8 @@ private slots:
         QStringList fields;
         for (const TPropertyEditorRef &sub : subEditors(extent))
             fields.append(sub->GetName());
-        QCOMPARE(fields, QStringList({"height", "width"}));
+        // Width before height, as a size is read.
+        QCOMPARE(fields, QStringList({"width", "height"}));
         subNamed(extent, QStringLiteral("height"))->SetValue(QStringLiteral("25"));
         for (Gauge *g : {&a, &b, &c})
             QCOMPARE(g->extent, QSize(40, 25));

@@ -18,9 +18,13 @@ class Gauge : public QWidget
     Q_PROPERTY(int level MEMBER level)
     Q_PROPERTY(Qt::Alignment align MEMBER align)
     Q_PROPERTY(QWidget *buddy MEMBER buddy)
+    Q_PROPERTY(QPoint spot MEMBER spot)
+    Q_PROPERTY(QMargins pad MEMBER pad)
 
 public:
     using QWidget::QWidget;
+    QPoint spot;
+    QMargins pad;
     int level = 0;
     Qt::Alignment align = Qt::AlignLeft;
     QWidget *buddy = nullptr;
@@ -166,22 +170,58 @@ private slots:
         QVERIFY(geometry->GetExpandable());
         geometry->SetExpanded(true);
         const QStringList after = names(l.strings);
-        // Fields in name order, as every property list.
-        QCOMPARE(after.mid(at, 6), QStringList({"- geometry", "    height", "    width", "    x", "    y", before.at(at + 1)}));
+        // A rectangle's fields in their natural order, not by name.
+        QCOMPARE(after.mid(at, 6), QStringList({"- geometry", "    x", "    y", "    width", "    height", before.at(at + 1)}));
         QCOMPARE(after.size(), before.size() + 4);
-        QCOMPARE(l.strings.ValueFromIndex(at + 1), QStringLiteral("30"));
-        QCOMPARE(l.strings.ValueFromIndex(at + 3), QStringLiteral("10"));
-        // The value row itself reads as its class and cannot be typed into.
+        QCOMPARE(l.strings.ValueFromIndex(at + 1), QStringLiteral("10"));
+        QCOMPARE(l.strings.ValueFromIndex(at + 4), QStringLiteral("30"));
+        // Without property editors the value row reads as its class and
+        // cannot be typed into.
         QCOMPARE(l.strings.ValueFromIndex(at), QStringLiteral("[QRect]"));
         QVERIFY(l.strings.ItemProps(at).ReadOnly);
-        QVERIFY(!l.strings.ItemProps(at + 2).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(at + 3).ReadOnly);
         // A field written through its line's row resizes the widget.
-        auto *width = dynamic_cast<TObjInspecPropertyItem *>(l.strings.Objects(at + 2));
+        auto *width = dynamic_cast<TObjInspecPropertyItem *>(l.strings.Objects(at + 3));
         QVERIFY(width);
         width->SetPropValueStr(QStringLiteral("120"));
         QCOMPARE(button.geometry(), QRect(10, 20, 120, 30));
         geometry->SetExpanded(false);
         QCOMPARE(names(l.strings), before);
+    }
+
+    void theFieldsOfEachValueReadInTheirNaturalOrder_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QStringList>("fields");
+        QTest::newRow("rectangle") << "geometry" << QStringList({"x", "y", "width", "height"});
+        QTest::newRow("size") << "minimumSize" << QStringList({"width", "height"});
+        QTest::newRow("point") << "spot" << QStringList({"x", "y"});
+        QTest::newRow("margins") << "pad" << QStringList({"left", "top", "right", "bottom"});
+        QTest::newRow("size policy") << "sizePolicy"
+                                     << QStringList({"horizontalPolicy", "verticalPolicy", "horizontalStretch",
+                                                     "verticalStretch"});
+        QTest::newRow("font") << "font"
+                              << QStringList({"family", "pointSize", "weight", "bold", "italic", "underline",
+                                              "strikeOut", "kerning"});
+    }
+
+    void theFieldsOfEachValueReadInTheirNaturalOrder()
+    {
+        QFETCH(QString, property);
+        QFETCH(QStringList, fields);
+        Gauge gauge;
+        Listed l(&gauge, true);
+        l.list.GetPropItemsByName(property)->SetExpanded(true);
+        const int at = lineOf(l.strings, property);
+        QStringList listed;
+        for (int i = at + 1; i <= at + fields.size(); ++i)
+            listed.append(l.strings.Names(i).trimmed());
+        QCOMPARE(listed, fields);
+        // The line after the fields is the next property, one level up.
+        QVERIFY(!l.strings.Names(at + int(fields.size()) + 1).startsWith(QLatin1String("    ")));
+        // The properties themselves stay in name order.
+        const QStringList all = names(l.strings);
+        QVERIFY(all.indexOf(QStringLiteral("  accessibleDescription")) < all.indexOf(QStringLiteral("  level")));
     }
 
     void theNameListsReachIntoNestedRowsToo()
