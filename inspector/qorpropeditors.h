@@ -119,7 +119,11 @@ public:
 };
 
 // A value with fields (size, point, rectangle, margins, size policy,
-// palette): a short text of the value and one sub-editor per field.
+// palette): a short text of the value and one sub-editor per field. The
+// short text can be typed back, in looser forms too: numbers apart by
+// commas, blanks or an "x", brackets optional ("80x30", "10, 20, 80, 30");
+// a size policy's stretches and a font's size may be left out (each
+// object keeps its own). A palette has no text form: it is read-only.
 class QORDESIGN_EXPORT TClassProperty : public TPropertyEditor
 {
 public:

@@ -449,7 +449,9 @@ void TObjInspecPropListEx::setItemProps(TValueListStrings *Strings, int Line, TO
         if ((attributes & paReadOnly) && !componentType)
             props.ReadOnly = true;
     }
-    if (isClassRow(Item->GetPropInfoRef()) && !componentType)
+    // A value with fields is typed through its editor when the editor
+    // reads its text back; without an editor only its fields are edited.
+    if (isClassRow(Item->GetPropInfoRef()) && !componentType && !editor)
         props.ReadOnly = true;
     if (isEvent(Item->GetPropInfoRef())) {
         props.EditStyle = esSimple;

@@ -397,6 +397,61 @@ private slots:
         QCOMPARE(f.inspector->ActiveComponent(), f.label);
     }
 
+    // ---- Values with fields typed whole ----
+
+    void aRectangleTypedIntoTheGeometryRowMovesAndResizesTheWidget()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QCOMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(20, 20), 80 x 30]"));
+        f.type(QStringLiteral("geometry"), QStringLiteral("[(150, 60), 90 x 40]"));
+        QTRY_COMPARE(f.b1->geometry(), QRect(150, 60, 90, 40));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(150, 60), 90 x 40]"));
+        // Four plain numbers do as well.
+        f.type(QStringLiteral("geometry"), QStringLiteral("30, 40, 100, 35"));
+        QTRY_COMPARE(f.b1->geometry(), QRect(30, 40, 100, 35));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(30, 40), 100 x 35]"));
+        QCOMPARE(f.inspector->LastError(), QString());
+        QVERIFY(f.inspector->Modified());
+    }
+
+    void aSizeTypedForTwoWidgetsReachesBoth()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2});
+        QVERIFY(f.show());
+        f.type(QStringLiteral("minimumSize"), QStringLiteral("60x20"));
+        QTRY_COMPARE(f.b2->minimumSize(), QSize(60, 20));
+        QCOMPARE(f.b1->minimumSize(), QSize(60, 20));
+        QTRY_COMPARE(f.value(QStringLiteral("minimumSize")), QStringLiteral("60 x 20"));
+        // A font typed in its own text: family and size; each keeps the rest.
+        QFont bold = f.b1->font();
+        bold.setBold(true);
+        f.b1->setFont(bold);
+        f.type(QStringLiteral("font"), QStringLiteral("Serif, 17"));
+        QTRY_COMPARE(f.b2->font().pointSize(), 17);
+        QCOMPARE(f.b1->font().family(), QStringLiteral("Serif"));
+        QVERIFY(f.b1->font().bold());
+        QVERIFY(!f.b2->font().bold());
+    }
+
+    void aRectangleThatDoesNotReadIsRefusedAndChangesNothing()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QSignalSpy rejected(f.inspector.get(), &TVhoObjInspector::PropertyValueRejected);
+        f.type(QStringLiteral("geometry"), QStringLiteral("10, 20, wide, 30"));
+        QTRY_COMPARE(rejected.count(), 1);
+        QCOMPARE(rejected.first().at(0).toString(), QStringLiteral("geometry"));
+        QVERIFY(f.inspector->LastError().startsWith(QStringLiteral("Invalid Property Value;")));
+        QVERIFY(f.inspector->LastError().contains(QStringLiteral("10, 20, wide, 30")));
+        QCOMPARE(f.b1->geometry(), QRect(20, 20, 80, 30));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(20, 20), 80 x 30]"));
+        QVERIFY(!f.inspector->Modified());
+    }
+
     // ---- Which properties are listed, and how they read ----
 
     void aPictureCursorReadsAsItsNumber()
