@@ -45,7 +45,13 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override
     {
-        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+        if (!index.isValid())
+            return {};
+        // A value that cannot be written reads greyed, as a disabled
+        // control's text does.
+        if (role == Qt::ForegroundRole && index.column() == 1 && m_strings->ItemProps(index.row()).Locked)
+            return m_grid->palette().brush(QPalette::Disabled, QPalette::Text);
+        if (role != Qt::DisplayRole && role != Qt::EditRole)
             return {};
         return index.column() == 0 ? m_strings->Names(index.row()) : m_strings->ValueFromIndex(index.row());
     }
@@ -56,7 +62,7 @@ public:
         if (index.column() == 1) {
             const TItemProp props = m_strings->ItemProps(index.row());
             // A read-only line with a dialog still shows its button.
-            if (!props.ReadOnly || props.EditStyle == esEllipsis)
+            if (!props.Locked && (!props.ReadOnly || props.EditStyle == esEllipsis))
                 flags |= Qt::ItemIsEditable;
         }
         return flags;
@@ -304,6 +310,10 @@ void TValueListEditor::keyPressEvent(QKeyEvent *event)
 }
 
 void TValueListEditor::KeyDown(int &, Qt::KeyboardModifiers)
+{
+}
+
+void TValueListEditor::keyboardSearch(const QString &)
 {
 }
 

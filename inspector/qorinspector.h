@@ -73,6 +73,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    // Typed keys belong to the value's editor: on a line that cannot be
+    // typed into they do nothing, rather than look for another line by its
+    // first letters (whose editor would then take the next keys).
+    void keyboardSearch(const QString &search) override;
     virtual void KeyDown(int &Key, Qt::KeyboardModifiers Shift);
     // A line that becomes current opens its editor only while the grid has
     // the keyboard: a grid refreshed for a new selection would otherwise

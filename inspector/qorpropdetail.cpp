@@ -384,6 +384,32 @@ PTypeInfo TPropertyDetail::GetPropTypeInfoRef() const
     return m_propInfo ? m_propInfo->PropType : nullptr;
 }
 
+bool TPropertyDetail::GetPropWritable() const
+{
+    if (!m_propInfo || !m_propInfo->Property.isValid())
+        return true;
+    const QList<QObject *> objects = m_hasBasedObjects ? plain(m_basedObjects) : QList<QObject *>{m_basedObject.data()};
+    // A selection of many objects holds few classes: each is asked once.
+    const QMetaObject *asked = nullptr;
+    for (QObject *object : objects) {
+        if (!object)
+            continue;
+        if (auto *value = qobject_cast<TQorValueObject *>(object)) {
+            if (!value->TargetProp()->Property.isWritable())
+                return false;
+            continue;
+        }
+        const QMetaObject *cls = object->metaObject();
+        if (cls == asked)
+            continue;
+        asked = cls;
+        PPropInfo own = cls == m_propInfo->OwnerClass ? m_propInfo : GetPropInfo(cls, m_propInfo->Name);
+        if (own && !own->Property.isWritable())
+            return false;
+    }
+    return true;
+}
+
 // ---- TPropertyDetailEx -------------------------------------------------
 
 TPropertyDetailEx::TPropertyDetailEx(QObject *Object, const QString &PropName)

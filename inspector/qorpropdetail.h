@@ -58,6 +58,9 @@ public:
     QString GetPropName() const;
     void SetPropName(const QString &Name);
     PTypeInfo GetPropTypeInfoRef() const;
+    // False when the property of one of the objects cannot be written (Qt
+    // gives it no write accessor), also for the fields of such a value.
+    bool GetPropWritable() const;
     // The object a class-typed property holds; nil when the objects of a
     // multiple selection hold different ones.
     QObject *GetPropValueObject() const;

@@ -457,6 +457,12 @@ void TObjInspecPropListEx::setItemProps(TValueListStrings *Strings, int Line, TO
         props.EditStyle = esSimple;
         props.ReadOnly = true;
     }
+    if (!Item->GetPropWritable()) {
+        props.EditStyle = esSimple;
+        props.PickList.clear();
+        props.ReadOnly = true;
+        props.Locked = true;
+    }
     Strings->SetItemProps(Line, props);
 }
 

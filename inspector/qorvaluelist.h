@@ -22,6 +22,10 @@ struct QORDESIGN_EXPORT TItemProp
     TEditStyle EditStyle = esSimple;
     QStringList PickList;
     bool ReadOnly = false;
+    // The property cannot be written at all (Qt gives it no write
+    // accessor): the value is shown greyed and no editor opens on it, not
+    // even a dialog's.
+    bool Locked = false;
 };
 
 class QORDESIGN_EXPORT TValueListStrings : public QObject

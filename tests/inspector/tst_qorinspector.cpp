@@ -452,6 +452,58 @@ private slots:
         QVERIFY(!f.inspector->Modified());
     }
 
+    // ---- Read-only properties ----
+
+    void aPropertyThatCannotBeWrittenIsGreyAndTakesNoTyping()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("x"));
+        QVERIFY(row >= 0);
+        QVERIFY(f.inspector->Strings()->ItemProps(row).Locked);
+        const QModelIndex value = f.inspector->model()->index(row, 1);
+        const QColor grey = f.inspector->palette().color(QPalette::Disabled, QPalette::Text);
+        QCOMPARE(value.data(Qt::ForegroundRole).value<QBrush>().color(), grey);
+        QVERIFY(grey != f.inspector->palette().color(QPalette::Active, QPalette::Text));
+        QVERIFY(!(value.flags() & Qt::ItemIsEditable));
+        // A writable line keeps the normal text.
+        QVERIFY(!f.inspector->model()->index(f.row(QStringLiteral("text")), 1).data(Qt::ForegroundRole).isValid());
+
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), row);
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->InplaceEditor() != nullptr; }, 300));
+        QCOMPARE(QApplication::focusWidget(), f.inspector.get());
+        // Typed keys neither open an editor nor go looking for another line
+        // (the values "Button1" begin like this text).
+        RealInput::typeText(QStringLiteral("Button2"));
+        RealInput::typeText(QStringLiteral("77"));
+        RealInput::key("Return");
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->InplaceEditor() != nullptr; }, 300));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QCOMPARE(f.b1->x(), 20);
+        QCOMPARE(f.b1->text(), QStringLiteral("Button1"));
+        QCOMPARE(f.b1->objectName(), QStringLiteral("Button1"));
+        QCOMPARE(f.value(QStringLiteral("x")), QStringLiteral("20"));
+        QCOMPARE(f.inspector->LastError(), QString());
+        QVERIFY(!f.inspector->Modified());
+    }
+
+    void theFieldsOfAValueThatCannotBeWrittenAreGreyToo()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.form.get());
+        const int frame = f.row(QStringLiteral("frameGeometry"));
+        QVERIFY(frame >= 0);
+        QVERIFY(f.inspector->Strings()->ItemProps(frame).Locked);
+        f.inspector->PropList()->GetPropItemsByName(QStringLiteral("frameGeometry"))->SetExpanded(true);
+        QCOMPARE(f.inspector->Strings()->Names(frame + 3).trimmed(), QStringLiteral("width"));
+        QVERIFY(f.inspector->Strings()->ItemProps(frame + 3).Locked);
+        const int geometry = f.row(QStringLiteral("geometry"));
+        QVERIFY(!f.inspector->Strings()->ItemProps(geometry).Locked);
+        QVERIFY(!f.inspector->Strings()->ItemProps(geometry).ReadOnly);
+    }
+
     // ---- Which properties are listed, and how they read ----
 
     void aPictureCursorReadsAsItsNumber()

@@ -5,6 +5,7 @@
 #include "inspector/qorpropdetail.h"
 
 #include <QCursor>
+#include <QDialog>
 #include <QFont>
 #include <QLabel>
 #include <QPixmap>
@@ -183,6 +184,28 @@ private slots:
         QVERIFY(!CursorToIdent(-1, ident));
         QVERIFY(CursorToIdent(Qt::DragLinkCursor, ident));
         QCOMPARE(ident, QStringLiteral("DragLinkCursor"));
+    }
+
+    void aPropertyWithoutWriteAccessorIsNotWritable()
+    {
+        QWidget form;
+        auto *button = new QPushButton(&form);
+        TPropertyDetail x(button, QStringLiteral("x"));
+        TPropertyDetail text(button, QStringLiteral("text"));
+        QVERIFY(!x.GetPropWritable());
+        QVERIFY(text.GetPropWritable());
+        // The fields of a value that cannot be written cannot be either.
+        QObject *frame = GetPropertyValueObj(button, GetPropInfo(button, QStringLiteral("frameGeometry")));
+        QObject *geometry = GetPropertyValueObj(button, GetPropInfo(button, QStringLiteral("geometry")));
+        QVERIFY(frame && geometry);
+        QVERIFY(!TPropertyDetail(frame, QStringLiteral("width")).GetPropWritable());
+        QVERIFY(TPropertyDetail(geometry, QStringLiteral("width")).GetPropWritable());
+        // A dialog's "modal" can be written, a button's cannot: one object
+        // of a selection that cannot write it is enough.
+        QDialog dialog;
+        const PPropInfo modal = GetPropInfo(&dialog, QStringLiteral("modal"));
+        QVERIFY(TPropertyDetail(QList<QObject *>{&dialog}, modal).GetPropWritable());
+        QVERIFY(!TPropertyDetail(QList<QObject *>{&dialog, button}, modal).GetPropWritable());
     }
 
     void aClassPropertyShowsItsComponentOrItsClassInBrackets()

@@ -323,6 +323,30 @@ private slots:
         QCOMPARE(gauge->buddy, nullptr);
     }
 
+    void aValueWithATextIsTypedAndAPropertyWithoutWriterIsLocked()
+    {
+        QWidget form;
+        auto *gauge = new Gauge(&form);
+        InsertComponent(&form, gauge);
+        Listed l(gauge, true);
+        const int geometry = lineOf(l.strings, QStringLiteral("geometry"));
+        const int palette = lineOf(l.strings, QStringLiteral("palette"));
+        const int x = lineOf(l.strings, QStringLiteral("x"));
+        const int focusPolicy = lineOf(l.strings, QStringLiteral("focusPolicy"));
+        QVERIFY(geometry >= 0 && palette >= 0 && x >= 0 && focusPolicy >= 0);
+        // Through its editor a rectangle is typed in its own text.
+        QVERIFY(!l.strings.ItemProps(geometry).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(geometry).Locked);
+        // A palette only through its fields.
+        QVERIFY(l.strings.ItemProps(palette).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(palette).Locked);
+        // Qt gives "x" no writer: locked, without a list to pick from.
+        QVERIFY(l.strings.ItemProps(x).ReadOnly);
+        QVERIFY(l.strings.ItemProps(x).Locked);
+        QCOMPARE(l.strings.ItemProps(x).EditStyle, esSimple);
+        QVERIFY(!l.strings.ItemProps(focusPolicy).Locked);
+    }
+
     void rowsAreFoundByTheirDisplayLabels()
     {
         Gauge gauge;
