@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QToolButton>
@@ -351,6 +352,26 @@ void TVhoValueListEditor::EndResizeCol(const QPoint &Point)
 {
     ResizeColTo(Point);
     m_resizing = false;
+}
+
+QRect TVhoValueListEditor::MarkerRect(int Row) const
+{
+    const QString name = Strings()->Names(Row);
+    qsizetype at = 0;
+    while (at < name.size() && name.at(at) == QLatin1Char(' '))
+        ++at;
+    if (at >= name.size() || (name.at(at) != QLatin1Char('+') && name.at(at) != QLatin1Char('-')))
+        return {};
+    // Where the item delegate draws the name: inside the cell's text
+    // margins, in the grid's font, blanks of the indent included.
+    const QRect cell = visualRect(model()->index(Row, 0));
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    const QFontMetrics metrics(font());
+    const int left = cell.left() + margin + metrics.horizontalAdvance(name.left(at));
+    // The sign is small: the blank after it and a few pixels before it
+    // count as well.
+    const QRect marker(left - 3, cell.top(), metrics.horizontalAdvance(name.mid(at, 2)) + 3, cell.height());
+    return marker.intersected(cell);
 }
 
 void TVhoValueListEditor::LeftButtonDown(const QPoint &)
@@ -822,10 +843,29 @@ void TVhoObjInspector::LeftButtonDown(const QPoint &Point)
     const QModelIndex index = indexAt(Point);
     if (index.isValid() && index.row() >= 0 && index.column() >= 0)
         SetRow(index.row());
+    toggleAtMarker(Point);
 }
 
-void TVhoObjInspector::DoubleClicked(const QPoint &)
+bool TVhoObjInspector::toggleAtMarker(const QPoint &Point)
 {
+    const QModelIndex index = indexAt(Point);
+    if (!index.isValid() || index.column() != 0 || !MarkerRect(index.row()).contains(Point))
+        return false;
+    auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(index.row()));
+    if (!item || !item->GetExpandable())
+        return false;
+    const int row = index.row();
+    item->SetExpanded(!item->GetExpanded());
+    SetCurrItemIndex(row);
+    return true;
+}
+
+void TVhoObjInspector::DoubleClicked(const QPoint &Point)
+{
+    // Each click on a marker opens or closes the row, the second click of
+    // a double click too.
+    if (toggleAtMarker(Point))
+        return;
     TObjInspecPropertyItem *item = GetCurrPropItem();
     if (!item)
         return;

@@ -110,6 +110,10 @@ public:
     void StartResizeCol(const QPoint &Point);
     void ResizeColTo(const QPoint &Point);
     void EndResizeCol(const QPoint &Point);
+    // Where the "+" or "-" marker of a line's name is drawn, with a few
+    // pixels around it (in the viewport's coordinates); empty for a line
+    // without a marker.
+    QRect MarkerRect(int Row) const;
 
 protected:
     bool viewportEvent(QEvent *event) override;
@@ -239,6 +243,8 @@ private:
     void watchComponents();
     void componentDestroyed();
     void dropDestroyedComponents();
+    // Opens or closes the row of the line when Point is on its marker.
+    bool toggleAtMarker(const QPoint &Point);
 
     bool m_refreshing = false;
     bool m_dropPending = false;

@@ -20,6 +20,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTest>
 #include <QToolButton>
 
@@ -450,6 +451,57 @@ private slots:
         QCOMPARE(f.b1->geometry(), QRect(20, 20, 80, 30));
         QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(20, 20), 80 x 30]"));
         QVERIFY(!f.inspector->Modified());
+    }
+
+    // ---- The expand marker ----
+
+    void oneClickOnTheMarkerOpensTheRowAndOneMoreClosesIt()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("geometry"));
+        QCOMPARE(f.inspector->Strings()->Names(row), QStringLiteral("+ geometry"));
+        const int rows = f.inspector->RowCount();
+        // A click on the name away from the marker only picks the line.
+        RealInput::click(f.inspector->viewport(), f.cell(row, 0).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), row);
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->RowCount() != rows; }, 300));
+        // The "+" is drawn where the delegate draws the name's text: after
+        // the cell's text margin.
+        const int margin = f.inspector->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, f.inspector.get()) + 1;
+        const QPoint marker(f.cell(row, 0).left() + margin + f.inspector->fontMetrics().horizontalAdvance(QLatin1Char('+')) / 2,
+                            f.cell(row, 0).center().y());
+        RealInput::click(f.inspector->viewport(), marker);
+        QTRY_COMPARE(f.inspector->Strings()->Names(row), QStringLiteral("- geometry"));
+        QCOMPARE(f.inspector->RowCount(), rows + 4);
+        // The fields of a rectangle: x, y, width, height.
+        QCOMPARE(f.inspector->Strings()->Names(row + 1).trimmed(), QStringLiteral("x"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 2).trimmed(), QStringLiteral("y"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 3).trimmed(), QStringLiteral("width"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 4).trimmed(), QStringLiteral("height"));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        // The "-" closes it again (also when the click comes quick enough
+        // to make a double click: each click on a marker counts).
+        RealInput::click(f.inspector->viewport(), marker);
+        QTRY_COMPARE(f.inspector->Strings()->Names(row), QStringLiteral("+ geometry"));
+        QCOMPARE(f.inspector->RowCount(), rows);
+    }
+
+    void theMarkerOpensAFlagsRowWhoseElementLinesHaveNone()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.label);
+        QVERIFY(f.show());
+        const int alignment = f.row(QStringLiteral("alignment"));
+        QCOMPARE(f.inspector->Strings()->Names(alignment), QStringLiteral("+ alignment"));
+        const QRect marker = f.inspector->MarkerRect(alignment);
+        QVERIFY(!marker.isEmpty());
+        RealInput::click(f.inspector->viewport(), marker.center());
+        QTRY_COMPARE(f.inspector->Strings()->Names(alignment), QStringLiteral("- alignment"));
+        QCOMPARE(f.inspector->Strings()->Names(alignment + 1).trimmed(), QStringLiteral("AlignLeft"));
+        // Element lines have no marker.
+        QVERIFY(f.inspector->MarkerRect(alignment + 1).isEmpty());
     }
 
     // ---- Read-only properties ----
