@@ -814,6 +814,25 @@ void TVhoObjInspector::KeyDown(int &Key, Qt::KeyboardModifiers Shift)
     TVhoValueListEditor::KeyDown(Key, Shift);
     if (Key == 13)
         DoOnValidate();
+    else if (Key == Qt::Key_Escape)
+        clearError();
+}
+
+void TVhoObjInspector::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    // The view hands the open editor's text over here, before the line
+    // changes; its check comes after, so a value refused on the way out
+    // still shows.
+    TVhoValueListEditor::currentChanged(current, previous);
+    if (!m_refreshing && current.isValid() && previous.isValid() && current.row() != previous.row())
+        clearError();
+}
+
+void TVhoObjInspector::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    TVhoValueListEditor::closeEditor(editor, hint);
+    if (hint == QAbstractItemDelegate::RevertModelCache)
+        clearError();
 }
 
 void TVhoObjInspector::EditButtonClick(QObject *)

@@ -232,6 +232,10 @@ protected:
     void LeftButtonDown(const QPoint &Point) override;
     void DoubleClicked(const QPoint &Point) override;
     void resizeEvent(QResizeEvent *event) override;
+    // The message of a refused value goes when the user leaves its line or
+    // gives the edit up (Escape).
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     int PropertyFilterStylesInt() const { return int(PropertyFilterStyles()); }

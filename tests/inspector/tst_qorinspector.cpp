@@ -556,6 +556,86 @@ private slots:
         QVERIFY(!f.inspector->Strings()->ItemProps(geometry).ReadOnly);
     }
 
+    // ---- The message of a refused value ----
+
+    void escapeTakesTheMessageAway()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        RealInput::key("Escape");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->LastError(), QString());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QCOMPARE(f.inspector->InplaceEditor(), nullptr);
+        QCOMPARE(f.b1->autoRepeatDelay(), 300);
+        // With the line's editor open again (F2), Escape gives the edit up
+        // and takes the message away as well.
+        const int interval = f.row(QStringLiteral("autoRepeatInterval"));
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("xyz"));
+        QTRY_VERIFY(message->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), interval);
+        RealInput::key("F2");
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        QVERIFY(message->isVisible());
+        RealInput::typeText(QStringLiteral("5"));
+        RealInput::key("Escape");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.b1->autoRepeatInterval(), 100);
+        QTRY_COMPARE(f.value(QStringLiteral("autoRepeatInterval")), QStringLiteral("100"));
+    }
+
+    void movingToAnotherLineTakesTheMessageAway()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        // With the arrow key...
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        RealInput::key("Down");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row + 1);
+        // ...and with a click on another line.
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        // A line above: the message covers the grid's last lines.
+        const int other = row - 1;
+        RealInput::click(f.inspector->viewport(), f.cell(other, 0).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), other);
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->LastError(), QString());
+    }
+
+    void aValueRefusedOnTheWayToAnotherLineStillShowsItsMessage()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::typeText(QStringLiteral("abc"));
+        // Leaving the line hands the text over; its refusal comes after.
+        const int other = f.row(QStringLiteral("objectName"));
+        RealInput::click(f.inspector->viewport(), f.cell(other, 0).center());
+        QTRY_VERIFY(message->isVisible());
+        QVERIFY(f.inspector->LastError().contains(QStringLiteral("abc")));
+        QCOMPARE(f.b1->autoRepeatDelay(), 300);
+    }
+
     // ---- Which properties are listed, and how they read ----
 
     void aPictureCursorReadsAsItsNumber()
