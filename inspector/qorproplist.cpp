@@ -6,6 +6,10 @@
 #include "foundation/vhosysutils.h"
 #include "inspector/qorinspector.h"
 
+#include <QWidget>
+
+#include <algorithm>
+
 namespace {
 
 QList<QObject *> plain(const QList<QPointer<QObject>> &Objects)
@@ -45,6 +49,30 @@ bool isComponentClass(PTypeInfo PTI)
 PTypeInfo boolType()
 {
     return TypeInfoOf<bool>();
+}
+
+// The properties of a window: on a control inside a form they do nothing
+// (its title, its icon, its opacity...), always read the same (minimized,
+// modal) or repeat another property (its frame geometry is its geometry).
+bool isWindowProperty(const QString &Name)
+{
+    static const QStringList names = {
+        QStringLiteral("windowTitle"),    QStringLiteral("windowIcon"),     QStringLiteral("windowIconText"),
+        QStringLiteral("windowModality"), QStringLiteral("windowOpacity"),  QStringLiteral("windowModified"),
+        QStringLiteral("windowFilePath"), QStringLiteral("fullScreen"),     QStringLiteral("minimized"),
+        QStringLiteral("maximized"),      QStringLiteral("isActiveWindow"), QStringLiteral("modal"),
+        QStringLiteral("frameGeometry"),  QStringLiteral("frameSize"),      QStringLiteral("normalGeometry"),
+    };
+    return names.contains(Name);
+}
+
+// A control: a widget that is not a window and is a component of a form.
+// The form itself keeps its window's properties even while it sits inside
+// the designing application's window, since it is a window when it runs.
+bool isControl(const QObject *Object)
+{
+    const auto *widget = qobject_cast<const QWidget *>(Object);
+    return widget && !widget->isWindow() && Owner(widget);
 }
 
 } // namespace
@@ -281,8 +309,11 @@ void TObjInspecPropList::ListAllProps()
     }
     const QList<PPropInfo> &props = m_classInformation.PropAndEventList();
     auto *ex = dynamic_cast<TObjInspecPropListEx *>(this);
+    const bool controls = std::any_of(objects.begin(), objects.end(), isControl);
     for (PPropInfo prop : props) {
         if (objects.size() > 1 && !PropInfoInComps(prop, objects))
+            continue;
+        if (controls && isWindowProperty(prop->Name))
             continue;
         auto item = std::make_unique<TObjInspecPropertyItem>(first, prop);
         if (ex)

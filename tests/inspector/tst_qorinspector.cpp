@@ -638,6 +638,45 @@ private slots:
 
     // ---- Which properties are listed, and how they read ----
 
+    void aControlInsideAFormListsNoWindowProperties()
+    {
+        Fixture f;
+        const QStringList windowOnly = {QStringLiteral("windowTitle"),   QStringLiteral("windowIcon"),
+                                        QStringLiteral("windowOpacity"), QStringLiteral("windowModality"),
+                                        QStringLiteral("windowModified"), QStringLiteral("windowFilePath"),
+                                        QStringLiteral("windowIconText"), QStringLiteral("fullScreen"),
+                                        QStringLiteral("minimized"),     QStringLiteral("maximized"),
+                                        QStringLiteral("isActiveWindow"), QStringLiteral("modal"),
+                                        QStringLiteral("frameGeometry"), QStringLiteral("frameSize"),
+                                        QStringLiteral("normalGeometry")};
+        f.inspector->SetActiveComponent(f.b1);
+        for (const QString &name : windowOnly)
+            QVERIFY2(f.row(name) < 0, qPrintable(name));
+        QVERIFY(f.row(QStringLiteral("geometry")) >= 0);
+        QVERIFY(f.row(QStringLiteral("toolTip")) >= 0);
+        // The form itself is a window: it lists them.
+        f.inspector->SetActiveComponent(f.form.get());
+        for (const QString &name : windowOnly)
+            QVERIFY2(f.row(name) >= 0, qPrintable(name));
+        // A window among the selection does not bring them back for a control.
+        f.inspector->SetActiveComponents(QList<QObject *>{f.form.get(), f.b1});
+        QCOMPARE(f.row(QStringLiteral("windowTitle")), -1);
+        QVERIFY(f.row(QStringLiteral("geometry")) >= 0);
+    }
+
+    void aFormInsideTheApplicationsWindowKeepsItsWindowProperties()
+    {
+        Fixture f;
+        QWidget host;
+        f.form->setParent(&host);
+        QVERIFY(!f.form->isWindow());
+        f.inspector->SetActiveComponent(f.form.get());
+        QVERIFY(f.row(QStringLiteral("windowTitle")) >= 0);
+        f.inspector->SetActiveComponent(f.b2);
+        QCOMPARE(f.row(QStringLiteral("windowTitle")), -1);
+        f.form->setParent(nullptr);
+    }
+
     void aPictureCursorReadsAsItsNumber()
     {
         Fixture f;
