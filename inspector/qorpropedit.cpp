@@ -79,8 +79,41 @@ TPropertyAttributes TPropertyEditor::GetAttributes() const
     return paMultiSelect | paRevertable;
 }
 
+namespace {
+
+// Whether the live objects of an editor hold equal values; the first of
+// them comes back in First (-1 when none is alive).
+bool equalValues(const TPropertyEditor &Editor, int &First)
+{
+    First = -1;
+    QVariant value;
+    for (int i = 0; i < Editor.PropCount(); ++i) {
+        QObject *object = Editor.GetComponent(i);
+        if (!object)
+            continue;
+        const QVariant own = GetPropValue(object, Editor.GetPropInfo(i));
+        if (First < 0) {
+            First = i;
+            value = own;
+        } else if (own.metaType() != value.metaType() || own != value) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool TPropertyEditor::TextFollowsValue() const
+{
+    return false;
+}
+
 QString TPropertyEditor::GetValue() const
 {
+    int alike = -1;
+    if (PropCount() > 1 && TextFollowsValue() && equalValues(*this, alike))
+        return alike < 0 ? QString() : GetValueAt(alike);
     // Several objects that disagree show nothing, as the value texts do.
     QString result;
     bool first = true;
@@ -137,6 +170,9 @@ void TPropertyEditor::Initialize()
 
 bool TPropertyEditor::AllEqual() const
 {
+    int alike = -1;
+    if (PropCount() > 1 && TextFollowsValue() && equalValues(*this, alike))
+        return true;
     QString text;
     bool first = true;
     for (int i = 0; i < PropCount(); ++i) {

@@ -21,6 +21,7 @@ class QORDESIGN_EXPORT TIntegerProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
 };
 
 // The whole 64 bits, signed or unsigned as the property is.
@@ -28,6 +29,7 @@ class QORDESIGN_EXPORT TInt64Property : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -36,6 +38,7 @@ class QORDESIGN_EXPORT TFloatProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
 };
 
 // One character, or "#" and its code for one that cannot be typed; ""
@@ -44,6 +47,7 @@ class QORDESIGN_EXPORT TCharProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -53,6 +57,7 @@ class QORDESIGN_EXPORT TStringProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void Edit() override;
 };
@@ -62,6 +67,7 @@ class QORDESIGN_EXPORT TEnumProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
 };
@@ -80,6 +86,7 @@ class QORDESIGN_EXPORT TSetProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetProperties(const TGetPropProc &Proc) const override;
 };
@@ -89,6 +96,7 @@ class QORDESIGN_EXPORT TSetElementProperty : public TPropertyEditor
 {
 public:
     TSetElementProperty(IDesigner *Designer, int PropCount, const QString &Element);
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetName() const override;
     QString GetValueAt(int Index) const override;
@@ -104,6 +112,7 @@ class QORDESIGN_EXPORT TColorProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
     void Edit() override;
@@ -114,6 +123,7 @@ class QORDESIGN_EXPORT TCursorProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
 };
@@ -128,6 +138,7 @@ class QORDESIGN_EXPORT TClassProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -148,6 +159,7 @@ class QORDESIGN_EXPORT TKeySequenceProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -173,6 +185,7 @@ class QORDESIGN_EXPORT TStringListProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -184,6 +197,7 @@ class QORDESIGN_EXPORT TDateTimeProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -193,6 +207,7 @@ class QORDESIGN_EXPORT TRecordProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
 };

@@ -29,6 +29,8 @@
 #include <QTimer>
 
 #include <bit>
+#include <memory>
+#include <vector>
 
 class Gauge : public QWidget
 {
@@ -944,6 +946,46 @@ private slots:
         icon->SetValue(QString());
         QVERIFY(b.icon().isNull());
         QCOMPARE(icon->GetValue(), QStringLiteral("(none)"));
+    }
+
+    void objectsWithEqualValuesShareOneTextUnlessTheTextReadsMore()
+    {
+        QList<QObject *> hundred;
+        std::vector<std::unique_ptr<Gauge>> gauges;
+        for (int i = 0; i < 100; ++i) {
+            gauges.push_back(std::make_unique<Gauge>());
+            gauges.back()->level = 5;
+            hundred.append(gauges.back().get());
+        }
+        auto level = editorFor(hundred, "level");
+        QVERIFY(level->TextFollowsValue());
+        QCOMPARE(level->GetValue(), QStringLiteral("5"));
+        QVERIFY(level->AllEqual());
+        gauges.back()->level = 6;
+        QCOMPARE(level->GetValue(), QString());
+        QVERIFY(!level->AllEqual());
+        // An editor of an application's own may read more than the value.
+        QVERIFY(!TPropertyEditor(nullptr, 1).TextFollowsValue());
+
+        // A reference is named from each object's own form: one button
+        // seen from two forms has two names, though both hold the same.
+        QWidget formA, formB;
+        formA.setObjectName(QStringLiteral("FormA"));
+        formB.setObjectName(QStringLiteral("FormB"));
+        auto *button = new QPushButton(&formA);
+        button->setObjectName(QStringLiteral("Button1"));
+        InsertComponent(&formA, button);
+        auto *near = new Gauge(&formA);
+        auto *far = new Gauge(&formB);
+        InsertComponent(&formA, near);
+        InsertComponent(&formB, far);
+        near->target = far->target = button;
+        auto target = editorFor({near, far}, "target");
+        QVERIFY(!target->TextFollowsValue());
+        QCOMPARE(editorFor({near}, "target")->GetValue(), QStringLiteral("Button1"));
+        QCOMPARE(editorFor({far}, "target")->GetValue(), QStringLiteral("FormA.Button1"));
+        QCOMPARE(target->GetValue(), QString());
+        QVERIFY(!target->AllEqual());
     }
 
     void aReferenceIsWrittenToSeveralObjects()
