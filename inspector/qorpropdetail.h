@@ -53,6 +53,9 @@ public:
     QList<QObject *> GetBasedObjects() const;
     bool HasBasedObjects() const { return m_hasBasedObjects; }
     void SetBasedObjects(const QList<QObject *> &Objects);
+    // The same from a guarded list, shared rather than copied: a property
+    // list hands its one list to each of its rows.
+    void SetBasedObjects(const QList<QPointer<QObject>> &Objects);
     PPropInfo GetPropInfoRef() const { return m_propInfo; }
     void SetPropInfoRef(PPropInfo PropInfo);
     QString GetPropName() const;

@@ -6,6 +6,7 @@
 #include "foundation/vhosysutils.h"
 #include "inspector/qorinspector.h"
 
+#include <QVarLengthArray>
 #include <QWidget>
 
 #include <algorithm>
@@ -310,15 +311,25 @@ void TObjInspecPropList::ListAllProps()
     const QList<PPropInfo> &props = m_classInformation.PropAndEventList();
     auto *ex = dynamic_cast<TObjInspecPropListEx *>(this);
     const bool controls = std::any_of(objects.begin(), objects.end(), isControl);
+    // Whether a property is shared is a question for each class once.
+    QList<QObject *> oneOfEachClass;
+    QVarLengthArray<const QMetaObject *, 8> classes;
+    for (QObject *object : std::as_const(objects)) {
+        const QMetaObject *cls = InstanceClass(object);
+        if (std::find(classes.begin(), classes.end(), cls) == classes.end()) {
+            classes.append(cls);
+            oneOfEachClass.append(object);
+        }
+    }
     for (PPropInfo prop : props) {
-        if (objects.size() > 1 && !PropInfoInComps(prop, objects))
+        if (oneOfEachClass.size() > 1 && !PropInfoInComps(prop, oneOfEachClass))
             continue;
         if (controls && isWindowProperty(prop->Name))
             continue;
         auto item = std::make_unique<TObjInspecPropertyItem>(first, prop);
         if (ex)
             item->SetObjInspecPropList(ex);
-        item->SetBasedObjects(plain(m_basedObjects));
+        item->SetBasedObjects(m_basedObjects);
         item->SetOwnerObject(GetOwnerObject());
         item->SetOwnerObjects(plain(m_ownerObjects));
         item->RefreshEx(false);
@@ -389,11 +400,13 @@ bool TObjInspecPropListEx::CheckIfOutputThisProp(TObjInspecPropertyItem *Item)
     } else if (!output.contains(name, Qt::CaseInsensitive)) {
         return false;
     }
-    int based = 0;
-    for (QObject *object : GetBasedObjects())
-        based += object != nullptr;
-    if (Item->PropEditor() && !(Item->PropEditor()->GetAttributes() & paMultiSelect) && based > 1)
-        return false;
+    if (Item->PropEditor() && !(Item->PropEditor()->GetAttributes() & paMultiSelect)) {
+        int based = 0;
+        for (const QPointer<QObject> &object : m_basedObjects)
+            based += !object.isNull();
+        if (based > 1)
+            return false;
+    }
     return m_propertyFilterStyles.testFlag(event ? pfEvent : pfProperty);
 }
 
