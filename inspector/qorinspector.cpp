@@ -449,6 +449,17 @@ TVhoObjInspector::TVhoObjInspector(QWidget *Parent)
     m_propList->SetValueListStrings(Strings());
     m_propList->SetInspector(this);
     m_propList->SetAutoUpdateOutput(true);
+    // A value is read from the objects when its line is shown (or asked
+    // for): a hundred objects cost a property read each per line.
+    Strings()->SetValueMaker([](TObject *Object) {
+        // Made while the grid paints: a failing read shows an empty value
+        // rather than leave the paint.
+        try {
+            return ObjInspecValueText(Object);
+        } catch (const std::exception &) {
+            return QString();
+        }
+    });
     OnEditButtonClick = [this](QObject *Sender) { EditButtonClick(Sender); };
     OnKeyDown = [this](QObject *Sender, int &Key, Qt::KeyboardModifiers Shift) { SelfKeyDown(Sender, Key, Shift); };
     m_errorLabel->setObjectName(QStringLiteral("qor_inspector_error"));
@@ -700,19 +711,18 @@ void TVhoObjInspector::RefreshValues()
     if (!ActiveComponent() && m_propList->GetBasedObjects().isEmpty())
         return;
     TValueListStrings *strings = Strings();
+    // The lines in view are read again now, and repainted where a value
+    // changed; the others are read when they come into view.
+    const QRect view = viewport()->rect();
+    int first = isVisible() ? rowAt(view.top()) : -1;
+    int last = isVisible() ? rowAt(view.bottom()) : -1;
+    if (first >= 0 && last < 0)
+        last = strings->Count() - 1;
     for (int i = 0; i < strings->Count(); ++i) {
-        TObject *object = strings->Objects(i);
-        QString value;
-        if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(object)) {
-            const PPropInfo info = item->GetPropInfoRef();
-            const bool classWithList = info && info->PropType->Kind == tkClass && item->GetHasValueList();
-            value = item->PropEditor() && !classWithList ? item->PropEditor()->GetValue() : item->GetPropValueStr();
-            value = m_propList->IdentToLabel(item->GetPropTypeInfoRef(), value, trPropValue);
-        } else if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
-            const QString set = element->BasedProperty() ? element->BasedProperty()->GetPropValueStr() : QString();
-            value = BoolToStr(set.contains(element->GetValueString()), true);
-        }
-        strings->SetStrings(i, strings->Names(i) + QLatin1Char('=') + value);
+        if (i >= first && i <= last && first >= 0)
+            strings->SetValueFromIndex(i, strings->ValueMaker()(strings->Objects(i)));
+        else
+            strings->SetValuePending(i);
     }
 }
 

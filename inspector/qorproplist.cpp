@@ -520,13 +520,10 @@ void TObjInspecPropListEx::AppendToStrings(TValueListStrings *Strings)
             continue;
         const PTypeInfo type = item->GetPropTypeInfoRef();
         const QString name = GetIndentStrs(i) + IdentToLabel(type, item->GetPropName(), trPropName);
-        QString value;
-        if (item->PropEditor() && !(isClassRow(item->GetPropInfoRef()) && item->GetHasValueList()))
-            value = item->PropEditor()->GetValue();
-        else
-            value = item->GetPropValueStr();
-        value = IdentToLabel(type, value, trPropValue);
-        const int line = Strings->AddObject(QStringLiteral("%1=%2").arg(name, value), item);
+        // Strings that make their values when read are spared the values
+        // of the lines nobody looks at.
+        const int line = Strings->ValueMaker() ? Strings->AddPending(name, item)
+                                               : Strings->AddObject(name + QLatin1Char('=') + ValueTextOf(item), item);
         if (Strings == m_valueListStrings)
             setItemProps(Strings, line, item);
         if (item->GetExpanded() && item->SubList()) {
@@ -534,6 +531,29 @@ void TObjInspecPropListEx::AppendToStrings(TValueListStrings *Strings)
             item->SubList()->AppendToStrings(Strings);
         }
     }
+}
+
+QString TObjInspecPropListEx::ValueTextOf(TObjInspecPropertyItem *Item)
+{
+    if (!Item)
+        return {};
+    QString value;
+    if (Item->PropEditor() && !(isClassRow(Item->GetPropInfoRef()) && Item->GetHasValueList()))
+        value = Item->PropEditor()->GetValue();
+    else
+        value = Item->GetPropValueStr();
+    return IdentToLabel(Item->GetPropTypeInfoRef(), value, trPropValue);
+}
+
+QString ObjInspecValueText(TObject *Object)
+{
+    if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Object))
+        return item->PropList() ? item->PropList()->ValueTextOf(item) : item->GetPropValueStr();
+    if (auto *element = dynamic_cast<TSetItemConst *>(Object)) {
+        const QString set = element->BasedProperty() ? element->BasedProperty()->GetPropValueStr() : QString();
+        return BoolToStr(set.contains(element->GetValueString()), true);
+    }
+    return {};
 }
 
 void TObjInspecPropListEx::AppendToValueListStrings()

@@ -690,6 +690,40 @@ private slots:
         QCOMPARE(f.value(QStringLiteral("cursor")), QStringLiteral("IBeamCursor"));
     }
 
+    // ---- Values read as lines are shown ----
+
+    void refreshedValuesInViewAreReadAtOnceTheOthersWhenShown()
+    {
+        Fixture f;
+        f.inspector->resize(320, 200);
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2});
+        QVERIFY(f.show());
+        QTRY_VERIFY(!f.inspector->Strings()->ValuePending(0));
+        const int top = f.row(QStringLiteral("autoDefault"));
+        const int bottom = f.row(QStringLiteral("whatsThis"));
+        QVERIFY(top >= 0 && bottom > top);
+        QVERIFY(f.inspector->visualRect(f.inspector->model()->index(top, 1)).intersects(f.inspector->viewport()->rect()));
+        QVERIFY(!f.inspector->visualRect(f.inspector->model()->index(bottom, 1)).intersects(f.inspector->viewport()->rect()));
+        // Lines nobody has looked at are not read.
+        QVERIFY(f.inspector->Strings()->ValuePending(bottom));
+        QSignalSpy lines(f.inspector->Strings(), &TValueListStrings::LineChanged);
+        for (QPushButton *b : {f.b1, f.b2}) {
+            b->setAutoDefault(true);
+            b->setWhatsThis(QStringLiteral("Help"));
+        }
+        f.inspector->RefreshValues();
+        // The line in view is read now and announced...
+        QVERIFY(!f.inspector->Strings()->ValuePending(top));
+        QCOMPARE(lines.count(), 1);
+        QCOMPARE(lines.first().at(0).toInt(), top);
+        QCOMPARE(f.inspector->Strings()->ValueFromIndex(top), QStringLiteral("True"));
+        // ...the other one when shown.
+        QVERIFY(f.inspector->Strings()->ValuePending(bottom));
+        f.inspector->scrollTo(f.inspector->model()->index(bottom, 1));
+        QTRY_VERIFY(!f.inspector->Strings()->ValuePending(bottom));
+        QCOMPARE(f.value(QStringLiteral("whatsThis")), QStringLiteral("Help"));
+    }
+
     void theDesignSurfaceFeedsTheInspectorAndFollowsItsEdits()
     {
         Fixture f;

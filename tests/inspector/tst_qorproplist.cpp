@@ -10,6 +10,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 class Gauge : public QWidget
@@ -345,6 +346,76 @@ private slots:
         QVERIFY(l.strings.ItemProps(x).Locked);
         QCOMPARE(l.strings.ItemProps(x).EditStyle, esSimple);
         QVERIFY(!l.strings.ItemProps(focusPolicy).Locked);
+    }
+
+    // ---- Values made when read ----
+
+    void aPendingValueIsMadeWhenFirstReadAndAgainOnlyWhenForgotten()
+    {
+        TValueListStrings strings;
+        TObject one;
+        TObject *first = &one;
+        int made = 0;
+        strings.SetValueMaker([&made, first](TObject *Object) {
+            ++made;
+            return Object == first ? QStringLiteral("one") : QStringLiteral("other");
+        });
+        const int line = strings.AddPending(QStringLiteral("  a"), first);
+        strings.AddPending(QStringLiteral("  b"), nullptr);
+        QVERIFY(strings.ValuePending(line));
+        // The name needs no value.
+        QCOMPARE(strings.Names(line), QStringLiteral("  a"));
+        QCOMPARE(made, 0);
+        QCOMPARE(strings.ValueFromIndex(line), QStringLiteral("one"));
+        QCOMPARE(strings.Strings(line), QStringLiteral("  a=one"));
+        QCOMPARE(made, 1);
+        QVERIFY(!strings.ValuePending(line));
+        QCOMPARE(strings.Objects(line), first);
+        // Forgotten: made again on the next read, silently.
+        QSignalSpy changed(&strings, &TValueListStrings::LineChanged);
+        strings.SetValuePending(line);
+        QCOMPARE(strings.Names(line), QStringLiteral("  a"));
+        QCOMPARE(strings.ValueFromIndex(line), QStringLiteral("one"));
+        QCOMPARE(made, 2);
+        QCOMPARE(changed.count(), 0);
+        // A pending value written over is not made first.
+        strings.SetValueFromIndex(1, QStringLiteral("typed"));
+        QCOMPARE(made, 2);
+        QCOMPARE(strings.Strings(1), QStringLiteral("  b=typed"));
+        QCOMPARE(changed.count(), 1);
+        // Without a maker a pending value reads empty.
+        TValueListStrings bare;
+        bare.AddPending(QStringLiteral("c"), nullptr);
+        QCOMPARE(bare.Strings(0), QStringLiteral("c="));
+    }
+
+    void linesWithValuesMadeWhenReadReadAsLinesFilledAtOnce()
+    {
+        QWidget form;
+        auto *a = new Gauge(&form);
+        auto *b = new Gauge(&form);
+        InsertComponent(&form, a);
+        InsertComponent(&form, b);
+        a->level = b->level = 4;
+        a->setToolTip(QStringLiteral("same"));
+        b->setToolTip(QStringLiteral("same"));
+        b->setGeometry(1, 2, 3, 4);
+        TValueListStrings eager, lazy;
+        lazy.SetValueMaker(&ObjInspecValueText);
+        TObjInspecPropListEx list(nullptr, true);
+        list.SetBasedObjects({a, b});
+        list.SetValueListStrings(&eager);
+        list.UpdateOutputList();
+        list.SetValueListStrings(&lazy);
+        list.UpdateOutputList();
+        QVERIFY(lazy.Count() > 20);
+        QVERIFY(lazy.ValuePending(0));
+        QCOMPARE(lazy.Count(), eager.Count());
+        for (int i = 0; i < eager.Count(); ++i)
+            QCOMPARE(lazy.Strings(i), eager.Strings(i));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("level"))), QStringLiteral("4"));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("toolTip"))), QStringLiteral("same"));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("geometry"))), QString());
     }
 
     void rowsAreFoundByTheirDisplayLabels()
