@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -234,6 +235,20 @@ TValueListEditor::TValueListEditor(QWidget *Parent)
                     | QAbstractItemView::AnyKeyPressed | QAbstractItemView::CurrentChanged);
     setWordWrap(false);
     setColumnWidth(0, 100);
+    // A column resized (the value column stretched when the scroll bar
+    // comes or goes, the name column dragged) is laid out and repainted at
+    // once: the view's own deferred handling repaints the grid a second
+    // time after a new selection has just been painted.
+    if (disconnect(horizontalHeader(), SIGNAL(sectionResized(int,int,int)), this, SLOT(columnResized(int,int,int))))
+        connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+            // Only columns wider than the grid change its horizontal
+            // scrolling; the stretched value column never does.
+            if (horizontalHeader()->length() > viewport()->width() || horizontalScrollBar()->maximum() > 0)
+                updateGeometries();
+            else
+                updateEditorGeometries();
+            viewport()->update();
+        });
     // The grid keeps its row when its lines are rebuilt, or the last one
     // when there are fewer now; a grid with lines always has a current one.
     connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_rowBeforeReset = Row(); });
