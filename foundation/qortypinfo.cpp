@@ -25,6 +25,16 @@ QString classNameOf(const QObject *Instance)
     return Instance ? QorClassName(InstanceClass(Instance)) : QString();
 }
 
+// The value object an instance is, found without walking its class chain
+// (the class has no subclasses: its constructor is private). Every value
+// the inspector reads asks this of its object.
+TQorValueObject *asValueObject(const QObject *Instance)
+{
+    return Instance && Instance->metaObject() == &TQorValueObject::staticMetaObject
+        ? static_cast<TQorValueObject *>(const_cast<QObject *>(Instance))
+        : nullptr;
+}
+
 bool isNamed(PTypeInfo PTI, const char *Name)
 {
     return PTI && PTI->Name.compare(QLatin1String(Name), Qt::CaseInsensitive) == 0;
@@ -73,7 +83,7 @@ const QMetaObject *InstanceClass(const QObject *Instance)
 {
     if (!Instance)
         return nullptr;
-    if (auto *value = qobject_cast<const TQorValueObject *>(Instance))
+    if (auto *value = asValueObject(Instance))
         return value->Descriptor();
     return Instance->metaObject();
 }
@@ -93,7 +103,7 @@ PPropInfo InstancePropInfo(const QObject *Instance, PPropInfo PropInfo)
 QVariant GetPropValue(const QObject *Instance, PPropInfo PropInfo)
 {
     PPropInfo own = InstancePropInfo(Instance, PropInfo);
-    if (auto *value = qobject_cast<const TQorValueObject *>(Instance))
+    if (auto *value = asValueObject(Instance))
         return GetValueTypeField(value->Value(), own);
     return own->Property.read(Instance);
 }
@@ -104,7 +114,7 @@ void SetPropValue(QObject *Instance, PPropInfo PropInfo, const QVariant &Value)
     // Qt writes an empty variant as the type's default value: refused here.
     if (!Value.isValid())
         throw EPropertyError(QStringLiteral("Property %1 cannot take an empty value").arg(own->Name));
-    if (auto *value = qobject_cast<TQorValueObject *>(Instance)) {
+    if (auto *value = asValueObject(Instance)) {
         QVariant whole = value->Value();
         if (!SetValueTypeField(whole, own, Value) || !value->SetValue(whole))
             throw EPropertyError(QStringLiteral("Property %1 cannot take this value").arg(own->Name));
@@ -327,6 +337,11 @@ QColor StringToColor(const QString &Text)
 
 bool CursorToIdent(int Cursor, QString &Ident)
 {
+    // A picture cursor (BitmapCursor, CustomCursor) has a key in Qt's
+    // enumeration, but writing that key back cannot bring the picture back:
+    // only the shapes a user can pick have identifiers.
+    if (Cursor < 0 || Cursor > Qt::LastCursor)
+        return false;
     const char *key = QMetaEnum::fromType<Qt::CursorShape>().valueToKey(Cursor);
     if (!key)
         return false;

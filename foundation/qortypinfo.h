@@ -97,7 +97,8 @@ QORDESIGN_EXPORT qint64 StringToSet(PTypeInfo SetType, const QString &Value);
 // back, EConvertError for a text that names no colour.
 QORDESIGN_EXPORT QString ColorToString(const QColor &Color);
 QORDESIGN_EXPORT QColor StringToColor(const QString &Text);
-// A cursor shape's identifier; false when the shape has none.
+// A cursor shape's identifier; false when the shape has none, as for the
+// picture cursors (BitmapCursor, CustomCursor): those read as numbers.
 QORDESIGN_EXPORT bool CursorToIdent(int Cursor, QString &Ident);
 // A cursor shape by identifier or number; EConvertError otherwise.
 QORDESIGN_EXPORT int StringToCursor(const QString &Text);

@@ -38,6 +38,8 @@ struct TypeRegistry
     QHash<const QMetaObject *, QList<PPropInfo>> propLists;
     std::map<std::pair<const QMetaObject *, int>, std::unique_ptr<TPropInfo>> events;
     QHash<const QMetaObject *, QList<PPropInfo>> eventLists;
+    // The published property of a class by name; nil for none.
+    QHash<std::pair<const QMetaObject *, QString>, PPropInfo> byName;
 };
 
 TypeRegistry &registry()
@@ -421,8 +423,19 @@ PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName, TTypeKi
 {
     if (!Class || PropName.isEmpty())
         return nullptr;
-    const int index = Class->indexOfProperty(PropName.toLatin1().constData());
-    if (index < 0 || !Class->property(index).isDesignable()) {
+    TypeRegistry &reg = registry();
+    std::lock_guard lock(reg.mutex);
+    // Each class and name is looked up once: the inspector asks again for
+    // every row and every class of a selection.
+    const auto key = std::make_pair(Class, PropName);
+    auto known = reg.byName.constFind(key);
+    if (known == reg.byName.constEnd()) {
+        const int index = Class->indexOfProperty(PropName.toLatin1().constData());
+        const bool published = index >= 0 && Class->property(index).isDesignable();
+        known = reg.byName.insert(key, published ? propInfo(reg, Class, index) : nullptr);
+    }
+    const PPropInfo info = *known;
+    if (!info) {
         if (!Kinds.contains(tkMethod))
             return nullptr;
         for (PPropInfo event : GetEventInfos(Class)) {
@@ -431,9 +444,6 @@ PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName, TTypeKi
         }
         return nullptr;
     }
-    TypeRegistry &reg = registry();
-    std::lock_guard lock(reg.mutex);
-    PPropInfo info = propInfo(reg, Class, index);
     return Kinds.contains(info->PropType->Kind) ? info : nullptr;
 }
 
@@ -578,15 +588,44 @@ void TClassInformation::Update()
     TRTTIInformation::Update();
     if (!m_PTI)
         return;
-    GetParentClassNames(m_PTD, m_ParentClassNames);
-    m_PropList.clear();
-    m_PropCount = m_PTD->PropCount;
-    if (m_PropCount != 0) {
-        m_PropList = GetPropInfos(m_PTI);
-        SortPropList(m_PropList);
+    // Every row of the inspector describes its objects' class: the sorted
+    // lists are made once per class, and shared afterwards.
+    struct Sorted
+    {
+        QStringList parents;
+        QList<PPropInfo> props;
+        QList<PPropInfo> events;
+        QList<PPropInfo> both;
+    };
+    static QHash<PTypeInfo, Sorted> cache;
+    TypeRegistry &reg = registry();
+    std::lock_guard lock(reg.mutex);
+    auto known = cache.constFind(m_PTI);
+    if (known == cache.constEnd()) {
+        Sorted sorted;
+        GetParentClassNames(m_PTD, sorted.parents);
+        if (m_PTD->PropCount != 0) {
+            sorted.props = GetPropInfos(m_PTI);
+            // The fields of a value read in their natural order (x, y,
+            // width, height), which their descriptor declares; a class's
+            // properties are many, and found by name.
+            if (!DescribedValueType(m_PTD->ClassType).isValid())
+                SortPropList(sorted.props);
+        }
+        sorted.events = GetEventInfos(m_PTD->ClassType);
+        SortPropList(sorted.events);
+        sorted.both = sorted.props;
+        if (!sorted.events.isEmpty()) {
+            sorted.both += sorted.events;
+            SortPropList(sorted.both);
+        }
+        known = cache.insert(m_PTI, sorted);
     }
-    m_EventList = GetEventInfos(m_PTD->ClassType);
-    SortPropList(m_EventList);
+    m_ParentClassNames = known->parents;
+    m_PropCount = m_PTD->PropCount;
+    m_PropList = known->props;
+    m_EventList = known->events;
+    m_PropAndEventList = known->both;
 }
 
 QString TClassInformation::ClassNameStr() const

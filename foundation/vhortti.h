@@ -227,7 +227,8 @@ protected:
     PTypeInfo m_PTI = nullptr;
 };
 
-// A class: its ancestors and its published properties in name order.
+// A class: its ancestors and its published properties in name order (a
+// value type's fields in the order its descriptor declares them).
 class QORDESIGN_EXPORT TClassInformation : public TRTTIInformation
 {
 public:
@@ -237,10 +238,14 @@ public:
     // The nearest ancestor first, the root class last.
     const QStringList &ParentClassNames() const { return m_ParentClassNames; }
     qint32 PropCount() const { return m_PropCount; }
-    // The published properties sorted by name; empty while PropCount is 0.
+    // The published properties sorted by name (the fields of a value type
+    // in their declaration order); empty while PropCount is 0.
     const QList<PPropInfo> &PropList() const { return m_PropList; }
     // The events sorted by name.
     const QList<PPropInfo> &EventList() const { return m_EventList; }
+    // The properties and the events together, in the order the inspector
+    // lists them: by name, a value type's fields as declared.
+    const QList<PPropInfo> &PropAndEventList() const { return m_PropAndEventList; }
 
     QString ClassNameStr() const;
     const QMetaObject *ClassTypeRef() const;
@@ -261,6 +266,7 @@ private:
     qint32 m_PropCount = 0;
     QList<PPropInfo> m_PropList;
     QList<PPropInfo> m_EventList;
+    QList<PPropInfo> m_PropAndEventList;
 };
 
 // An enumeration, or a type shown as a list of named values.

@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QScrollBar>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QToolButton>
@@ -45,7 +47,13 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override
     {
-        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+        if (!index.isValid())
+            return {};
+        // A value that cannot be written reads greyed, as a disabled
+        // control's text does.
+        if (role == Qt::ForegroundRole && index.column() == 1 && m_strings->ItemProps(index.row()).Locked)
+            return m_grid->palette().brush(QPalette::Disabled, QPalette::Text);
+        if (role != Qt::DisplayRole && role != Qt::EditRole)
             return {};
         return index.column() == 0 ? m_strings->Names(index.row()) : m_strings->ValueFromIndex(index.row());
     }
@@ -56,7 +64,7 @@ public:
         if (index.column() == 1) {
             const TItemProp props = m_strings->ItemProps(index.row());
             // A read-only line with a dialog still shows its button.
-            if (!props.ReadOnly || props.EditStyle == esEllipsis)
+            if (!props.Locked && (!props.ReadOnly || props.EditStyle == esEllipsis))
                 flags |= Qt::ItemIsEditable;
         }
         return flags;
@@ -227,6 +235,20 @@ TValueListEditor::TValueListEditor(QWidget *Parent)
                     | QAbstractItemView::AnyKeyPressed | QAbstractItemView::CurrentChanged);
     setWordWrap(false);
     setColumnWidth(0, 100);
+    // A column resized (the value column stretched when the scroll bar
+    // comes or goes, the name column dragged) is laid out and repainted at
+    // once: the view's own deferred handling repaints the grid a second
+    // time after a new selection has just been painted.
+    if (disconnect(horizontalHeader(), SIGNAL(sectionResized(int,int,int)), this, SLOT(columnResized(int,int,int))))
+        connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+            // Only columns wider than the grid change its horizontal
+            // scrolling; the stretched value column never does.
+            if (horizontalHeader()->length() > viewport()->width() || horizontalScrollBar()->maximum() > 0)
+                updateGeometries();
+            else
+                updateEditorGeometries();
+            viewport()->update();
+        });
     // The grid keeps its row when its lines are rebuilt, or the last one
     // when there are fewer now; a grid with lines always has a current one.
     connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_rowBeforeReset = Row(); });
@@ -307,6 +329,10 @@ void TValueListEditor::KeyDown(int &, Qt::KeyboardModifiers)
 {
 }
 
+void TValueListEditor::keyboardSearch(const QString &)
+{
+}
+
 // ---- TVhoValueListEditor -----------------------------------------------
 
 TVhoValueListEditor::TVhoValueListEditor(QWidget *Parent)
@@ -341,6 +367,26 @@ void TVhoValueListEditor::EndResizeCol(const QPoint &Point)
 {
     ResizeColTo(Point);
     m_resizing = false;
+}
+
+QRect TVhoValueListEditor::MarkerRect(int Row) const
+{
+    const QString name = Strings()->Names(Row);
+    qsizetype at = 0;
+    while (at < name.size() && name.at(at) == QLatin1Char(' '))
+        ++at;
+    if (at >= name.size() || (name.at(at) != QLatin1Char('+') && name.at(at) != QLatin1Char('-')))
+        return {};
+    // Where the item delegate draws the name: inside the cell's text
+    // margins, in the grid's font, blanks of the indent included.
+    const QRect cell = visualRect(model()->index(Row, 0));
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    const QFontMetrics metrics(font());
+    const int left = cell.left() + margin + metrics.horizontalAdvance(name.left(at));
+    // The sign is small: the blank after it and a few pixels before it
+    // count as well.
+    const QRect marker(left - 3, cell.top(), metrics.horizontalAdvance(name.mid(at, 2)) + 3, cell.height());
+    return marker.intersected(cell);
 }
 
 void TVhoValueListEditor::LeftButtonDown(const QPoint &)
@@ -418,6 +464,17 @@ TVhoObjInspector::TVhoObjInspector(QWidget *Parent)
     m_propList->SetValueListStrings(Strings());
     m_propList->SetInspector(this);
     m_propList->SetAutoUpdateOutput(true);
+    // A value is read from the objects when its line is shown (or asked
+    // for): a hundred objects cost a property read each per line.
+    Strings()->SetValueMaker([](TObject *Object) {
+        // Made while the grid paints: a failing read shows an empty value
+        // rather than leave the paint.
+        try {
+            return ObjInspecValueText(Object);
+        } catch (const std::exception &) {
+            return QString();
+        }
+    });
     OnEditButtonClick = [this](QObject *Sender) { EditButtonClick(Sender); };
     OnKeyDown = [this](QObject *Sender, int &Key, Qt::KeyboardModifiers Shift) { SelfKeyDown(Sender, Key, Shift); };
     m_errorLabel->setObjectName(QStringLiteral("qor_inspector_error"));
@@ -669,19 +726,18 @@ void TVhoObjInspector::RefreshValues()
     if (!ActiveComponent() && m_propList->GetBasedObjects().isEmpty())
         return;
     TValueListStrings *strings = Strings();
+    // The lines in view are read again now, and repainted where a value
+    // changed; the others are read when they come into view.
+    const QRect view = viewport()->rect();
+    int first = isVisible() ? rowAt(view.top()) : -1;
+    int last = isVisible() ? rowAt(view.bottom()) : -1;
+    if (first >= 0 && last < 0)
+        last = strings->Count() - 1;
     for (int i = 0; i < strings->Count(); ++i) {
-        TObject *object = strings->Objects(i);
-        QString value;
-        if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(object)) {
-            const PPropInfo info = item->GetPropInfoRef();
-            const bool classWithList = info && info->PropType->Kind == tkClass && item->GetHasValueList();
-            value = item->PropEditor() && !classWithList ? item->PropEditor()->GetValue() : item->GetPropValueStr();
-            value = m_propList->IdentToLabel(item->GetPropTypeInfoRef(), value, trPropValue);
-        } else if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
-            const QString set = element->BasedProperty() ? element->BasedProperty()->GetPropValueStr() : QString();
-            value = BoolToStr(set.contains(element->GetValueString()), true);
-        }
-        strings->SetStrings(i, strings->Names(i) + QLatin1Char('=') + value);
+        if (i >= first && i <= last && first >= 0)
+            strings->SetValueFromIndex(i, strings->ValueMaker()(strings->Objects(i)));
+        else
+            strings->SetValuePending(i);
     }
 }
 
@@ -783,6 +839,25 @@ void TVhoObjInspector::KeyDown(int &Key, Qt::KeyboardModifiers Shift)
     TVhoValueListEditor::KeyDown(Key, Shift);
     if (Key == 13)
         DoOnValidate();
+    else if (Key == Qt::Key_Escape)
+        clearError();
+}
+
+void TVhoObjInspector::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    // The view hands the open editor's text over here, before the line
+    // changes; its check comes after, so a value refused on the way out
+    // still shows.
+    TVhoValueListEditor::currentChanged(current, previous);
+    if (!m_refreshing && current.isValid() && previous.isValid() && current.row() != previous.row())
+        clearError();
+}
+
+void TVhoObjInspector::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    TVhoValueListEditor::closeEditor(editor, hint);
+    if (hint == QAbstractItemDelegate::RevertModelCache)
+        clearError();
 }
 
 void TVhoObjInspector::EditButtonClick(QObject *)
@@ -812,10 +887,29 @@ void TVhoObjInspector::LeftButtonDown(const QPoint &Point)
     const QModelIndex index = indexAt(Point);
     if (index.isValid() && index.row() >= 0 && index.column() >= 0)
         SetRow(index.row());
+    toggleAtMarker(Point);
 }
 
-void TVhoObjInspector::DoubleClicked(const QPoint &)
+bool TVhoObjInspector::toggleAtMarker(const QPoint &Point)
 {
+    const QModelIndex index = indexAt(Point);
+    if (!index.isValid() || index.column() != 0 || !MarkerRect(index.row()).contains(Point))
+        return false;
+    auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(index.row()));
+    if (!item || !item->GetExpandable())
+        return false;
+    const int row = index.row();
+    item->SetExpanded(!item->GetExpanded());
+    SetCurrItemIndex(row);
+    return true;
+}
+
+void TVhoObjInspector::DoubleClicked(const QPoint &Point)
+{
+    // Each click on a marker opens or closes the row, the second click of
+    // a double click too.
+    if (toggleAtMarker(Point))
+        return;
     TObjInspecPropertyItem *item = GetCurrPropItem();
     if (!item)
         return;

@@ -73,6 +73,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    // Typed keys belong to the value's editor: on a line that cannot be
+    // typed into they do nothing, rather than look for another line by its
+    // first letters (whose editor would then take the next keys).
+    void keyboardSearch(const QString &search) override;
     virtual void KeyDown(int &Key, Qt::KeyboardModifiers Shift);
     // A line that becomes current opens its editor only while the grid has
     // the keyboard: a grid refreshed for a new selection would otherwise
@@ -106,6 +110,10 @@ public:
     void StartResizeCol(const QPoint &Point);
     void ResizeColTo(const QPoint &Point);
     void EndResizeCol(const QPoint &Point);
+    // Where the "+" or "-" marker of a line's name is drawn, with a few
+    // pixels around it (in the viewport's coordinates); empty for a line
+    // without a marker.
+    QRect MarkerRect(int Row) const;
 
 protected:
     bool viewportEvent(QEvent *event) override;
@@ -224,6 +232,10 @@ protected:
     void LeftButtonDown(const QPoint &Point) override;
     void DoubleClicked(const QPoint &Point) override;
     void resizeEvent(QResizeEvent *event) override;
+    // The message of a refused value goes when the user leaves its line or
+    // gives the edit up (Escape).
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     int PropertyFilterStylesInt() const { return int(PropertyFilterStyles()); }
@@ -235,6 +247,8 @@ private:
     void watchComponents();
     void componentDestroyed();
     void dropDestroyedComponents();
+    // Opens or closes the row of the line when Point is on its marker.
+    bool toggleAtMarker(const QPoint &Point);
 
     bool m_refreshing = false;
     bool m_dropPending = false;

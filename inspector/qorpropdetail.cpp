@@ -4,6 +4,10 @@
 #include "foundation/vhosysutils.h"
 #include "translation/objtranslate.h"
 
+#include <QVarLengthArray>
+
+#include <algorithm>
+
 namespace {
 
 bool isNamed(PTypeInfo PTI, const char *Name)
@@ -157,6 +161,17 @@ QObject *GetPropertyValueObj(QObject *Object, PPropInfo PropInfo)
 
 QObject *GetPropertyValueObj(const QList<QObject *> &Objects, PPropInfo PropInfo)
 {
+    // Each object has its own value object: two objects never share one,
+    // and need not make theirs to find that out.
+    if (PropInfo && PropInfo->PropType && PropInfo->PropType->Kind == tkClass && !IsComponentPTI(PropInfo->PropType)) {
+        QObject *live = nullptr;
+        for (QObject *object : Objects) {
+            if (object && live && object != live)
+                return nullptr;
+            if (object)
+                live = object;
+        }
+    }
     QObject *result = nullptr;
     bool first = true;
     for (QObject *object : Objects) {
@@ -317,16 +332,17 @@ void TPropertyDetail::RefreshClassInformation()
             m_classInformation->SetPTI(TypeInfoOfClass(InstanceClass(m_basedObject)));
         return;
     }
-    const QList<QObject *> objects = plain(m_basedObjects);
-    if (objects.isEmpty())
+    if (m_basedObjects.isEmpty())
         return;
     // The nearest class all of them share; value objects count as their
     // value type's descriptor.
     const QMetaObject *common = nullptr;
-    for (QObject *object : objects) {
+    for (const QPointer<QObject> &object : std::as_const(m_basedObjects)) {
         if (!object)
             continue;
-        common = common ? GetCommonParentClass(common, InstanceClass(object)) : InstanceClass(object);
+        const QMetaObject *cls = InstanceClass(object);
+        if (cls != common)
+            common = common ? GetCommonParentClass(common, cls) : cls;
     }
     if (common)
         m_classInformation->SetPTI(TypeInfoOfClass(common));
@@ -361,6 +377,17 @@ void TPropertyDetail::SetBasedObjects(const QList<QObject *> &Objects)
     RefreshClassInformation();
 }
 
+void TPropertyDetail::SetBasedObjects(const QList<QPointer<QObject>> &Objects)
+{
+    if (m_hasBasedObjects && m_basedObjects == Objects)
+        return;
+    m_hasBasedObjects = true;
+    m_basedObjects = Objects;
+    if (!Objects.isEmpty())
+        m_basedObject = Objects.first();
+    RefreshClassInformation();
+}
+
 void TPropertyDetail::SetPropInfoRef(PPropInfo PropInfo)
 {
     if (m_propInfo == PropInfo)
@@ -382,6 +409,32 @@ void TPropertyDetail::SetPropName(const QString &Name)
 PTypeInfo TPropertyDetail::GetPropTypeInfoRef() const
 {
     return m_propInfo ? m_propInfo->PropType : nullptr;
+}
+
+bool TPropertyDetail::GetPropWritable() const
+{
+    if (!m_propInfo || !m_propInfo->Property.isValid())
+        return true;
+    const QList<QPointer<QObject>> objects = m_hasBasedObjects ? m_basedObjects : QList<QPointer<QObject>>{m_basedObject};
+    // A selection of many objects holds few classes: each is asked once.
+    QVarLengthArray<const QMetaObject *, 8> asked;
+    for (QObject *object : objects) {
+        if (!object)
+            continue;
+        if (auto *value = qobject_cast<TQorValueObject *>(object)) {
+            if (!value->TargetProp()->Property.isWritable())
+                return false;
+            continue;
+        }
+        const QMetaObject *cls = object->metaObject();
+        if (std::find(asked.begin(), asked.end(), cls) != asked.end())
+            continue;
+        asked.append(cls);
+        PPropInfo own = cls == m_propInfo->OwnerClass ? m_propInfo : GetPropInfo(cls, m_propInfo->Name);
+        if (own && !own->Property.isWritable())
+            return false;
+    }
+    return true;
 }
 
 // ---- TPropertyDetailEx -------------------------------------------------

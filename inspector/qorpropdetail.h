@@ -53,11 +53,17 @@ public:
     QList<QObject *> GetBasedObjects() const;
     bool HasBasedObjects() const { return m_hasBasedObjects; }
     void SetBasedObjects(const QList<QObject *> &Objects);
+    // The same from a guarded list, shared rather than copied: a property
+    // list hands its one list to each of its rows.
+    void SetBasedObjects(const QList<QPointer<QObject>> &Objects);
     PPropInfo GetPropInfoRef() const { return m_propInfo; }
     void SetPropInfoRef(PPropInfo PropInfo);
     QString GetPropName() const;
     void SetPropName(const QString &Name);
     PTypeInfo GetPropTypeInfoRef() const;
+    // False when the property of one of the objects cannot be written (Qt
+    // gives it no write accessor), also for the fields of such a value.
+    bool GetPropWritable() const;
     // The object a class-typed property holds; nil when the objects of a
     // multiple selection hold different ones.
     QObject *GetPropValueObject() const;

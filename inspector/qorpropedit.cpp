@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QPointer>
+#include <QVarLengthArray>
 #include <QWidget>
 
 #include <algorithm>
@@ -79,8 +80,41 @@ TPropertyAttributes TPropertyEditor::GetAttributes() const
     return paMultiSelect | paRevertable;
 }
 
+namespace {
+
+// Whether the live objects of an editor hold equal values; the first of
+// them comes back in First (-1 when none is alive).
+bool equalValues(const TPropertyEditor &Editor, int &First)
+{
+    First = -1;
+    QVariant value;
+    for (int i = 0; i < Editor.PropCount(); ++i) {
+        QObject *object = Editor.GetComponent(i);
+        if (!object)
+            continue;
+        const QVariant own = GetPropValue(object, Editor.GetPropInfo(i));
+        if (First < 0) {
+            First = i;
+            value = own;
+        } else if (own.metaType() != value.metaType() || own != value) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool TPropertyEditor::TextFollowsValue() const
+{
+    return false;
+}
+
 QString TPropertyEditor::GetValue() const
 {
+    int alike = -1;
+    if (PropCount() > 1 && TextFollowsValue() && equalValues(*this, alike))
+        return alike < 0 ? QString() : GetValueAt(alike);
     // Several objects that disagree show nothing, as the value texts do.
     QString result;
     bool first = true;
@@ -137,6 +171,9 @@ void TPropertyEditor::Initialize()
 
 bool TPropertyEditor::AllEqual() const
 {
+    int alike = -1;
+    if (PropCount() > 1 && TextFollowsValue() && equalValues(*this, alike))
+        return true;
     QString text;
     bool first = true;
     for (int i = 0; i < PropCount(); ++i) {
@@ -308,18 +345,39 @@ void GetComponentProperties(const IDesignerSelections &Components, TTypeKinds Fi
     if (objects.isEmpty() || !Proc)
         return;
     QObject *first = objects.first();
+    QList<const QMetaObject *> classes;
+    classes.reserve(objects.size());
+    for (QObject *object : std::as_const(objects))
+        classes.append(InstanceClass(object));
     TClassInformation info;
     info.SetPTI(TypeInfoOfClass(InstanceClass(first)));
-    QList<PPropInfo> props = info.PropList() + info.EventList();
-    SortPropList(props);
-    for (PPropInfo prop : props) {
-        if (!Filter.contains(prop->PropType->Kind) || !PropInfoInComps(prop, objects))
+    // Whether a property is shared is a question for each class once.
+    QList<QObject *> oneOfEachClass;
+    QVarLengthArray<const QMetaObject *, 8> seen;
+    for (int i = 0; i < objects.size(); ++i) {
+        if (std::find(seen.begin(), seen.end(), classes[i]) == seen.end()) {
+            seen.append(classes[i]);
+            oneOfEachClass.append(objects[i]);
+        }
+    }
+    for (PPropInfo prop : info.PropAndEventList()) {
+        if (!Filter.contains(prop->PropType->Kind) || !PropInfoInComps(prop, oneOfEachClass))
             continue;
         TPropertyEditorRef editor = CreatePropertyEditor(Designer, first, prop, int(objects.size()));
         if (!editor)
             continue;
-        for (int i = 0; i < objects.size(); ++i)
-            editor->SetPropEntry(i, objects[i], InstancePropInfo(objects[i], prop));
+        // A selection of many objects holds few classes: each class's own
+        // descriptor is looked up once.
+        QVarLengthArray<std::pair<const QMetaObject *, PPropInfo>, 8> own;
+        for (int i = 0; i < objects.size(); ++i) {
+            const QMetaObject *cls = classes[i];
+            auto known = std::find_if(own.begin(), own.end(), [cls](const auto &entry) { return entry.first == cls; });
+            if (known == own.end()) {
+                own.append({cls, InstancePropInfo(objects[i], prop)});
+                known = own.end() - 1;
+            }
+            editor->SetPropEntry(i, objects[i], known->second);
+        }
         editor->Initialize();
         Proc(editor);
     }

@@ -105,6 +105,11 @@ public:
     // GetValue and AllEqual are made of it: an editor with texts of its
     // own overrides this one and gets both right for several objects.
     virtual QString GetValueAt(int Index) const;
+    // True when an object's text depends on its value alone: objects whose
+    // values are equal then need one text between them, which spares a
+    // large selection a text per object. False here, since an editor's
+    // own texts may read more than the value (a file name, the owner).
+    virtual bool TextFollowsValue() const;
 
     IDesigner *Designer() const { return m_designer; }
     int PropCount() const { return int(m_propList.size()); }

@@ -21,11 +21,13 @@
 #include <QMargins>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QSizePolicy>
 #include <QTime>
 #include <QVBoxLayout>
 
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -96,6 +98,122 @@ QString valueText(const QVariant &Value, PTypeInfo Type)
     default:
         return QLatin1Char('[') + (Type ? Type->Name : QString()) + QLatin1Char(']');
     }
+}
+
+// The values with fields whose short text can be typed back.
+bool hasTextForm(PTypeInfo Type)
+{
+    if (!Type)
+        return false;
+    const QMetaType meta = Type->MetaType;
+    return meta == QMetaType::fromType<QSize>() || meta == QMetaType::fromType<QPoint>()
+        || meta == QMetaType::fromType<QRect>() || meta == QMetaType::fromType<QMargins>()
+        || meta == QMetaType::fromType<QSizePolicy>() || meta == QMetaType::fromType<QFont>();
+}
+
+[[noreturn]] void refuseText(const QString &Text, const char *What)
+{
+    throw EConvertError(QStringLiteral("'%1' is not %2").arg(Text, QLatin1String(What)));
+}
+
+// The whole numbers of a typed value: each with an optional sign, apart
+// from the next by a comma, blanks or an "x" ("80x30", "80 x 30",
+// "80, 30"), brackets and parentheses allowed anywhere ("[(10, 20), 80 x
+// 30]"). Empty when the text holds anything else, or not Count numbers.
+QList<int> numbersIn(const QString &Text, int Count)
+{
+    static const QString separators = QStringLiteral(",xX[]()");
+    QList<int> numbers;
+    bool apart = true;
+    for (qsizetype i = 0; i < Text.size();) {
+        const QChar c = Text.at(i);
+        const bool sign = (c == QLatin1Char('-') || c == QLatin1Char('+')) && i + 1 < Text.size()
+            && Text.at(i + 1).isDigit();
+        if (c.isDigit() || sign) {
+            if (!apart)
+                return {};
+            qsizetype end = i + 1;
+            while (end < Text.size() && Text.at(end).isDigit())
+                ++end;
+            bool ok = false;
+            const int number = QStringView(Text).mid(i, end - i).toInt(&ok);
+            if (!ok)
+                return {};
+            numbers.append(number);
+            i = end;
+            apart = false;
+        } else if (c.isSpace() || separators.contains(c)) {
+            apart = true;
+            ++i;
+        } else {
+            return {};
+        }
+    }
+    if (numbers.size() != Count)
+        return {};
+    return numbers;
+}
+
+// A size policy typed as "[Minimum, Fixed, 0, 0]": both policies by name
+// (without regard to case), then optionally both stretch factors (0 to
+// 255); brackets optional, commas or blanks between. Policies and
+// stretches come back through the arguments; false when the text is none.
+bool sizePolicyIn(const QString &Text, QSizePolicy::Policy &Horizontal, QSizePolicy::Policy &Vertical,
+                  std::optional<std::pair<int, int>> &Stretches)
+{
+    QString text = Text.trimmed();
+    if (text.startsWith(QLatin1Char('[')) && text.endsWith(QLatin1Char(']')))
+        text = text.mid(1, text.size() - 2);
+    static const QRegularExpression apart(QStringLiteral("[,\\s]+"));
+    const QStringList parts = text.split(apart, Qt::SkipEmptyParts);
+    if (parts.size() != 2 && parts.size() != 4)
+        return false;
+    const QMetaEnum policies = QMetaEnum::fromType<QSizePolicy::Policy>();
+    auto policy = [&policies](const QString &Name, QSizePolicy::Policy &Out) {
+        for (int i = 0; i < policies.keyCount(); ++i) {
+            if (Name.compare(QLatin1String(policies.key(i)), Qt::CaseInsensitive) == 0) {
+                Out = QSizePolicy::Policy(policies.value(i));
+                return true;
+            }
+        }
+        return false;
+    };
+    if (!policy(parts[0], Horizontal) || !policy(parts[1], Vertical))
+        return false;
+    Stretches.reset();
+    if (parts.size() == 4) {
+        bool okH = false, okV = false;
+        const int h = parts[2].toInt(&okH);
+        const int v = parts[3].toInt(&okV);
+        if (!okH || !okV || h < 0 || h > 255 || v < 0 || v > 255)
+            return false;
+        Stretches = std::make_pair(h, v);
+    }
+    return true;
+}
+
+// A font typed as "Sans Serif, 9": the family, then after the last comma
+// the size in points, or in pixels with "px" ("Sans Serif, 12px"). Without
+// a comma the text is the family alone and the size stays. False when the
+// family is empty or the size not a whole number above 0.
+bool fontIn(const QString &Text, QString &Family, int &Points, int &Pixels)
+{
+    const QString text = Text.trimmed();
+    const qsizetype comma = text.lastIndexOf(QLatin1Char(','));
+    Family = (comma < 0 ? text : text.left(comma)).trimmed();
+    Points = Pixels = 0;
+    if (comma >= 0) {
+        QString size = text.mid(comma + 1).trimmed();
+        const bool pixels = size.endsWith(QLatin1String("px"), Qt::CaseInsensitive);
+        if (pixels)
+            size.chop(2);
+        bool ok = false;
+        const int number = size.trimmed().toInt(&ok);
+        if (!ok || number <= 0)
+            return false;
+        (pixels ? Pixels : Points) = number;
+    }
+    return !Family.isEmpty();
 }
 
 // The slots of a form a signal can be connected to, one per name, the
@@ -353,7 +471,9 @@ void TCursorProperty::GetValues(const TGetStrProc &Proc) const
 
 TPropertyAttributes TClassProperty::GetAttributes() const
 {
-    return TPropertyEditor::GetAttributes() | paSubProperties | paReadOnly;
+    // A value whose short text reads back can be typed as well.
+    const TPropertyAttributes attributes = TPropertyEditor::GetAttributes() | paSubProperties;
+    return hasTextForm(GetPropType()) ? attributes : attributes | paReadOnly;
 }
 
 QString TClassProperty::GetValueAt(int Index) const
@@ -365,9 +485,68 @@ QString TClassProperty::GetValueAt(int Index) const
     return valueText(GetPropValue(object, info), info->PropType);
 }
 
-void TClassProperty::SetValue(const QString &)
+void TClassProperty::SetValue(const QString &Value)
 {
-    // The value is edited through its fields.
+    const PTypeInfo type = GetPropType();
+    const QMetaType meta = type ? type->MetaType : QMetaType();
+    // The text is read whole before any object is written.
+    if (meta == QMetaType::fromType<QSize>()) {
+        const QList<int> n = numbersIn(Value, 2);
+        if (n.isEmpty())
+            refuseText(Value, "a size (width x height)");
+        SetVarValue(QSize(n[0], n[1]));
+    } else if (meta == QMetaType::fromType<QPoint>()) {
+        const QList<int> n = numbersIn(Value, 2);
+        if (n.isEmpty())
+            refuseText(Value, "a point (x, y)");
+        SetVarValue(QPoint(n[0], n[1]));
+    } else if (meta == QMetaType::fromType<QRect>()) {
+        const QList<int> n = numbersIn(Value, 4);
+        if (n.isEmpty())
+            refuseText(Value, "a rectangle ([(x, y), width x height])");
+        SetVarValue(QRect(n[0], n[1], n[2], n[3]));
+    } else if (meta == QMetaType::fromType<QMargins>()) {
+        const QList<int> n = numbersIn(Value, 4);
+        if (n.isEmpty())
+            refuseText(Value, "margins ([left, top, right, bottom])");
+        SetVarValue(QVariant::fromValue(QMargins(n[0], n[1], n[2], n[3])));
+    } else if (meta == QMetaType::fromType<QSizePolicy>()) {
+        QSizePolicy::Policy horizontal, vertical;
+        std::optional<std::pair<int, int>> stretches;
+        if (!sizePolicyIn(Value, horizontal, vertical, stretches))
+            refuseText(Value, "a size policy ([horizontal, vertical, stretch, stretch])");
+        // Stretches left out stay each object's own.
+        forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
+            QSizePolicy policy = GetPropValue(Object, Info).value<QSizePolicy>();
+            policy.setHorizontalPolicy(horizontal);
+            policy.setVerticalPolicy(vertical);
+            if (stretches) {
+                policy.setHorizontalStretch(stretches->first);
+                policy.setVerticalStretch(stretches->second);
+            }
+            SetPropValue(Object, Info, QVariant::fromValue(policy));
+        });
+        Modified();
+    } else if (meta == QMetaType::fromType<QFont>()) {
+        QString family;
+        int points = 0, pixels = 0;
+        if (!fontIn(Value, family, points, pixels))
+            refuseText(Value, "a font (family, size)");
+        // The text names the family and the size only: each object keeps
+        // the rest of its own font (bold, italic...).
+        forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
+            QFont font = GetPropValue(Object, Info).value<QFont>();
+            font.setFamily(family);
+            if (points > 0)
+                font.setPointSize(points);
+            else if (pixels > 0)
+                font.setPixelSize(pixels);
+            SetPropValue(Object, Info, font);
+        });
+        Modified();
+    } else {
+        throw EPropertyError(QStringLiteral("%1 is edited through its fields").arg(GetName()));
+    }
 }
 
 void TClassProperty::GetProperties(const TGetPropProc &Proc) const

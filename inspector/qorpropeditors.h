@@ -21,6 +21,7 @@ class QORDESIGN_EXPORT TIntegerProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
 };
 
 // The whole 64 bits, signed or unsigned as the property is.
@@ -28,6 +29,7 @@ class QORDESIGN_EXPORT TInt64Property : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -36,6 +38,7 @@ class QORDESIGN_EXPORT TFloatProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
 };
 
 // One character, or "#" and its code for one that cannot be typed; ""
@@ -44,6 +47,7 @@ class QORDESIGN_EXPORT TCharProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -53,6 +57,7 @@ class QORDESIGN_EXPORT TStringProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void Edit() override;
 };
@@ -62,6 +67,7 @@ class QORDESIGN_EXPORT TEnumProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
 };
@@ -80,6 +86,7 @@ class QORDESIGN_EXPORT TSetProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetProperties(const TGetPropProc &Proc) const override;
 };
@@ -89,6 +96,7 @@ class QORDESIGN_EXPORT TSetElementProperty : public TPropertyEditor
 {
 public:
     TSetElementProperty(IDesigner *Designer, int PropCount, const QString &Element);
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetName() const override;
     QString GetValueAt(int Index) const override;
@@ -104,6 +112,7 @@ class QORDESIGN_EXPORT TColorProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
     void Edit() override;
@@ -114,16 +123,22 @@ class QORDESIGN_EXPORT TCursorProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     void GetValues(const TGetStrProc &Proc) const override;
 };
 
 // A value with fields (size, point, rectangle, margins, size policy,
-// palette): a short text of the value and one sub-editor per field.
+// palette): a short text of the value and one sub-editor per field. The
+// short text can be typed back, in looser forms too: numbers apart by
+// commas, blanks or an "x", brackets optional ("80x30", "10, 20, 80, 30");
+// a size policy's stretches and a font's size may be left out (each
+// object keeps its own). A palette has no text form: it is read-only.
 class QORDESIGN_EXPORT TClassProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -144,6 +159,7 @@ class QORDESIGN_EXPORT TKeySequenceProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -169,6 +185,7 @@ class QORDESIGN_EXPORT TStringListProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
@@ -180,6 +197,7 @@ class QORDESIGN_EXPORT TDateTimeProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     QString GetValueAt(int Index) const override;
     void SetValue(const QString &Value) override;
 };
@@ -189,6 +207,7 @@ class QORDESIGN_EXPORT TRecordProperty : public TPropertyEditor
 {
 public:
     using TPropertyEditor::TPropertyEditor;
+    bool TextFollowsValue() const override { return true; }
     TPropertyAttributes GetAttributes() const override;
     QString GetValueAt(int Index) const override;
 };

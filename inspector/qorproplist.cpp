@@ -6,6 +6,11 @@
 #include "foundation/vhosysutils.h"
 #include "inspector/qorinspector.h"
 
+#include <QVarLengthArray>
+#include <QWidget>
+
+#include <algorithm>
+
 namespace {
 
 QList<QObject *> plain(const QList<QPointer<QObject>> &Objects)
@@ -45,6 +50,30 @@ bool isComponentClass(PTypeInfo PTI)
 PTypeInfo boolType()
 {
     return TypeInfoOf<bool>();
+}
+
+// The properties of a window: on a control inside a form they do nothing
+// (its title, its icon, its opacity...), always read the same (minimized,
+// modal) or repeat another property (its frame geometry is its geometry).
+bool isWindowProperty(const QString &Name)
+{
+    static const QStringList names = {
+        QStringLiteral("windowTitle"),    QStringLiteral("windowIcon"),     QStringLiteral("windowIconText"),
+        QStringLiteral("windowModality"), QStringLiteral("windowOpacity"),  QStringLiteral("windowModified"),
+        QStringLiteral("windowFilePath"), QStringLiteral("fullScreen"),     QStringLiteral("minimized"),
+        QStringLiteral("maximized"),      QStringLiteral("isActiveWindow"), QStringLiteral("modal"),
+        QStringLiteral("frameGeometry"),  QStringLiteral("frameSize"),      QStringLiteral("normalGeometry"),
+    };
+    return names.contains(Name);
+}
+
+// A control: a widget that is not a window and is a component of a form.
+// The form itself keeps its window's properties even while it sits inside
+// the designing application's window, since it is a window when it runs.
+bool isControl(const QObject *Object)
+{
+    const auto *widget = qobject_cast<const QWidget *>(Object);
+    return widget && !widget->isWindow() && Owner(widget);
 }
 
 } // namespace
@@ -279,16 +308,28 @@ void TObjInspecPropList::ListAllProps()
         if (object)
             objects.append(object);
     }
-    QList<PPropInfo> props = m_classInformation.PropList() + m_classInformation.EventList();
-    SortPropList(props);
+    const QList<PPropInfo> &props = m_classInformation.PropAndEventList();
     auto *ex = dynamic_cast<TObjInspecPropListEx *>(this);
+    const bool controls = std::any_of(objects.begin(), objects.end(), isControl);
+    // Whether a property is shared is a question for each class once.
+    QList<QObject *> oneOfEachClass;
+    QVarLengthArray<const QMetaObject *, 8> classes;
+    for (QObject *object : std::as_const(objects)) {
+        const QMetaObject *cls = InstanceClass(object);
+        if (std::find(classes.begin(), classes.end(), cls) == classes.end()) {
+            classes.append(cls);
+            oneOfEachClass.append(object);
+        }
+    }
     for (PPropInfo prop : props) {
-        if (objects.size() > 1 && !PropInfoInComps(prop, objects))
+        if (oneOfEachClass.size() > 1 && !PropInfoInComps(prop, oneOfEachClass))
+            continue;
+        if (controls && isWindowProperty(prop->Name))
             continue;
         auto item = std::make_unique<TObjInspecPropertyItem>(first, prop);
         if (ex)
             item->SetObjInspecPropList(ex);
-        item->SetBasedObjects(plain(m_basedObjects));
+        item->SetBasedObjects(m_basedObjects);
         item->SetOwnerObject(GetOwnerObject());
         item->SetOwnerObjects(plain(m_ownerObjects));
         item->RefreshEx(false);
@@ -359,11 +400,13 @@ bool TObjInspecPropListEx::CheckIfOutputThisProp(TObjInspecPropertyItem *Item)
     } else if (!output.contains(name, Qt::CaseInsensitive)) {
         return false;
     }
-    int based = 0;
-    for (QObject *object : GetBasedObjects())
-        based += object != nullptr;
-    if (Item->PropEditor() && !(Item->PropEditor()->GetAttributes() & paMultiSelect) && based > 1)
-        return false;
+    if (Item->PropEditor() && !(Item->PropEditor()->GetAttributes() & paMultiSelect)) {
+        int based = 0;
+        for (const QPointer<QObject> &object : m_basedObjects)
+            based += !object.isNull();
+        if (based > 1)
+            return false;
+    }
     return m_propertyFilterStyles.testFlag(event ? pfEvent : pfProperty);
 }
 
@@ -450,11 +493,19 @@ void TObjInspecPropListEx::setItemProps(TValueListStrings *Strings, int Line, TO
         if ((attributes & paReadOnly) && !componentType)
             props.ReadOnly = true;
     }
-    if (isClassRow(Item->GetPropInfoRef()) && !componentType)
+    // A value with fields is typed through its editor when the editor
+    // reads its text back; without an editor only its fields are edited.
+    if (isClassRow(Item->GetPropInfoRef()) && !componentType && !editor)
         props.ReadOnly = true;
     if (isEvent(Item->GetPropInfoRef())) {
         props.EditStyle = esSimple;
         props.ReadOnly = true;
+    }
+    if (!Item->GetPropWritable()) {
+        props.EditStyle = esSimple;
+        props.PickList.clear();
+        props.ReadOnly = true;
+        props.Locked = true;
     }
     Strings->SetItemProps(Line, props);
 }
@@ -469,13 +520,10 @@ void TObjInspecPropListEx::AppendToStrings(TValueListStrings *Strings)
             continue;
         const PTypeInfo type = item->GetPropTypeInfoRef();
         const QString name = GetIndentStrs(i) + IdentToLabel(type, item->GetPropName(), trPropName);
-        QString value;
-        if (item->PropEditor() && !(isClassRow(item->GetPropInfoRef()) && item->GetHasValueList()))
-            value = item->PropEditor()->GetValue();
-        else
-            value = item->GetPropValueStr();
-        value = IdentToLabel(type, value, trPropValue);
-        const int line = Strings->AddObject(QStringLiteral("%1=%2").arg(name, value), item);
+        // Strings that make their values when read are spared the values
+        // of the lines nobody looks at.
+        const int line = Strings->ValueMaker() ? Strings->AddPending(name, item)
+                                               : Strings->AddObject(name + QLatin1Char('=') + ValueTextOf(item), item);
         if (Strings == m_valueListStrings)
             setItemProps(Strings, line, item);
         if (item->GetExpanded() && item->SubList()) {
@@ -483,6 +531,29 @@ void TObjInspecPropListEx::AppendToStrings(TValueListStrings *Strings)
             item->SubList()->AppendToStrings(Strings);
         }
     }
+}
+
+QString TObjInspecPropListEx::ValueTextOf(TObjInspecPropertyItem *Item)
+{
+    if (!Item)
+        return {};
+    QString value;
+    if (Item->PropEditor() && !(isClassRow(Item->GetPropInfoRef()) && Item->GetHasValueList()))
+        value = Item->PropEditor()->GetValue();
+    else
+        value = Item->GetPropValueStr();
+    return IdentToLabel(Item->GetPropTypeInfoRef(), value, trPropValue);
+}
+
+QString ObjInspecValueText(TObject *Object)
+{
+    if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Object))
+        return item->PropList() ? item->PropList()->ValueTextOf(item) : item->GetPropValueStr();
+    if (auto *element = dynamic_cast<TSetItemConst *>(Object)) {
+        const QString set = element->BasedProperty() ? element->BasedProperty()->GetPropValueStr() : QString();
+        return BoolToStr(set.contains(element->GetValueString()), true);
+    }
+    return {};
 }
 
 void TObjInspecPropListEx::AppendToValueListStrings()

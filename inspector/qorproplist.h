@@ -174,6 +174,9 @@ public:
     void SetPropertyItemsByLabel(const QString &Label, TObjInspecPropertyItem *Item);
     // What a property editor's GetValues hands over.
     void GetPropEditorEnumValues(const QString &Value);
+    // The value text of one of this list's rows, as its line shows it:
+    // through the row's editor, labelled.
+    QString ValueTextOf(TObjInspecPropertyItem *Item);
 
     TPropertyFilterStyles PropertyFilterStyles() const { return m_propertyFilterStyles; }
     void SetPropertyFilterStyles(TPropertyFilterStyles Value);
@@ -241,6 +244,11 @@ private:
     TObjInspecPropListEx *m_propList = nullptr;
     TPropertyEditorRef m_propEditor;
 };
+
+// The value text of a line's object (a row or a set element), as the line
+// shows it; "" for anything else. The inspector's grid makes its pending
+// values with it.
+QORDESIGN_EXPORT QString ObjInspecValueText(TObject *Object);
 
 // The elements of an expanded set row, one line each with "True"/"False".
 class QORDESIGN_EXPORT TObjInspecSetExpandList : public TObjInspecList

@@ -7,16 +7,34 @@ TValueListStrings::TValueListStrings(QObject *Parent)
 
 TValueListStrings::~TValueListStrings() = default;
 
+const TValueListStrings::Line &TValueListStrings::made(int Index) const
+{
+    Line &line = m_lines[size_t(Index)];
+    if (line.pending) {
+        line.pending = false;
+        if (m_valueMaker)
+            line.text += QLatin1Char('=') + m_valueMaker(line.object);
+        else
+            line.text += QLatin1Char('=');
+    }
+    return line;
+}
+
 QString TValueListStrings::Strings(int Index) const
 {
-    return Index >= 0 && Index < Count() ? m_lines[size_t(Index)].text : QString();
+    return Index >= 0 && Index < Count() ? made(Index).text : QString();
 }
 
 void TValueListStrings::SetStrings(int Index, const QString &S)
 {
-    if (Index < 0 || Index >= Count() || m_lines[size_t(Index)].text == S)
+    if (Index < 0 || Index >= Count())
         return;
-    m_lines[size_t(Index)].text = S;
+    // A pending value is not made only to be compared and replaced.
+    Line &line = m_lines[size_t(Index)];
+    if (!line.pending && line.text == S)
+        return;
+    line.pending = false;
+    line.text = S;
     if (Updating())
         m_changedWhileUpdating = true;
     else
@@ -25,7 +43,10 @@ void TValueListStrings::SetStrings(int Index, const QString &S)
 
 QString TValueListStrings::Names(int Index) const
 {
-    const QString line = Strings(Index);
+    if (Index < 0 || Index >= Count())
+        return {};
+    // A pending line holds its name alone: no value is made for it.
+    const QString &line = m_lines[size_t(Index)].text;
     const int eq = int(line.indexOf(QLatin1Char('=')));
     return eq < 0 ? line : line.left(eq);
 }
@@ -52,6 +73,29 @@ int TValueListStrings::AddObject(const QString &S, TObject *Object)
     m_lines.push_back({S, Object, {}});
     changed();
     return Count() - 1;
+}
+
+int TValueListStrings::AddPending(const QString &Name, TObject *Object)
+{
+    m_lines.push_back({Name, Object, {}, true});
+    changed();
+    return Count() - 1;
+}
+
+void TValueListStrings::SetValuePending(int Index)
+{
+    if (Index < 0 || Index >= Count() || m_lines[size_t(Index)].pending)
+        return;
+    Line &line = m_lines[size_t(Index)];
+    const int eq = int(line.text.indexOf(QLatin1Char('=')));
+    if (eq >= 0)
+        line.text.truncate(eq);
+    line.pending = true;
+}
+
+bool TValueListStrings::ValuePending(int Index) const
+{
+    return Index >= 0 && Index < Count() && m_lines[size_t(Index)].pending;
 }
 
 void TValueListStrings::Clear()

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 class TObject;
@@ -22,6 +23,10 @@ struct QORDESIGN_EXPORT TItemProp
     TEditStyle EditStyle = esSimple;
     QStringList PickList;
     bool ReadOnly = false;
+    // The property cannot be written at all (Qt gives it no write
+    // accessor): the value is shown greyed and no editor opens on it, not
+    // even a dialog's.
+    bool Locked = false;
 };
 
 class QORDESIGN_EXPORT TValueListStrings : public QObject
@@ -43,6 +48,22 @@ public:
     TObject *Objects(int Index) const;
     int AddObject(const QString &S, TObject *Object);
     int Add(const QString &S) { return AddObject(S, nullptr); }
+
+    // Values made only when read. Reading a value can cost a property read
+    // per selected object, and a grid shows a few of its lines at a time:
+    // with a value maker set, a line can be added with its value pending,
+    // and the value is made from the line's object the first time it is
+    // read (Strings, ValueFromIndex), then kept like any other.
+    using TValueMaker = std::function<QString(TObject *Object)>;
+    void SetValueMaker(const TValueMaker &Maker) { m_valueMaker = Maker; }
+    const TValueMaker &ValueMaker() const { return m_valueMaker; }
+    // Adds "Name=" with the value pending; without a maker the value stays
+    // empty.
+    int AddPending(const QString &Name, TObject *Object);
+    // Forgets a line's value, to be made again when next read; nothing is
+    // announced, since the value is what a read would give.
+    void SetValuePending(int Index);
+    bool ValuePending(int Index) const;
     void Clear();
     // The edit settings of a line; a line out of range has the plain ones.
     TItemProp ItemProps(int Index) const;
@@ -62,13 +83,19 @@ signals:
 private:
     struct Line
     {
+        // "name=value", or only the name while the value is pending.
         QString text;
         TObject *object = nullptr;
         TItemProp props;
+        bool pending = false;
     };
     void changed();
+    // The line with its value made, if it was pending.
+    const Line &made(int Index) const;
 
-    std::vector<Line> m_lines;
+    // Lines are made complete on reading: a read changes no visible state.
+    mutable std::vector<Line> m_lines;
+    TValueMaker m_valueMaker;
     int m_updateCount = 0;
     bool m_changedWhileUpdating = false;
 };

@@ -20,6 +20,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTest>
 #include <QToolButton>
 
@@ -395,6 +396,332 @@ private slots:
         delete spare;
         QVERIFY(!QTest::qWaitFor([&] { return changed.count() > 5; }, 100));
         QCOMPARE(f.inspector->ActiveComponent(), f.label);
+    }
+
+    // ---- Values with fields typed whole ----
+
+    void aRectangleTypedIntoTheGeometryRowMovesAndResizesTheWidget()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QCOMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(20, 20), 80 x 30]"));
+        f.type(QStringLiteral("geometry"), QStringLiteral("[(150, 60), 90 x 40]"));
+        QTRY_COMPARE(f.b1->geometry(), QRect(150, 60, 90, 40));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(150, 60), 90 x 40]"));
+        // Four plain numbers do as well.
+        f.type(QStringLiteral("geometry"), QStringLiteral("30, 40, 100, 35"));
+        QTRY_COMPARE(f.b1->geometry(), QRect(30, 40, 100, 35));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(30, 40), 100 x 35]"));
+        QCOMPARE(f.inspector->LastError(), QString());
+        QVERIFY(f.inspector->Modified());
+    }
+
+    void aSizeTypedForTwoWidgetsReachesBoth()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2});
+        QVERIFY(f.show());
+        f.type(QStringLiteral("minimumSize"), QStringLiteral("60x20"));
+        QTRY_COMPARE(f.b2->minimumSize(), QSize(60, 20));
+        QCOMPARE(f.b1->minimumSize(), QSize(60, 20));
+        QTRY_COMPARE(f.value(QStringLiteral("minimumSize")), QStringLiteral("60 x 20"));
+        // A font typed in its own text: family and size; each keeps the rest.
+        QFont bold = f.b1->font();
+        bold.setBold(true);
+        f.b1->setFont(bold);
+        f.type(QStringLiteral("font"), QStringLiteral("Serif, 17"));
+        QTRY_COMPARE(f.b2->font().pointSize(), 17);
+        QCOMPARE(f.b1->font().family(), QStringLiteral("Serif"));
+        QVERIFY(f.b1->font().bold());
+        QVERIFY(!f.b2->font().bold());
+    }
+
+    void aRectangleThatDoesNotReadIsRefusedAndChangesNothing()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        QSignalSpy rejected(f.inspector.get(), &TVhoObjInspector::PropertyValueRejected);
+        f.type(QStringLiteral("geometry"), QStringLiteral("10, 20, wide, 30"));
+        QTRY_COMPARE(rejected.count(), 1);
+        QCOMPARE(rejected.first().at(0).toString(), QStringLiteral("geometry"));
+        QVERIFY(f.inspector->LastError().startsWith(QStringLiteral("Invalid Property Value;")));
+        QVERIFY(f.inspector->LastError().contains(QStringLiteral("10, 20, wide, 30")));
+        QCOMPARE(f.b1->geometry(), QRect(20, 20, 80, 30));
+        QTRY_COMPARE(f.value(QStringLiteral("geometry")), QStringLiteral("[(20, 20), 80 x 30]"));
+        QVERIFY(!f.inspector->Modified());
+    }
+
+    // ---- The expand marker ----
+
+    void oneClickOnTheMarkerOpensTheRowAndOneMoreClosesIt()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("geometry"));
+        QCOMPARE(f.inspector->Strings()->Names(row), QStringLiteral("+ geometry"));
+        const int rows = f.inspector->RowCount();
+        // A click on the name away from the marker only picks the line.
+        RealInput::click(f.inspector->viewport(), f.cell(row, 0).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), row);
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->RowCount() != rows; }, 300));
+        // The "+" is drawn where the delegate draws the name's text: after
+        // the cell's text margin.
+        const int margin = f.inspector->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, f.inspector.get()) + 1;
+        const QPoint marker(f.cell(row, 0).left() + margin + f.inspector->fontMetrics().horizontalAdvance(QLatin1Char('+')) / 2,
+                            f.cell(row, 0).center().y());
+        RealInput::click(f.inspector->viewport(), marker);
+        QTRY_COMPARE(f.inspector->Strings()->Names(row), QStringLiteral("- geometry"));
+        QCOMPARE(f.inspector->RowCount(), rows + 4);
+        // The fields of a rectangle: x, y, width, height.
+        QCOMPARE(f.inspector->Strings()->Names(row + 1).trimmed(), QStringLiteral("x"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 2).trimmed(), QStringLiteral("y"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 3).trimmed(), QStringLiteral("width"));
+        QCOMPARE(f.inspector->Strings()->Names(row + 4).trimmed(), QStringLiteral("height"));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        // The "-" closes it again (also when the click comes quick enough
+        // to make a double click: each click on a marker counts).
+        RealInput::click(f.inspector->viewport(), marker);
+        QTRY_COMPARE(f.inspector->Strings()->Names(row), QStringLiteral("+ geometry"));
+        QCOMPARE(f.inspector->RowCount(), rows);
+    }
+
+    void theMarkerOpensAFlagsRowWhoseElementLinesHaveNone()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.label);
+        QVERIFY(f.show());
+        const int alignment = f.row(QStringLiteral("alignment"));
+        QCOMPARE(f.inspector->Strings()->Names(alignment), QStringLiteral("+ alignment"));
+        const QRect marker = f.inspector->MarkerRect(alignment);
+        QVERIFY(!marker.isEmpty());
+        RealInput::click(f.inspector->viewport(), marker.center());
+        QTRY_COMPARE(f.inspector->Strings()->Names(alignment), QStringLiteral("- alignment"));
+        QCOMPARE(f.inspector->Strings()->Names(alignment + 1).trimmed(), QStringLiteral("AlignLeft"));
+        // Element lines have no marker.
+        QVERIFY(f.inspector->MarkerRect(alignment + 1).isEmpty());
+    }
+
+    // ---- Read-only properties ----
+
+    void aPropertyThatCannotBeWrittenIsGreyAndTakesNoTyping()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        const int row = f.row(QStringLiteral("x"));
+        QVERIFY(row >= 0);
+        QVERIFY(f.inspector->Strings()->ItemProps(row).Locked);
+        const QModelIndex value = f.inspector->model()->index(row, 1);
+        const QColor grey = f.inspector->palette().color(QPalette::Disabled, QPalette::Text);
+        QCOMPARE(value.data(Qt::ForegroundRole).value<QBrush>().color(), grey);
+        QVERIFY(grey != f.inspector->palette().color(QPalette::Active, QPalette::Text));
+        QVERIFY(!(value.flags() & Qt::ItemIsEditable));
+        // A writable line keeps the normal text.
+        QVERIFY(!f.inspector->model()->index(f.row(QStringLiteral("text")), 1).data(Qt::ForegroundRole).isValid());
+
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), row);
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->InplaceEditor() != nullptr; }, 300));
+        QCOMPARE(QApplication::focusWidget(), f.inspector.get());
+        // Typed keys neither open an editor nor go looking for another line
+        // (the values "Button1" begin like this text).
+        RealInput::typeText(QStringLiteral("Button2"));
+        RealInput::typeText(QStringLiteral("77"));
+        RealInput::key("Return");
+        QVERIFY(!QTest::qWaitFor([&] { return f.inspector->InplaceEditor() != nullptr; }, 300));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QCOMPARE(f.b1->x(), 20);
+        QCOMPARE(f.b1->text(), QStringLiteral("Button1"));
+        QCOMPARE(f.b1->objectName(), QStringLiteral("Button1"));
+        QCOMPARE(f.value(QStringLiteral("x")), QStringLiteral("20"));
+        QCOMPARE(f.inspector->LastError(), QString());
+        QVERIFY(!f.inspector->Modified());
+    }
+
+    void theFieldsOfAValueThatCannotBeWrittenAreGreyToo()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.form.get());
+        const int frame = f.row(QStringLiteral("frameGeometry"));
+        QVERIFY(frame >= 0);
+        QVERIFY(f.inspector->Strings()->ItemProps(frame).Locked);
+        f.inspector->PropList()->GetPropItemsByName(QStringLiteral("frameGeometry"))->SetExpanded(true);
+        QCOMPARE(f.inspector->Strings()->Names(frame + 3).trimmed(), QStringLiteral("width"));
+        QVERIFY(f.inspector->Strings()->ItemProps(frame + 3).Locked);
+        const int geometry = f.row(QStringLiteral("geometry"));
+        QVERIFY(!f.inspector->Strings()->ItemProps(geometry).Locked);
+        QVERIFY(!f.inspector->Strings()->ItemProps(geometry).ReadOnly);
+    }
+
+    // ---- The message of a refused value ----
+
+    void escapeTakesTheMessageAway()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        RealInput::key("Escape");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->LastError(), QString());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row);
+        QCOMPARE(f.inspector->InplaceEditor(), nullptr);
+        QCOMPARE(f.b1->autoRepeatDelay(), 300);
+        // With the line's editor open again (F2), Escape gives the edit up
+        // and takes the message away as well.
+        const int interval = f.row(QStringLiteral("autoRepeatInterval"));
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("xyz"));
+        QTRY_VERIFY(message->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), interval);
+        RealInput::key("F2");
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        QVERIFY(message->isVisible());
+        RealInput::typeText(QStringLiteral("5"));
+        RealInput::key("Escape");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.b1->autoRepeatInterval(), 100);
+        QTRY_COMPARE(f.value(QStringLiteral("autoRepeatInterval")), QStringLiteral("100"));
+    }
+
+    void movingToAnotherLineTakesTheMessageAway()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        // With the arrow key...
+        f.type(QStringLiteral("autoRepeatDelay"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), f.inspector.get());
+        RealInput::key("Down");
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->GetCurrItemIndex(), row + 1);
+        // ...and with a click on another line.
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("abc"));
+        QTRY_VERIFY(message->isVisible());
+        // A line above: the message covers the grid's last lines.
+        const int other = row - 1;
+        RealInput::click(f.inspector->viewport(), f.cell(other, 0).center());
+        QTRY_COMPARE(f.inspector->GetCurrItemIndex(), other);
+        QTRY_VERIFY(!message->isVisible());
+        QCOMPARE(f.inspector->LastError(), QString());
+    }
+
+    void aValueRefusedOnTheWayToAnotherLineStillShowsItsMessage()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponent(f.b1);
+        QVERIFY(f.show());
+        auto *message = f.inspector->findChild<QLabel *>(QStringLiteral("qor_inspector_error"));
+        const int row = f.row(QStringLiteral("autoRepeatDelay"));
+        RealInput::click(f.inspector->viewport(), f.cell(row, 1).center());
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::typeText(QStringLiteral("abc"));
+        // Leaving the line hands the text over; its refusal comes after.
+        const int other = f.row(QStringLiteral("objectName"));
+        RealInput::click(f.inspector->viewport(), f.cell(other, 0).center());
+        QTRY_VERIFY(message->isVisible());
+        QVERIFY(f.inspector->LastError().contains(QStringLiteral("abc")));
+        QCOMPARE(f.b1->autoRepeatDelay(), 300);
+    }
+
+    // ---- Which properties are listed, and how they read ----
+
+    void aControlInsideAFormListsNoWindowProperties()
+    {
+        Fixture f;
+        const QStringList windowOnly = {QStringLiteral("windowTitle"),   QStringLiteral("windowIcon"),
+                                        QStringLiteral("windowOpacity"), QStringLiteral("windowModality"),
+                                        QStringLiteral("windowModified"), QStringLiteral("windowFilePath"),
+                                        QStringLiteral("windowIconText"), QStringLiteral("fullScreen"),
+                                        QStringLiteral("minimized"),     QStringLiteral("maximized"),
+                                        QStringLiteral("isActiveWindow"), QStringLiteral("modal"),
+                                        QStringLiteral("frameGeometry"), QStringLiteral("frameSize"),
+                                        QStringLiteral("normalGeometry")};
+        f.inspector->SetActiveComponent(f.b1);
+        for (const QString &name : windowOnly)
+            QVERIFY2(f.row(name) < 0, qPrintable(name));
+        QVERIFY(f.row(QStringLiteral("geometry")) >= 0);
+        QVERIFY(f.row(QStringLiteral("toolTip")) >= 0);
+        // The form itself is a window: it lists them.
+        f.inspector->SetActiveComponent(f.form.get());
+        for (const QString &name : windowOnly)
+            QVERIFY2(f.row(name) >= 0, qPrintable(name));
+        // A window among the selection does not bring them back for a control.
+        f.inspector->SetActiveComponents(QList<QObject *>{f.form.get(), f.b1});
+        QCOMPARE(f.row(QStringLiteral("windowTitle")), -1);
+        QVERIFY(f.row(QStringLiteral("geometry")) >= 0);
+    }
+
+    void aFormInsideTheApplicationsWindowKeepsItsWindowProperties()
+    {
+        Fixture f;
+        QWidget host;
+        f.form->setParent(&host);
+        QVERIFY(!f.form->isWindow());
+        f.inspector->SetActiveComponent(f.form.get());
+        QVERIFY(f.row(QStringLiteral("windowTitle")) >= 0);
+        f.inspector->SetActiveComponent(f.b2);
+        QCOMPARE(f.row(QStringLiteral("windowTitle")), -1);
+        f.form->setParent(nullptr);
+    }
+
+    void aPictureCursorReadsAsItsNumber()
+    {
+        Fixture f;
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        f.label->setCursor(QCursor(picture));
+        f.inspector->SetActiveComponent(f.label);
+        QCOMPARE(f.value(QStringLiteral("cursor")), QStringLiteral("24"));
+        f.label->setCursor(Qt::IBeamCursor);
+        f.inspector->RefreshValues();
+        QCOMPARE(f.value(QStringLiteral("cursor")), QStringLiteral("IBeamCursor"));
+    }
+
+    // ---- Values read as lines are shown ----
+
+    void refreshedValuesInViewAreReadAtOnceTheOthersWhenShown()
+    {
+        Fixture f;
+        f.inspector->resize(320, 200);
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1, f.b2});
+        QVERIFY(f.show());
+        QTRY_VERIFY(!f.inspector->Strings()->ValuePending(0));
+        const int top = f.row(QStringLiteral("autoDefault"));
+        const int bottom = f.row(QStringLiteral("whatsThis"));
+        QVERIFY(top >= 0 && bottom > top);
+        QVERIFY(f.inspector->visualRect(f.inspector->model()->index(top, 1)).intersects(f.inspector->viewport()->rect()));
+        QVERIFY(!f.inspector->visualRect(f.inspector->model()->index(bottom, 1)).intersects(f.inspector->viewport()->rect()));
+        // Lines nobody has looked at are not read.
+        QVERIFY(f.inspector->Strings()->ValuePending(bottom));
+        QSignalSpy lines(f.inspector->Strings(), &TValueListStrings::LineChanged);
+        for (QPushButton *b : {f.b1, f.b2}) {
+            b->setAutoDefault(true);
+            b->setWhatsThis(QStringLiteral("Help"));
+        }
+        f.inspector->RefreshValues();
+        // The line in view is read now and announced...
+        QVERIFY(!f.inspector->Strings()->ValuePending(top));
+        QCOMPARE(lines.count(), 1);
+        QCOMPARE(lines.first().at(0).toInt(), top);
+        QCOMPARE(f.inspector->Strings()->ValueFromIndex(top), QStringLiteral("True"));
+        // ...the other one when shown.
+        QVERIFY(f.inspector->Strings()->ValuePending(bottom));
+        f.inspector->scrollTo(f.inspector->model()->index(bottom, 1));
+        QTRY_VERIFY(!f.inspector->Strings()->ValuePending(bottom));
+        QCOMPARE(f.value(QStringLiteral("whatsThis")), QStringLiteral("Help"));
     }
 
     void theDesignSurfaceFeedsTheInspectorAndFollowsItsEdits()

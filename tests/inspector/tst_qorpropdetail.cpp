@@ -5,8 +5,10 @@
 #include "inspector/qorpropdetail.h"
 
 #include <QCursor>
+#include <QDialog>
 #include <QFont>
 #include <QLabel>
+#include <QPixmap>
 #include <QPushButton>
 #include <QTest>
 
@@ -164,6 +166,46 @@ private slots:
         QVERIFY(!CursorToIdent(99, ident));
         QVERIFY(CursorToIdent(Qt::IBeamCursor, ident));
         QCOMPARE(ident, QStringLiteral("IBeamCursor"));
+    }
+
+    // A picture cursor has a key in Qt's enumeration ("BitmapCursor"), but
+    // that key cannot bring the picture back: it reads as its number.
+    void aPictureCursorReadsAsItsNumber()
+    {
+        Sample s;
+        QPixmap picture(16, 16);
+        picture.fill(Qt::black);
+        s.cursor = QCursor(picture);
+        QCOMPARE(s.cursor.shape(), Qt::BitmapCursor);
+        QCOMPARE(GetPropertyValueStr(&s, prop("cursor")), QStringLiteral("24"));
+        QString ident;
+        QVERIFY(!CursorToIdent(Qt::BitmapCursor, ident));
+        QVERIFY(!CursorToIdent(Qt::CustomCursor, ident));
+        QVERIFY(!CursorToIdent(-1, ident));
+        QVERIFY(CursorToIdent(Qt::DragLinkCursor, ident));
+        QCOMPARE(ident, QStringLiteral("DragLinkCursor"));
+    }
+
+    void aPropertyWithoutWriteAccessorIsNotWritable()
+    {
+        QWidget form;
+        auto *button = new QPushButton(&form);
+        TPropertyDetail x(button, QStringLiteral("x"));
+        TPropertyDetail text(button, QStringLiteral("text"));
+        QVERIFY(!x.GetPropWritable());
+        QVERIFY(text.GetPropWritable());
+        // The fields of a value that cannot be written cannot be either.
+        QObject *frame = GetPropertyValueObj(button, GetPropInfo(button, QStringLiteral("frameGeometry")));
+        QObject *geometry = GetPropertyValueObj(button, GetPropInfo(button, QStringLiteral("geometry")));
+        QVERIFY(frame && geometry);
+        QVERIFY(!TPropertyDetail(frame, QStringLiteral("width")).GetPropWritable());
+        QVERIFY(TPropertyDetail(geometry, QStringLiteral("width")).GetPropWritable());
+        // A dialog's "modal" can be written, a button's cannot: one object
+        // of a selection that cannot write it is enough.
+        QDialog dialog;
+        const PPropInfo modal = GetPropInfo(&dialog, QStringLiteral("modal"));
+        QVERIFY(TPropertyDetail(QList<QObject *>{&dialog}, modal).GetPropWritable());
+        QVERIFY(!TPropertyDetail(QList<QObject *>{&dialog, button}, modal).GetPropWritable());
     }
 
     void aClassPropertyShowsItsComponentOrItsClassInBrackets()

@@ -29,6 +29,8 @@
 #include <QTimer>
 
 #include <bit>
+#include <memory>
+#include <vector>
 
 class Gauge : public QWidget
 {
@@ -410,7 +412,8 @@ private slots:
         b.setGeometry(10, 20, 80, 30);
         auto geometry = editorFor({&a, &b}, "geometry");
         QCOMPARE(geometry->GetValue(), QStringLiteral("[(10, 20), 80 x 30]"));
-        QVERIFY(geometry->GetAttributes() & paReadOnly);
+        // Its short text can be typed back.
+        QVERIFY(!(geometry->GetAttributes() & paReadOnly));
         auto width = subNamed(geometry, QStringLiteral("width"));
         QVERIFY(width);
         QCOMPARE(width->GetValue(), QStringLiteral("80"));
@@ -730,12 +733,13 @@ private slots:
             g->spot = QPoint(10, 20);
         }
         auto extent = editorFor(three, "extent");
-        QCOMPARE(extent->GetAttributes() & (paSubProperties | paReadOnly), paSubProperties | paReadOnly);
+        QCOMPARE(extent->GetAttributes() & (paSubProperties | paReadOnly), paSubProperties);
         QCOMPARE(extent->GetValue(), QStringLiteral("40 x 20"));
         QStringList fields;
         for (const TPropertyEditorRef &sub : subEditors(extent))
             fields.append(sub->GetName());
-        QCOMPARE(fields, QStringList({"height", "width"}));
+        // Width before height, as a size is read.
+        QCOMPARE(fields, QStringList({"width", "height"}));
         subNamed(extent, QStringLiteral("height"))->SetValue(QStringLiteral("25"));
         for (Gauge *g : {&a, &b, &c})
             QCOMPARE(g->extent, QSize(40, 25));
@@ -772,17 +776,136 @@ private slots:
 
         auto palette = editorFor({&a}, "palette");
         QVERIFY(palette->GetAttributes() & paSubProperties);
+        // A palette has no text to type.
+        QVERIFY(palette->GetAttributes() & paReadOnly);
         auto window = subNamed(palette, QStringLiteral("window"));
         QVERIFY(dynamic_cast<TColorProperty *>(window.get()));
         window->SetValue(QStringLiteral("red"));
         QCOMPARE(a.palette().color(QPalette::Window), QColor(Qt::red));
 
         auto font = editorFor(three, "font");
-        QCOMPARE(font->GetAttributes() & (paDialog | paSubProperties | paReadOnly),
-                 paDialog | paSubProperties | paReadOnly);
+        QCOMPARE(font->GetAttributes() & (paDialog | paSubProperties | paReadOnly), paDialog | paSubProperties);
         subNamed(font, QStringLiteral("bold"))->SetValue(QStringLiteral("True"));
         for (Gauge *g : {&a, &b, &c})
             QVERIFY(g->font().bold());
+    }
+
+    void aValueWithFieldsIsTypedInItsTextOrALooserForm_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("size as shown") << "extent" << "80 x 30" << "80 x 30";
+        QTest::newRow("size without blanks") << "extent" << "80x30" << "80 x 30";
+        QTest::newRow("size with a comma") << "extent" << "80, 30" << "80 x 30";
+        QTest::newRow("point as shown") << "spot" << "-5, 12" << "-5, 12";
+        QTest::newRow("point in parentheses with a blank") << "spot" << "(7 8)" << "7, 8";
+        QTest::newRow("rectangle as shown") << "geometry" << "[(10, 20), 80 x 30]" << "[(10, 20), 80 x 30]";
+        QTest::newRow("rectangle as four numbers") << "geometry" << "11, 21, 81, 31" << "[(11, 21), 81 x 31]";
+        QTest::newRow("margins as shown") << "pad" << "[1, 2, 3, 4]" << "[1, 2, 3, 4]";
+        QTest::newRow("margins without brackets") << "pad" << "4 3 2 1" << "[4, 3, 2, 1]";
+        QTest::newRow("size policy as shown") << "sizePolicy" << "[Expanding, Fixed, 1, 2]"
+                                              << "[Expanding, Fixed, 1, 2]";
+        QTest::newRow("size policy in any case") << "sizePolicy" << "preferred, MINIMUM, 0, 3"
+                                                 << "[Preferred, Minimum, 0, 3]";
+        QTest::newRow("font as shown") << "font" << "Serif, 13" << "Serif, 13";
+        QTest::newRow("font in pixels") << "font" << "Serif, 20px" << "Serif, 20px";
+    }
+
+    void aValueWithFieldsIsTypedInItsTextOrALooserForm()
+    {
+        QFETCH(QString, property);
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        const QByteArray name = property.toLatin1();
+        Gauge a, b, c;
+        const QList<QObject *> three{&a, &b, &c};
+        auto all = editorFor(three, name.constData());
+        QVERIFY(all->GetValue() != shown);
+        all->SetValue(text);
+        for (QObject *g : three)
+            QCOMPARE(editorFor({g}, name.constData())->GetValue(), shown);
+        QCOMPARE(all->GetValue(), shown);
+    }
+
+    void aValueTextThatDoesNotReadIsRefusedAndChangesNothing_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("size of three numbers") << "extent" << "80 x 30 x 2";
+        QTest::newRow("size with a word") << "extent" << "wide x 30";
+        QTest::newRow("empty size") << "extent" << "";
+        QTest::newRow("number beyond an int") << "extent" << "99999999999 x 1";
+        QTest::newRow("point of one number") << "spot" << "5";
+        QTest::newRow("rectangle with a unit") << "geometry" << "10, 20, 80px, 30";
+        QTest::newRow("margins run together") << "pad" << "1-2, 3, 4";
+        QTest::newRow("unknown size policy") << "sizePolicy" << "Sideways, Fixed";
+        QTest::newRow("stretch above 255") << "sizePolicy" << "Fixed, Fixed, 0, 256";
+        QTest::newRow("one stretch only") << "sizePolicy" << "Fixed, Fixed, 1";
+        QTest::newRow("font without family") << "font" << ", 12";
+        QTest::newRow("font with a word for size") << "font" << "Serif, big";
+        QTest::newRow("font of size 0") << "font" << "Serif, 0";
+    }
+
+    void aValueTextThatDoesNotReadIsRefusedAndChangesNothing()
+    {
+        QFETCH(QString, property);
+        QFETCH(QString, text);
+        const QByteArray name = property.toLatin1();
+        Gauge a, b;
+        a.setGeometry(1, 2, 3, 4);
+        b.setGeometry(5, 6, 7, 8);
+        a.extent = b.extent = QSize(4, 5);
+        const QList<QObject *> two{&a, &b};
+        const QVariant beforeA = a.property(name.constData());
+        const QVariant beforeB = b.property(name.constData());
+        QVERIFY_THROWS_EXCEPTION(EConvertError, editorFor(two, name.constData())->SetValue(text));
+        QCOMPARE(a.property(name.constData()), beforeA);
+        QCOMPARE(b.property(name.constData()), beforeB);
+    }
+
+    void aTypedSizePolicyOrFontLeavesWhatItsTextLeavesOut()
+    {
+        Gauge a, b;
+        QSizePolicy policyA(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        policyA.setHorizontalStretch(1);
+        policyA.setVerticalStretch(2);
+        QSizePolicy policyB = policyA;
+        policyB.setHorizontalStretch(3);
+        a.setSizePolicy(policyA);
+        b.setSizePolicy(policyB);
+        editorFor({&a, &b}, "sizePolicy")->SetValue(QStringLiteral("Expanding, Minimum"));
+        QCOMPARE(a.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+        QCOMPARE(b.sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+        QCOMPARE(a.sizePolicy().horizontalStretch(), 1);
+        QCOMPARE(b.sizePolicy().horizontalStretch(), 3);
+        QCOMPARE(b.sizePolicy().verticalStretch(), 2);
+
+        QFont bold = a.font();
+        bold.setBold(true);
+        bold.setPointSize(11);
+        a.setFont(bold);
+        QFont italic = b.font();
+        italic.setItalic(true);
+        italic.setPointSize(12);
+        b.setFont(italic);
+        editorFor({&a, &b}, "font")->SetValue(QStringLiteral("Serif, 15"));
+        QCOMPARE(a.font().family(), QStringLiteral("Serif"));
+        QCOMPARE(b.font().pointSize(), 15);
+        QVERIFY(a.font().bold() && !a.font().italic());
+        QVERIFY(b.font().italic() && !b.font().bold());
+        // A family alone keeps each size.
+        a.setFont(bold);
+        b.setFont(italic);
+        editorFor({&a, &b}, "font")->SetValue(QStringLiteral("Monospace"));
+        QCOMPARE(a.font().family(), QStringLiteral("Monospace"));
+        QCOMPARE(a.font().pointSize(), 11);
+        QCOMPARE(b.font().pointSize(), 12);
+
+        // A palette has no text: typing one is refused.
+        const QPalette palette = a.palette();
+        QVERIFY_THROWS_EXCEPTION(EPropertyError, editorFor({&a}, "palette")->SetValue(QStringLiteral("red")));
+        QCOMPARE(a.palette(), palette);
     }
 
     void flagsOfferEachSingleBitOnce()
@@ -823,6 +946,46 @@ private slots:
         icon->SetValue(QString());
         QVERIFY(b.icon().isNull());
         QCOMPARE(icon->GetValue(), QStringLiteral("(none)"));
+    }
+
+    void objectsWithEqualValuesShareOneTextUnlessTheTextReadsMore()
+    {
+        QList<QObject *> hundred;
+        std::vector<std::unique_ptr<Gauge>> gauges;
+        for (int i = 0; i < 100; ++i) {
+            gauges.push_back(std::make_unique<Gauge>());
+            gauges.back()->level = 5;
+            hundred.append(gauges.back().get());
+        }
+        auto level = editorFor(hundred, "level");
+        QVERIFY(level->TextFollowsValue());
+        QCOMPARE(level->GetValue(), QStringLiteral("5"));
+        QVERIFY(level->AllEqual());
+        gauges.back()->level = 6;
+        QCOMPARE(level->GetValue(), QString());
+        QVERIFY(!level->AllEqual());
+        // An editor of an application's own may read more than the value.
+        QVERIFY(!TPropertyEditor(nullptr, 1).TextFollowsValue());
+
+        // A reference is named from each object's own form: one button
+        // seen from two forms has two names, though both hold the same.
+        QWidget formA, formB;
+        formA.setObjectName(QStringLiteral("FormA"));
+        formB.setObjectName(QStringLiteral("FormB"));
+        auto *button = new QPushButton(&formA);
+        button->setObjectName(QStringLiteral("Button1"));
+        InsertComponent(&formA, button);
+        auto *near = new Gauge(&formA);
+        auto *far = new Gauge(&formB);
+        InsertComponent(&formA, near);
+        InsertComponent(&formB, far);
+        near->target = far->target = button;
+        auto target = editorFor({near, far}, "target");
+        QVERIFY(!target->TextFollowsValue());
+        QCOMPARE(editorFor({near}, "target")->GetValue(), QStringLiteral("Button1"));
+        QCOMPARE(editorFor({far}, "target")->GetValue(), QStringLiteral("FormA.Button1"));
+        QCOMPARE(target->GetValue(), QString());
+        QVERIFY(!target->AllEqual());
     }
 
     void aReferenceIsWrittenToSeveralObjects()

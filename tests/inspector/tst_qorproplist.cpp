@@ -10,6 +10,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 class Gauge : public QWidget
@@ -18,9 +19,13 @@ class Gauge : public QWidget
     Q_PROPERTY(int level MEMBER level)
     Q_PROPERTY(Qt::Alignment align MEMBER align)
     Q_PROPERTY(QWidget *buddy MEMBER buddy)
+    Q_PROPERTY(QPoint spot MEMBER spot)
+    Q_PROPERTY(QMargins pad MEMBER pad)
 
 public:
     using QWidget::QWidget;
+    QPoint spot;
+    QMargins pad;
     int level = 0;
     Qt::Alignment align = Qt::AlignLeft;
     QWidget *buddy = nullptr;
@@ -166,22 +171,58 @@ private slots:
         QVERIFY(geometry->GetExpandable());
         geometry->SetExpanded(true);
         const QStringList after = names(l.strings);
-        // Fields in name order, as every property list.
-        QCOMPARE(after.mid(at, 6), QStringList({"- geometry", "    height", "    width", "    x", "    y", before.at(at + 1)}));
+        // A rectangle's fields in their natural order, not by name.
+        QCOMPARE(after.mid(at, 6), QStringList({"- geometry", "    x", "    y", "    width", "    height", before.at(at + 1)}));
         QCOMPARE(after.size(), before.size() + 4);
-        QCOMPARE(l.strings.ValueFromIndex(at + 1), QStringLiteral("30"));
-        QCOMPARE(l.strings.ValueFromIndex(at + 3), QStringLiteral("10"));
-        // The value row itself reads as its class and cannot be typed into.
+        QCOMPARE(l.strings.ValueFromIndex(at + 1), QStringLiteral("10"));
+        QCOMPARE(l.strings.ValueFromIndex(at + 4), QStringLiteral("30"));
+        // Without property editors the value row reads as its class and
+        // cannot be typed into.
         QCOMPARE(l.strings.ValueFromIndex(at), QStringLiteral("[QRect]"));
         QVERIFY(l.strings.ItemProps(at).ReadOnly);
-        QVERIFY(!l.strings.ItemProps(at + 2).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(at + 3).ReadOnly);
         // A field written through its line's row resizes the widget.
-        auto *width = dynamic_cast<TObjInspecPropertyItem *>(l.strings.Objects(at + 2));
+        auto *width = dynamic_cast<TObjInspecPropertyItem *>(l.strings.Objects(at + 3));
         QVERIFY(width);
         width->SetPropValueStr(QStringLiteral("120"));
         QCOMPARE(button.geometry(), QRect(10, 20, 120, 30));
         geometry->SetExpanded(false);
         QCOMPARE(names(l.strings), before);
+    }
+
+    void theFieldsOfEachValueReadInTheirNaturalOrder_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QStringList>("fields");
+        QTest::newRow("rectangle") << "geometry" << QStringList({"x", "y", "width", "height"});
+        QTest::newRow("size") << "minimumSize" << QStringList({"width", "height"});
+        QTest::newRow("point") << "spot" << QStringList({"x", "y"});
+        QTest::newRow("margins") << "pad" << QStringList({"left", "top", "right", "bottom"});
+        QTest::newRow("size policy") << "sizePolicy"
+                                     << QStringList({"horizontalPolicy", "verticalPolicy", "horizontalStretch",
+                                                     "verticalStretch"});
+        QTest::newRow("font") << "font"
+                              << QStringList({"family", "pointSize", "weight", "bold", "italic", "underline",
+                                              "strikeOut", "kerning"});
+    }
+
+    void theFieldsOfEachValueReadInTheirNaturalOrder()
+    {
+        QFETCH(QString, property);
+        QFETCH(QStringList, fields);
+        Gauge gauge;
+        Listed l(&gauge, true);
+        l.list.GetPropItemsByName(property)->SetExpanded(true);
+        const int at = lineOf(l.strings, property);
+        QStringList listed;
+        for (int i = at + 1; i <= at + fields.size(); ++i)
+            listed.append(l.strings.Names(i).trimmed());
+        QCOMPARE(listed, fields);
+        // The line after the fields is the next property, one level up.
+        QVERIFY(!l.strings.Names(at + int(fields.size()) + 1).startsWith(QLatin1String("    ")));
+        // The properties themselves stay in name order.
+        const QStringList all = names(l.strings);
+        QVERIFY(all.indexOf(QStringLiteral("  accessibleDescription")) < all.indexOf(QStringLiteral("  level")));
     }
 
     void theNameListsReachIntoNestedRowsToo()
@@ -281,6 +322,100 @@ private slots:
         QCOMPARE(row->GetPropValueStr(), QStringLiteral("Button1"));
         row->SetPropValueStr(QString());
         QCOMPARE(gauge->buddy, nullptr);
+    }
+
+    void aValueWithATextIsTypedAndAPropertyWithoutWriterIsLocked()
+    {
+        QWidget form;
+        auto *gauge = new Gauge(&form);
+        InsertComponent(&form, gauge);
+        Listed l(gauge, true);
+        const int geometry = lineOf(l.strings, QStringLiteral("geometry"));
+        const int palette = lineOf(l.strings, QStringLiteral("palette"));
+        const int x = lineOf(l.strings, QStringLiteral("x"));
+        const int focusPolicy = lineOf(l.strings, QStringLiteral("focusPolicy"));
+        QVERIFY(geometry >= 0 && palette >= 0 && x >= 0 && focusPolicy >= 0);
+        // Through its editor a rectangle is typed in its own text.
+        QVERIFY(!l.strings.ItemProps(geometry).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(geometry).Locked);
+        // A palette only through its fields.
+        QVERIFY(l.strings.ItemProps(palette).ReadOnly);
+        QVERIFY(!l.strings.ItemProps(palette).Locked);
+        // Qt gives "x" no writer: locked, without a list to pick from.
+        QVERIFY(l.strings.ItemProps(x).ReadOnly);
+        QVERIFY(l.strings.ItemProps(x).Locked);
+        QCOMPARE(l.strings.ItemProps(x).EditStyle, esSimple);
+        QVERIFY(!l.strings.ItemProps(focusPolicy).Locked);
+    }
+
+    // ---- Values made when read ----
+
+    void aPendingValueIsMadeWhenFirstReadAndAgainOnlyWhenForgotten()
+    {
+        TValueListStrings strings;
+        TObject one;
+        TObject *first = &one;
+        int made = 0;
+        strings.SetValueMaker([&made, first](TObject *Object) {
+            ++made;
+            return Object == first ? QStringLiteral("one") : QStringLiteral("other");
+        });
+        const int line = strings.AddPending(QStringLiteral("  a"), first);
+        strings.AddPending(QStringLiteral("  b"), nullptr);
+        QVERIFY(strings.ValuePending(line));
+        // The name needs no value.
+        QCOMPARE(strings.Names(line), QStringLiteral("  a"));
+        QCOMPARE(made, 0);
+        QCOMPARE(strings.ValueFromIndex(line), QStringLiteral("one"));
+        QCOMPARE(strings.Strings(line), QStringLiteral("  a=one"));
+        QCOMPARE(made, 1);
+        QVERIFY(!strings.ValuePending(line));
+        QCOMPARE(strings.Objects(line), first);
+        // Forgotten: made again on the next read, silently.
+        QSignalSpy changed(&strings, &TValueListStrings::LineChanged);
+        strings.SetValuePending(line);
+        QCOMPARE(strings.Names(line), QStringLiteral("  a"));
+        QCOMPARE(strings.ValueFromIndex(line), QStringLiteral("one"));
+        QCOMPARE(made, 2);
+        QCOMPARE(changed.count(), 0);
+        // A pending value written over is not made first.
+        strings.SetValueFromIndex(1, QStringLiteral("typed"));
+        QCOMPARE(made, 2);
+        QCOMPARE(strings.Strings(1), QStringLiteral("  b=typed"));
+        QCOMPARE(changed.count(), 1);
+        // Without a maker a pending value reads empty.
+        TValueListStrings bare;
+        bare.AddPending(QStringLiteral("c"), nullptr);
+        QCOMPARE(bare.Strings(0), QStringLiteral("c="));
+    }
+
+    void linesWithValuesMadeWhenReadReadAsLinesFilledAtOnce()
+    {
+        QWidget form;
+        auto *a = new Gauge(&form);
+        auto *b = new Gauge(&form);
+        InsertComponent(&form, a);
+        InsertComponent(&form, b);
+        a->level = b->level = 4;
+        a->setToolTip(QStringLiteral("same"));
+        b->setToolTip(QStringLiteral("same"));
+        b->setGeometry(1, 2, 3, 4);
+        TValueListStrings eager, lazy;
+        lazy.SetValueMaker(&ObjInspecValueText);
+        TObjInspecPropListEx list(nullptr, true);
+        list.SetBasedObjects({a, b});
+        list.SetValueListStrings(&eager);
+        list.UpdateOutputList();
+        list.SetValueListStrings(&lazy);
+        list.UpdateOutputList();
+        QVERIFY(lazy.Count() > 20);
+        QVERIFY(lazy.ValuePending(0));
+        QCOMPARE(lazy.Count(), eager.Count());
+        for (int i = 0; i < eager.Count(); ++i)
+            QCOMPARE(lazy.Strings(i), eager.Strings(i));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("level"))), QStringLiteral("4"));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("toolTip"))), QStringLiteral("same"));
+        QCOMPARE(lazy.ValueFromIndex(lineOf(lazy, QStringLiteral("geometry"))), QString());
     }
 
     void rowsAreFoundByTheirDisplayLabels()
