@@ -287,24 +287,52 @@ QRegion TQorSizer::MarksRegion() const
     return region;
 }
 
+namespace {
+
+// The frame a moving sizer shows: grey, two pixels wide, inside its edges.
+QPen movingFramePen()
+{
+    return QPen(QColor(0x80, 0x80, 0x80), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin);
+}
+
+} // namespace
+
+QRectF TQorSizer::MovingFrame() const
+{
+    return QRectF(RectFromEdges(2, 2, width() - 2, height() - 2)).adjusted(-1, -1, 0, 0);
+}
+
+QColor TQorSizer::MarkColor() const
+{
+    return m_sizerMode == smSingle ? m_singleSelColor : m_multiSelColor;
+}
+
+void TQorSizer::AppendMarks(QList<QRect> &Rects, const QPoint &Offset) const
+{
+    // Every handle in the single mode, the four corners in any other.
+    if (m_sizerMode == smSingle) {
+        for (const QRect &handle : m_handles)
+            Rects.append(handle.translated(Offset));
+    } else {
+        for (int index : {0, 2, 4, 6})
+            Rects.append(m_handles[size_t(index)].translated(Offset));
+    }
+}
+
 void TQorSizer::PaintMarks(QPainter &Painter) const
 {
     if (!m_control)
         return;
     if (m_moving) {
-        // A frame only: grey, two pixels wide, inside the sizer's edges.
         Painter.setBrush(Qt::NoBrush);
-        Painter.setPen(QPen(QColor(0x80, 0x80, 0x80), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        Painter.drawRect(QRectF(RectFromEdges(2, 2, width() - 2, height() - 2)).adjusted(-1, -1, 0, 0));
+        Painter.setPen(movingFramePen());
+        Painter.drawRect(MovingFrame());
         return;
     }
-    if (m_sizerMode == smSingle) {
-        for (const QRect &handle : m_handles)
-            Painter.fillRect(handle, m_singleSelColor);
-    } else {
-        for (int index : {0, 2, 4, 6})
-            Painter.fillRect(m_handles[size_t(index)], m_multiSelColor);
-    }
+    QList<QRect> marks;
+    AppendMarks(marks, QPoint());
+    for (const QRect &mark : std::as_const(marks))
+        Painter.fillRect(mark, MarkColor());
 }
 
 bool TQorSizer::ControlShowing() const
@@ -1290,17 +1318,32 @@ void TQorSizerOverlay::paintEvent(QPaintEvent *event)
 {
     if (!m_list)
         return;
+    // The marks are gathered and drawn in one call per colour (and one for
+    // the frames of moving sizers): the paint region of a thousand
+    // repainted controls is complex, and each call is clipped to it anew.
     QPainter painter(this);
     const QRect dirty = event->rect();
+    QHash<QRgb, QList<QRect>> marks;
+    QList<QRectF> frames;
     for (TQorSizer *sizer : m_list->m_sizers) {
         if (!sizer->isHidden() || !sizer->Control() || sizer->m_inlineEditing || !sizer->ControlShowing())
             continue;
         const QRect bounds = sizer->geometry();
         if (!bounds.intersects(dirty))
             continue;
-        painter.save();
-        painter.translate(bounds.topLeft());
-        sizer->PaintMarks(painter);
-        painter.restore();
+        if (sizer->m_moving)
+            frames.append(sizer->MovingFrame().translated(bounds.topLeft()));
+        else
+            sizer->AppendMarks(marks[sizer->MarkColor().rgba()], bounds.topLeft());
+    }
+    painter.setPen(Qt::NoPen);
+    for (auto it = marks.cbegin(); it != marks.cend(); ++it) {
+        painter.setBrush(QColor::fromRgba(it.key()));
+        painter.drawRects(it.value().constData(), int(it.value().size()));
+    }
+    if (!frames.isEmpty()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(movingFramePen());
+        painter.drawRects(frames.constData(), int(frames.size()));
     }
 }

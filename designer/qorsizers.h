@@ -145,6 +145,11 @@ protected:
     // Paints the marks of the sizer with a painter whose origin is the
     // sizer's top left, on the sizer itself or on the list's overlay.
     virtual void PaintMarks(QPainter &Painter) const;
+    // The filled marks (handles or corners) with the sizer's top left at
+    // Offset, and their colour; the frame a moving sizer shows instead.
+    void AppendMarks(QList<QRect> &Rects, const QPoint &Offset) const;
+    QColor MarkColor() const;
+    QRectF MovingFrame() const;
     // What the sizer's mask keeps: its handles, or its frame while moving.
     virtual QRegion MarksRegion() const;
     void UpdateShape();
