@@ -407,7 +407,7 @@ void TQorDesignManager::SelectControl(QWidget *Control, const QPoint &Pos, TCont
         // The new sizer shows before the drag begins; the button may have
         // been let go meanwhile (a quick click), then nothing is dragged.
         QCoreApplication::processEvents();
-        if (sizer && sizer->Control() && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        if (sizer && sizer->Control() == Control && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
             sizer->BeginMoveAsSender(global);
     }
 }

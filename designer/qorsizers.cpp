@@ -250,7 +250,8 @@ void TQorSizer::BindToControl()
     UpdateBounds();
     if (m_control->parentWidget()) {
         QWidget *parent = SizerParent();
-        if (parentWidget() != parent) {
+        // A sizer of a list lives where UpdateShape puts it.
+        if (!m_sizerList && parentWidget() != parent) {
             const bool hidden = isHidden();
             setParent(parent);
             setHidden(hidden);
@@ -347,8 +348,11 @@ void TQorSizer::UpdateShape()
 {
     // A control the user cannot see (on a tab page that is not current)
     // shows no marks: they would lie over the controls that are showing.
-    const bool shown = m_control && m_sizerMode == smSingle && parentWidget() && ControlShowing();
+    QWidget *home = m_control ? SizerParent() : nullptr;
+    const bool shown = m_control && m_sizerMode == smSingle && home && ControlShowing();
     if (shown) {
+        if (parentWidget() != home)
+            setParent(home);
         UpdatePaintRects();
         setMask(MarksRegion());
         if (isHidden())
@@ -363,8 +367,17 @@ void TQorSizer::UpdateShape()
                 m_sizerList->keepKeyboard(this);
             hide();
         }
-        if (m_sizerList)
+        if (m_sizerList) {
+            // A hidden sizer of a list lives under the list's overlay, which
+            // shares the stage's coordinates: the stage's own children stay
+            // its controls, however many are selected.
+            if (TQorSizerOverlay *overlay = home ? m_sizerList->overlayFor(home) : nullptr;
+                overlay && parentWidget() != overlay)
+                setParent(overlay);
             m_sizerList->InvalidateMarks(this, geometry());
+        } else if (home && parentWidget() != home) {
+            setParent(home);
+        }
     }
 }
 
@@ -570,6 +583,9 @@ void TQorSizer::BroadcastMoveEndMsg()
 
 bool TQorSizer::SizerWndProc(TMessage &Message)
 {
+    // A sizer kept for later belongs to no selection.
+    if (!m_sizerList && !m_control)
+        return true;
     if (Message.Msg == WM_ENTERSIZEMOVE) {
         StartMove();
         return true;
@@ -844,7 +860,83 @@ TQorSizerList::TQorSizerList(TQorDesignManager *Manager)
 TQorSizerList::~TQorSizerList()
 {
     ClearSizer();
+    ClearSpare();
     delete m_overlay.data();
+}
+
+void TQorSizerList::retire(TQorSizer *Sizer)
+{
+    // Freed sizers are kept, hidden and unbound under the overlay, for the
+    // next selection: making and destroying a widget per control is most of
+    // what selecting or deleting thousands of controls would cost. A sizer
+    // kept now is handed out again only after the messages posted to it
+    // before were delivered (and ignored).
+    Sizer->m_sizerList = nullptr;
+    if (activeDrag == Sizer)
+        activeDrag = nullptr;
+    if (m_keySizer == Sizer)
+        m_keySizer = nullptr;
+    Sizer->SetControl(nullptr);
+    if (!Sizer->isHidden())
+        Sizer->hide();
+    Sizer->m_moving = false;
+    Sizer->m_sender = false;
+    Sizer->m_inlineEditing = false;
+    Sizer->m_following = false;
+    Sizer->m_resizeCode = HTNOWHERE;
+    Sizer->m_popupMenu = nullptr;
+    if (!m_overlay || QCoreApplication::closingDown()) {
+        delete Sizer;
+        return;
+    }
+    if (Sizer->parentWidget() != m_overlay)
+        Sizer->setParent(m_overlay);
+    m_fresh.push_back(Sizer);
+    if (!m_promoteQueued) {
+        m_promoteQueued = true;
+        QMetaObject::invokeMethod(
+            m_overlay,
+            [this] {
+                m_promoteQueued = false;
+                m_spare.insert(m_spare.end(), m_fresh.begin(), m_fresh.end());
+                m_fresh.clear();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+TQorSizer *TQorSizerList::takeSpare()
+{
+    while (!m_spare.empty()) {
+        QPointer<TQorSizer> sizer = m_spare.back();
+        m_spare.pop_back();
+        if (!sizer)
+            continue;
+        sizer->m_enabled = true;
+        sizer->m_sizerMode = smNone;
+        return sizer;
+    }
+    return nullptr;
+}
+
+void TQorSizerList::ClearSpare()
+{
+    std::vector<QPointer<TQorSizer>> all;
+    all.swap(m_spare);
+    all.insert(all.end(), m_fresh.begin(), m_fresh.end());
+    m_fresh.clear();
+    for (const QPointer<TQorSizer> &sizer : all)
+        delete sizer.data();
+}
+
+void TQorSizerList::forgetOverlay(TQorSizerOverlay *Overlay)
+{
+    // The overlay is being destroyed with the sizers kept under it.
+    if (m_overlay == Overlay)
+        m_overlay = nullptr;
+    m_spare.clear();
+    m_fresh.clear();
+    m_promoteQueued = false;
 }
 
 TQorSizer *TQorSizerList::Sizers(int Index) const
@@ -871,7 +963,9 @@ int TQorSizerList::AddControl(QWidget *Control, QObject *Owner, bool CheckExists
     Q_UNUSED(Owner);
     if (CheckExists && SizerOf(Control))
         return -1;
-    auto *sizer = new TQorSizer;
+    TQorSizer *sizer = takeSpare();
+    if (!sizer)
+        sizer = new TQorSizer;
     sizer->SetSizerList(this);
     // The mode the list is in decides whether the new sizer shows itself.
     sizer->m_sizerMode = m_sizers.empty() ? smSingle : smMulti;
@@ -940,8 +1034,7 @@ void TQorSizerList::DelSizer(int Index)
     if (!sizer)
         return;
     freeSizer(sizer);
-    sizer->m_sizerList = nullptr;
-    delete sizer;
+    retire(sizer);
     UpdateAllSizerMode();
 }
 
@@ -966,8 +1059,7 @@ void TQorSizerList::DelAllUnSibling(TQorSizer *Sizer)
         return;
     for (TQorSizer *sizer : gone) {
         freeSizer(sizer);
-        sizer->m_sizerList = nullptr;
-        delete sizer;
+        retire(sizer);
     }
     UpdateAllSizerMode();
     // The selection shrank: the manager, the center and the other
@@ -985,10 +1077,9 @@ void TQorSizerList::DelUnassignedSizers()
     }
     for (TQorSizer *sizer : gone) {
         freeSizer(sizer);
-        sizer->m_sizerList = nullptr;
-        sizer->hide();
-        // The sizer may be inside its own notification: free it later.
-        sizer->deleteLater();
+        // The sizer may be inside its own notification: it is kept, not
+        // destroyed.
+        retire(sizer);
     }
     UpdateAllSizerMode();
     if (m_manager)
@@ -1003,8 +1094,7 @@ void TQorSizerList::ClearSizer()
     m_multi = false;
     for (TQorSizer *sizer : all) {
         keepKeyboard(sizer);
-        sizer->m_sizerList = nullptr;
-        delete sizer;
+        retire(sizer);
     }
     if (m_overlay)
         m_overlay->update();
@@ -1108,7 +1198,9 @@ void TQorSizerList::SetAllEnabled(bool Value)
 
 void TQorSizerList::ReleaseOverlay()
 {
+    // The hidden sizers and the kept ones go with it.
     delete m_overlay.data();
+    ClearSpare();
 }
 
 TQorSizer *TQorSizerList::KeySizer() const
@@ -1133,8 +1225,16 @@ TQorSizerOverlay *TQorSizerList::overlayFor(QWidget *Parent)
 {
     if (!Parent)
         return nullptr;
-    if (m_overlay && m_overlay->parentWidget() != Parent)
+    if (m_overlay && m_overlay->parentWidget() != Parent) {
+        // The sizers that lived under the old overlay move to their own
+        // parents; the kept ones go with it.
+        for (TQorSizer *sizer : m_sizers) {
+            if (sizer->parentWidget() == m_overlay)
+                sizer->setParent(sizer->SizerParent());
+        }
         delete m_overlay.data();
+        ClearSpare();
+    }
     if (!m_overlay)
         m_overlay = new TQorSizerOverlay(this, Parent);
     return m_overlay;
@@ -1142,7 +1242,7 @@ TQorSizerOverlay *TQorSizerList::overlayFor(QWidget *Parent)
 
 void TQorSizerList::InvalidateMarks(const TQorSizer *Sizer, const QRect &OldBounds)
 {
-    QWidget *parent = Sizer->parentWidget();
+    QWidget *parent = Sizer->SizerParent();
     if (!parent)
         return;
     TQorSizerOverlay *overlay = overlayFor(parent);
@@ -1241,6 +1341,12 @@ void TQorStageSizer::PaintMarks(QPainter &Painter) const
 }
 
 // ---- TQorSizerOverlay --------------------------------------------------
+
+TQorSizerOverlay::~TQorSizerOverlay()
+{
+    if (m_list)
+        m_list->forgetOverlay(this);
+}
 
 TQorSizerOverlay::TQorSizerOverlay(TQorSizerList *List, QWidget *Parent)
     : QWidget(Parent)

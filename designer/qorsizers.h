@@ -252,6 +252,12 @@ private:
     void freeSizer(TQorSizer *Sizer);
     void keepKeyboard(TQorSizer *Sizer);
     void giveStageFocus();
+    // Keeps a freed sizer for the next selection (or destroys it when
+    // there is no overlay to keep it under).
+    void retire(TQorSizer *Sizer);
+    TQorSizer *takeSpare();
+    void ClearSpare();
+    void forgetOverlay(TQorSizerOverlay *Overlay);
     TQorSizerOverlay *overlayFor(QWidget *Parent);
 
     TQorDesignManager *m_manager;
@@ -261,6 +267,11 @@ private:
     QPointer<TQorSizer> m_keySizer;
     // Delete went down alone and nothing joined it yet.
     bool m_deleteArmed = false;
+    // Sizers kept for later selections: ready ones, and ones kept in this
+    // turn of the event loop.
+    std::vector<QPointer<TQorSizer>> m_spare;
+    std::vector<QPointer<TQorSizer>> m_fresh;
+    bool m_promoteQueued = false;
     // The mode every sizer has now, so that adding a sizer to a multiple
     // selection does not revisit the others.
     bool m_multi = false;
@@ -304,6 +315,7 @@ class QORDESIGN_EXPORT TQorSizerOverlay : public QWidget
 
 public:
     TQorSizerOverlay(TQorSizerList *List, QWidget *Parent);
+    ~TQorSizerOverlay() override;
 
     void Detach() { m_list = nullptr; }
     // Marks an area for repainting at the next turn of the event loop.

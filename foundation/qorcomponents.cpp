@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QMetaObject>
 #include <QScrollArea>
+#include <QThread>
 #include <QTabWidget>
 #include <QToolBox>
 #include <QWidget>
@@ -448,6 +449,50 @@ void adoptUnder(QObject *owner, QObject *object, int &count)
 
 } // namespace
 
+namespace {
+
+// What FreeComponent frees in one turn of the event loop is destroyed
+// together: the holder is deleted later, as each component would be, and
+// deletes the components it holds in the order they were freed. A deletion
+// of thousands of components posts one event instead of one each.
+class Graveyard final : public QObject
+{
+public:
+    Graveyard() { setObjectName(QStringLiteral("qt_qor_graveyard")); }
+    ~Graveyard() override
+    {
+        for (const QPointer<QObject> &component : std::as_const(m_held))
+            delete component.data();
+    }
+
+    void hold(QObject *Component) { m_held.append(Component); }
+
+private:
+    QList<QPointer<QObject>> m_held;
+};
+
+QPointer<Graveyard> &currentGraveyard()
+{
+    static QPointer<Graveyard> graveyard;
+    return graveyard;
+}
+
+void freeLater(QObject *Component)
+{
+    if (Component->thread() != QThread::currentThread()) {
+        Component->deleteLater();
+        return;
+    }
+    QPointer<Graveyard> &graveyard = currentGraveyard();
+    if (!graveyard) {
+        graveyard = new Graveyard;
+        graveyard->deleteLater();
+    }
+    graveyard->hold(Component);
+}
+
+} // namespace
+
 void FreeComponent(QObject *Component)
 {
     if (!Component)
@@ -467,7 +512,7 @@ void FreeComponent(QObject *Component)
         if (QObject *owner = Owner(object))
             RemoveComponent(owner, object);
     }
-    Component->deleteLater();
+    freeLater(Component);
 }
 
 int AdoptNamedDescendants(QObject *Owner)
