@@ -143,6 +143,6 @@ QList<BenchRow> clipboardRows()
     return rows;
 }
 
-const BenchRegistrar registrar("clipboard", clipboardRows);
+const BenchRegistrar registrar("clipboard", clipboardRows, {QStringLiteral("clipboard.copy_1000"), QStringLiteral("clipboard.paste_1000"), QStringLiteral("clipboard.paste_1000_ui")});
 
 } // namespace

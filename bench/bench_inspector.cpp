@@ -222,6 +222,6 @@ QList<BenchRow> inspectorRows()
     return rows;
 }
 
-const BenchRegistrar registrar("inspector", inspectorRows);
+const BenchRegistrar registrar("inspector", inspectorRows, {QStringLiteral("inspector.show_1"), QStringLiteral("inspector.show_100"), QStringLiteral("inspector.show_100_mixed"), QStringLiteral("inspector.refresh_values")});
 
 } // namespace

@@ -76,6 +76,6 @@ QList<BenchRow> streamRows()
     return rows;
 }
 
-const BenchRegistrar registrar("stream", streamRows);
+const BenchRegistrar registrar("stream", streamRows, {QStringLiteral("stream.write_1000"), QStringLiteral("stream.read_1000")});
 
 } // namespace

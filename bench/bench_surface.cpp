@@ -270,6 +270,6 @@ QList<BenchRow> surfaceRows()
     return rows;
 }
 
-const BenchRegistrar registrar("surface", surfaceRows);
+const BenchRegistrar registrar("surface", surfaceRows, {QStringLiteral("surface.design_on_1000"), QStringLiteral("surface.design_off_1000"), QStringLiteral("surface.design_off_1000_repaint"), QStringLiteral("surface.select_all_1000"), QStringLiteral("surface.select_all_5000"), QStringLiteral("surface.drag_step_200"), QStringLiteral("surface.drag_release_200"), QStringLiteral("surface.nudge_200")});
 
 } // namespace

@@ -179,6 +179,6 @@ QList<BenchRow> runTranslation()
     return rows;
 }
 
-const BenchRegistrar registrar("translation", runTranslation);
+const BenchRegistrar registrar("translation", runTranslation, {QStringLiteral("translation.hit"), QStringLiteral("translation.miss_found"), QStringLiteral("translation.miss_absent"), QStringLiteral("translation.open_100k"), QStringLiteral("translation.inspector_refresh")});
 
 } // namespace
