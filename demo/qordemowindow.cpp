@@ -35,7 +35,7 @@
 #include <QTextEdit>
 #include <QToolBar>
 #include <QTreeWidget>
-#include <QTreeWidgetItemIterator>
+#include <QHash>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -85,26 +85,28 @@ public:
     void SetSelectedComps(const TComponentList &List) override
     {
         const QScopedValueRollback quiet(m_quiet, true);
-        const QList<QObject *> wanted = List.toList();
-        const QSet<QObject *> chosen(wanted.cbegin(), wanted.cend());
+        // The items of the components, in the tree's order.
+        QList<QTreeWidgetItem *> items;
+        for (QObject *component : List.toList()) {
+            if (QTreeWidgetItem *item = m_items.value(component))
+                items.append(item);
+        }
+        std::sort(items.begin(), items.end(), [this](QTreeWidgetItem *a, QTreeWidgetItem *b) {
+            return m_order.value(a) < m_order.value(b);
+        });
         // The items' rows go to the selection model in one selection: one
         // item at a time would have the view repaint and re-sort its
-        // selection once per item.
+        // selection once per item. Neighbouring rows of one parent go in as
+        // one range.
         QItemSelection selection;
-        QTreeWidgetItem *first = nullptr;
-        // Neighbouring rows of one parent go in as one range.
         QModelIndex runStart, runEnd;
         auto closeRun = [&] {
             if (runStart.isValid())
                 selection.select(runStart, runEnd.siblingAtColumn(columnCount() - 1));
             runStart = runEnd = QModelIndex();
         };
-        for (QTreeWidgetItemIterator it(this); *it; ++it) {
-            if (!chosen.contains((*it)->data(0, Qt::UserRole).value<QObject *>()))
-                continue;
-            if (!first)
-                first = *it;
-            const QModelIndex index = indexFromItem(*it);
+        for (QTreeWidgetItem *item : std::as_const(items)) {
+            const QModelIndex index = indexFromItem(item);
             if (runEnd.isValid() && index.parent() == runEnd.parent() && index.row() == runEnd.row() + 1) {
                 runEnd = index;
                 continue;
@@ -113,11 +115,23 @@ public:
             runStart = runEnd = index;
         }
         closeRun();
+        QTreeWidgetItem *first = items.value(0);
         if (first)
             setCurrentItem(first, 0, QItemSelectionModel::NoUpdate);
         selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     }
     void Refresh() override { m_window->fillComponentTree(); }
+    // Files an item under its component, in the order the tree shows them.
+    void file(QTreeWidgetItem *Item, QObject *Component)
+    {
+        m_order.insert(Item, int(m_order.size()));
+        m_items.insert(Component, Item);
+    }
+    void forgetItems()
+    {
+        m_items.clear();
+        m_order.clear();
+    }
     bool Dirty() const override { return m_dirty; }
     void SetDirty(bool Value) override { m_dirty = Value; }
     void SetPopupMenu(QMenu *Menu) override { m_popupMenu = Menu; }
@@ -128,6 +142,8 @@ private:
     QPointer<QMenu> m_popupMenu;
     bool m_quiet = false;
     bool m_dirty = false;
+    QHash<const QObject *, QTreeWidgetItem *> m_items;
+    QHash<const QTreeWidgetItem *, int> m_order;
 };
 
 // The demo's palette as the design center sees it: the chosen class is the
@@ -437,6 +453,7 @@ void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
         auto *item = new QTreeWidgetItem(parent, {child->objectName(),
                                                   QString::fromLatin1(child->metaObject()->className())});
         item->setData(0, Qt::UserRole, QVariant::fromValue(child));
+        static_cast<DemoTree *>(m_tree)->file(item, child);
         addTreeNodes(item, child);
     }
 }
@@ -447,10 +464,12 @@ void QorDemoWindow::fillComponentTree()
     const TComponentList selected = static_cast<DemoTree *>(m_tree)->SelectedComps();
     {
         const QSignalBlocker quiet(m_tree);
+        static_cast<DemoTree *>(m_tree)->forgetItems();
         m_tree->clear();
         auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
                                                   QString::fromLatin1(m_stage->metaObject()->className())});
         root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
+        static_cast<DemoTree *>(m_tree)->file(root, m_stage);
         addTreeNodes(root, m_stage);
         m_tree->expandAll();
         for (int column = 0; column < m_tree->columnCount(); ++column)

@@ -876,7 +876,12 @@ void TQorSizerList::retire(TQorSizer *Sizer)
         activeDrag = nullptr;
     if (m_keySizer == Sizer)
         m_keySizer = nullptr;
-    Sizer->SetControl(nullptr);
+    // Unbound without the caption's update: a kept sizer shows nothing,
+    // and binding it again sets its caption.
+    if (Sizer->m_control)
+        QObject::disconnect(Sizer->m_controlDestroyed);
+    Sizer->m_control = nullptr;
+    Sizer->SetBoundsQuiet(QRect());
     if (!Sizer->isHidden())
         Sizer->hide();
     Sizer->m_moving = false;

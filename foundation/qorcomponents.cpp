@@ -152,7 +152,9 @@ void notifyRemoved(OwnerData *data, QObject *component)
 }
 
 // Takes a component out of its owner's list (its QObject parent stays).
-void detach(QObject *component)
+// A component about to be destroyed keeps its connections: they find it
+// in no list when they fire, and undoing them would cost more.
+void detach(QObject *component, bool dying = false)
 {
     Registry &r = registry();
     auto it = r.components.find(component);
@@ -160,8 +162,10 @@ void detach(QObject *component)
         return;
     ComponentData cd = *it;
     r.components.erase(it);
-    QObject::disconnect(cd.destroyed);
-    QObject::disconnect(cd.renamed);
+    if (!dying) {
+        QObject::disconnect(cd.destroyed);
+        QObject::disconnect(cd.renamed);
+    }
     OwnerData *data = cd.owner;
     const int index = data->indexOf(component);
     if (index >= 0) {
@@ -506,11 +510,12 @@ void FreeComponent(QObject *Component)
             widget->parentWidget()->setFocus(Qt::OtherFocusReason);
         widget->hide();
     }
-    QList<QObject *> inner = Component->findChildren<QObject *>();
-    inner.prepend(Component);
-    for (QObject *object : std::as_const(inner)) {
-        if (QObject *owner = Owner(object))
-            RemoveComponent(owner, object);
+    // The component and every component inside it leave their lists, for
+    // good: each is destroyed with it.
+    detach(Component, true);
+    if (!Component->children().isEmpty()) {
+        for (QObject *object : Component->findChildren<QObject *>())
+            detach(object, true);
     }
     freeLater(Component);
 }
