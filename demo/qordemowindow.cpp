@@ -466,11 +466,14 @@ void QorDemoWindow::fillComponentTree()
         const QSignalBlocker quiet(m_tree);
         static_cast<DemoTree *>(m_tree)->forgetItems();
         m_tree->clear();
-        auto *root = new QTreeWidgetItem(m_tree, {m_stage->objectName(),
-                                                  QString::fromLatin1(m_stage->metaObject()->className())});
+        // The items are made apart and join the tree in one insertion: a
+        // tree of thousands would otherwise tell its view of each.
+        auto *root = new QTreeWidgetItem(QStringList{m_stage->objectName(),
+                                                     QString::fromLatin1(m_stage->metaObject()->className())});
         root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
         static_cast<DemoTree *>(m_tree)->file(root, m_stage);
         addTreeNodes(root, m_stage);
+        m_tree->addTopLevelItem(root);
         m_tree->expandAll();
         for (int column = 0; column < m_tree->columnCount(); ++column)
             m_tree->resizeColumnToContents(column);
