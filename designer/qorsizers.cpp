@@ -881,7 +881,6 @@ void TQorSizerList::retire(TQorSizer *Sizer)
     if (Sizer->m_control)
         QObject::disconnect(Sizer->m_controlDestroyed);
     Sizer->m_control = nullptr;
-    Sizer->SetBoundsQuiet(QRect());
     if (!Sizer->isHidden())
         Sizer->hide();
     Sizer->m_moving = false;
@@ -995,7 +994,7 @@ void TQorSizerList::keepKeyboard(TQorSizer *Sizer)
     // design would lose the keyboard (and with it the application's
     // shortcuts that act on the design). The sizer or stage sizer bound
     // next takes them from the stage.
-    if (Sizer->hasFocus())
+    if (QApplication::focusWidget() == Sizer)
         giveStageFocus();
 }
 
