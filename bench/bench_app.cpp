@@ -497,6 +497,31 @@ void hideFloor(FloorWindow *floor)
     untilIdleAndPainted();
 }
 
+// The floor of the pasting rows: Qt's form loader making Count buttons
+// from Bytes onto the floor's stage, until shown and painted.
+double loaderFloor(const QString &name, FloorWindow *floor, const QByteArray &bytes, int count)
+{
+    if (!showFloor(name, floor))
+        return -1;
+    QElapsedTimer t;
+    t.start();
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QUiLoader loader;
+    QWidget *loaded = loader.load(&buffer, floor->stage);
+    if (loaded) {
+        loaded->setGeometry(floor->stage->rect());
+        loaded->show();
+    }
+    const double ms = timedUntilIdle(name, t, "the loader's buttons showing", [loaded, count] {
+        return loaded && loaded->findChildren<QPushButton *>().size() == count;
+    });
+    delete loaded;
+    hideFloor(floor);
+    return ms;
+}
+
 // ---- The rows --------------------------------------------------------------
 
 // Qt Designer's text of Count buttons on the clipboard, pasted with a real
@@ -522,27 +547,7 @@ BenchRow fill(int count)
             return ownsShown(d.stage(), count);
         });
     };
-    auto plain = [&]() -> double {
-        if (!showFloor(name, floor.get()))
-            return -1;
-        QElapsedTimer t;
-        t.start();
-        QBuffer buffer;
-        buffer.setData(bytes);
-        buffer.open(QIODevice::ReadOnly);
-        QUiLoader loader;
-        QWidget *loaded = loader.load(&buffer, floor->stage);
-        if (loaded) {
-            loaded->setGeometry(floor->stage->rect());
-            loaded->show();
-        }
-        const double ms = timedUntilIdle(name, t, "the loader's buttons showing", [loaded, count] {
-            return loaded && loaded->findChildren<QPushButton *>().size() == count;
-        });
-        delete loaded;
-        hideFloor(floor.get());
-        return ms;
-    };
+    auto plain = [&] { return loaderFloor(name, floor.get(), bytes, count); };
     return runRounds(name, QStringLiteral("uiloader.load_%1_shown").arg(count), ours, plain);
 }
 
@@ -773,27 +778,7 @@ BenchRow pasteAll()
             return ownsShown(d.stage(), 2000);
         });
     };
-    auto plain = [&]() -> double {
-        if (!showFloor(name, floor.get()))
-            return -1;
-        QElapsedTimer t;
-        t.start();
-        QBuffer buffer;
-        buffer.setData(bytes);
-        buffer.open(QIODevice::ReadOnly);
-        QUiLoader loader;
-        QWidget *loaded = loader.load(&buffer, floor->stage);
-        if (loaded) {
-            loaded->setGeometry(floor->stage->rect());
-            loaded->show();
-        }
-        const double ms = timedUntilIdle(name, t, "the loader's buttons showing", [loaded] {
-            return loaded && loaded->findChildren<QPushButton *>().size() == 1000;
-        });
-        delete loaded;
-        hideFloor(floor.get());
-        return ms;
-    };
+    auto plain = [&] { return loaderFloor(name, floor.get(), bytes, 1000); };
     return runRounds(name, QStringLiteral("uiloader.load_1000_shown"), ours, plain);
 }
 

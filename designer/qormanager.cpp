@@ -1,6 +1,7 @@
 #include "designer/qormanager.h"
 
 #include "designer/qorproxies.h"
+#include "designer/qorrunlater_p.h"
 #include "designer/qorstage.h"
 #include "designer/qorsizers.h"
 #include "foundation/qorerror.h"
@@ -652,16 +653,7 @@ void TQorDesignManager::CtrlMoved(QWidget *Control)
         return;
     // Moving a selection of many controls reports each of them: the sizers
     // are brought up to date once, after the last report waiting.
-    if (!m_refreshQueued) {
-        m_refreshQueued = true;
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                m_refreshQueued = false;
-                RefreshSizers();
-            },
-            Qt::QueuedConnection);
-    }
+    QorRunOnceLater(this, m_refreshQueued, [this] { RefreshSizers(); });
     ReportMoved(false);
 }
 
@@ -671,16 +663,7 @@ void TQorDesignManager::CtrlShownOrHidden(QWidget *Control)
         return;
     // A page that becomes current or stops being current reports each of
     // its controls: the sizers are reshaped once, after the last report.
-    if (!m_reshapeQueued) {
-        m_reshapeQueued = true;
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                m_reshapeQueued = false;
-                m_sizers->UpdateAllShapes();
-            },
-            Qt::QueuedConnection);
-    }
+    QorRunOnceLater(this, m_reshapeQueued, [this] { m_sizers->UpdateAllShapes(); });
 }
 
 void TQorDesignManager::EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModifiers Shift, const QPoint &Pos)

@@ -2,6 +2,7 @@
 
 #include "designer/qormanager.h"
 #include "designer/qorproxies.h"
+#include "designer/qorrunlater_p.h"
 #include "foundation/qorcomponents.h"
 #include "translation/qortransutils.h"
 
@@ -896,17 +897,10 @@ void TQorSizerList::retire(TQorSizer *Sizer)
     if (Sizer->parentWidget() != m_overlay)
         Sizer->setParent(m_overlay);
     m_fresh.push_back(Sizer);
-    if (!m_promoteQueued) {
-        m_promoteQueued = true;
-        QMetaObject::invokeMethod(
-            m_overlay,
-            [this] {
-                m_promoteQueued = false;
-                m_spare.insert(m_spare.end(), m_fresh.begin(), m_fresh.end());
-                m_fresh.clear();
-            },
-            Qt::QueuedConnection);
-    }
+    QorRunOnceLater(m_overlay, m_promoteQueued, [this] {
+        m_spare.insert(m_spare.end(), m_fresh.begin(), m_fresh.end());
+        m_fresh.clear();
+    });
 }
 
 TQorSizer *TQorSizerList::takeSpare()

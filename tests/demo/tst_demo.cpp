@@ -46,23 +46,6 @@ int lineOf(TQorObjInspector *inspector, const QString &name)
     return -1;
 }
 
-// Opens a menu of the window's menu bar and picks one of its actions, by
-// object name, with real clicks; false when the menu does not open, the
-// action is not there, or the menu does not close.
-bool chooseFromMenu(QMainWindow *window, QMenu *menu, const char *name)
-{
-    QMenuBar *bar = window->menuBar();
-    RealInput::click(bar, bar->actionGeometry(menu->menuAction()).center());
-    if (!QTest::qWaitFor([menu] { return menu->isVisible(); }))
-        return false;
-    QAction *action = menu->findChild<QAction *>(QLatin1String(name));
-    if (!action)
-        action = window->findChild<QAction *>(QLatin1String(name));
-    if (!action)
-        return false;
-    RealInput::click(menu, menu->actionGeometry(action).center());
-    return QTest::qWaitFor([menu] { return !menu->isVisible(); });
-}
 
 } // namespace
 
@@ -215,9 +198,9 @@ private slots:
         const int before = ComponentCount(window.stage());
         QMenu *edit = window.findChild<QMenu *>(QStringLiteral("EditMenu"));
         QVERIFY(edit);
-        QVERIFY(chooseFromMenu(&window, edit, "CopyAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&window, edit, "CopyAction"));
         QTRY_VERIFY(VhoClipboard()->HasComponents());
-        QVERIFY(chooseFromMenu(&window, edit, "PasteAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&window, edit, "PasteAction"));
         QTRY_COMPARE(ComponentCount(window.stage()), before + 1);
         auto *copy = qobject_cast<QCheckBox *>(FindComponent(window.stage(), QStringLiteral("CheckBox2")));
         QVERIFY(copy);
@@ -392,7 +375,7 @@ private slots:
 
         QMenu *arrange = window.findChild<QMenu *>(QStringLiteral("ArrangeMenu"));
         QVERIFY(arrange);
-        auto choose = [&](const char *name) { return chooseFromMenu(&window, arrange, name); };
+        auto choose = [&](const char *name) { return QorGuiTest::chooseFromMenu(&window, arrange, name); };
         QVERIFY(choose("AlignLeftAction"));
         QTRY_COMPARE(line->x(), left);
         QCOMPARE(text->x(), left);

@@ -38,23 +38,6 @@ namespace {
 // How a selection is made on the demo's stage.
 enum class SelectBy { CtrlA, EditMenu, RubberBand, ShiftClicks, ClickOnSelected };
 
-// Opens a menu of the menu bar and picks an action by object name, with
-// real clicks; false when the menu or the action is not there.
-bool chooseFromMenu(QMainWindow *window, const char *menuName, const char *actionName)
-{
-    QMenu *menu = window->findChild<QMenu *>(QLatin1String(menuName));
-    if (!menu)
-        return false;
-    QMenuBar *bar = window->menuBar();
-    RealInput::click(bar, bar->actionGeometry(menu->menuAction()).center());
-    if (!QTest::qWaitFor([menu] { return menu->isVisible(); }))
-        return false;
-    QAction *action = window->findChild<QAction *>(QLatin1String(actionName));
-    if (!action)
-        return false;
-    RealInput::click(menu, menu->actionGeometry(action).center());
-    return QTest::qWaitFor([menu] { return !menu->isVisible(); });
-}
 
 // The demo window, shown, designing, with its stage's widgets at hand.
 struct Demo
@@ -99,7 +82,7 @@ struct Demo
             RealInput::key("a", Qt::ControlModifier);
             return QTest::qWaitFor([this] { return selected().size() > 4; }) ? selected() : QList<QObject *>();
         case SelectBy::EditMenu:
-            if (!chooseFromMenu(&window, "EditMenu", "SelectAllAction"))
+            if (!QorGuiTest::chooseFromMenu(&window, "EditMenu", "SelectAllAction"))
                 return {};
             return QTest::qWaitFor([this] { return selected().size() > 4; }) ? selected() : QList<QObject *>();
         case SelectBy::RubberBand:
@@ -253,12 +236,12 @@ private slots:
             return controls;
         };
         const QList<QObject *> before = order();
-        QVERIFY(chooseFromMenu(&d.window, "EditMenu", "SelectAllAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "EditMenu", "SelectAllAction"));
         QTRY_VERIFY(d.selected().size() > 4);
-        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
         QVERIFY(!QTest::qWaitFor([&] { return order() != before; }, 200));
         QCOMPARE(order(), before);
-        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
         QVERIFY(!QTest::qWaitFor([&] { return order() != before; }, 200));
         QCOMPARE(order(), before);
 
@@ -268,9 +251,9 @@ private slots:
         RealInput::click(d.check, QPoint(d.check->width() - 8, 8));
         RealInput::click(d.line, QPoint(d.line->width() - 8, 8), Qt::LeftButton, Qt::ShiftModifier);
         QTRY_COMPARE(d.selected(), (QList<QObject *>{d.check, d.line}));
-        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "BackAction"));
         QTRY_COMPARE(order().mid(0, 2), (QList<QObject *>{d.line, d.check}));
-        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "FrontAction"));
         QTRY_COMPARE(order().mid(order().size() - 2), (QList<QObject *>{d.line, d.check}));
         // The marks stay above the controls brought to the front.
         const QObjectList children = d.stage->children();
@@ -437,7 +420,7 @@ private slots:
         QTRY_COMPARE(d.selected(), QList<QObject *>{d.line});
         const int stageWidth = d.stage->width();
         QVERIFY(d.line->x() + d.line->width() * 3 / 2 > stageWidth);
-        QVERIFY(chooseFromMenu(&d.window, "ArrangeMenu", "ScaleAction"));
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "ScaleAction"));
         QTRY_VERIFY(d.line->x() + d.line->width() > stageWidth);
         QTRY_VERIFY(d.stage->width() >= d.line->x() + d.line->width());
         // The scroll area's scroll bar reaches the far edge.

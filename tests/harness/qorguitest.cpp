@@ -1,4 +1,5 @@
 #include "qorguitest.h"
+#include "qorrealinput.h"
 
 #include "foundation/vhoclipbrdutils.h"
 
@@ -6,6 +7,9 @@
 #include <QClipboard>
 #include <QDeadlineTimer>
 #include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTest>
 #include <QTimer>
@@ -77,6 +81,28 @@ void putRecords(const QByteArray &Bytes)
     auto *data = new QMimeData;
     data->setData(CF_QorComponents(), Bytes);
     QGuiApplication::clipboard()->setMimeData(data);
+}
+
+bool chooseFromMenu(QMainWindow *Window, QMenu *Menu, const char *ActionName)
+{
+    if (!Window || !Menu)
+        return false;
+    QMenuBar *bar = Window->menuBar();
+    RealInput::click(bar, bar->actionGeometry(Menu->menuAction()).center());
+    if (!QTest::qWaitFor([Menu] { return Menu->isVisible(); }))
+        return false;
+    QAction *action = Menu->findChild<QAction *>(QLatin1String(ActionName));
+    if (!action)
+        action = Window->findChild<QAction *>(QLatin1String(ActionName));
+    if (!action)
+        return false;
+    RealInput::click(Menu, Menu->actionGeometry(action).center());
+    return QTest::qWaitFor([Menu] { return !Menu->isVisible(); });
+}
+
+bool chooseFromMenu(QMainWindow *Window, const char *MenuName, const char *ActionName)
+{
+    return Window && chooseFromMenu(Window, Window->findChild<QMenu *>(QLatin1String(MenuName)), ActionName);
 }
 
 } // namespace QorGuiTest

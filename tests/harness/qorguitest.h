@@ -10,6 +10,8 @@
 #include <memory>
 
 class QLineEdit;
+class QMainWindow;
+class QMenu;
 class QWidget;
 
 namespace QorGuiTest {
@@ -37,5 +39,12 @@ QLineEdit *numberField(QWidget *Parent);
 // Puts bytes on the system clipboard as component records, and nothing
 // else: damaged or made-up records for the paste to cope with.
 void putRecords(const QByteArray &Bytes);
+
+// Opens a menu of the window's menu bar and picks one of its actions, by
+// object name, with real clicks; false when the menu does not open, the
+// action is not there, or the menu does not close. A menu found by its
+// object name is the window's child of that name.
+bool chooseFromMenu(QMainWindow *Window, QMenu *Menu, const char *ActionName);
+bool chooseFromMenu(QMainWindow *Window, const char *MenuName, const char *ActionName);
 
 } // namespace QorGuiTest
