@@ -195,11 +195,11 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_tree = new DemoTree(this, treeDock);
     m_tree->setObjectName(QStringLiteral("ComponentTree"));
     m_tree->setHeaderLabels({tr("Name"), tr("Class")});
-    // Every row has the same height, and the columns fit the texts in view
-    // once per rebuild: a tree of thousands of components would otherwise
-    // measure every row at each change.
+    // Every row has the same height, and the columns fit the texts of the
+    // first rows once per rebuild: a tree of thousands of components would
+    // otherwise measure every row at each change.
     m_tree->setUniformRowHeights(true);
-    m_tree->header()->setResizeContentsPrecision(0);
+    m_tree->header()->setResizeContentsPrecision(100);
     treeDock->setWidget(m_tree);
     addDockWidget(Qt::LeftDockWidgetArea, treeDock);
 
