@@ -1,10 +1,10 @@
 #include "console/qordesignconsole.h"
 
 #include "designer/qordesigner.h"
+#include "foundation/qorrepaintonce_p.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "foundation/vhosysutils.h"
 
-#include <QScopeGuard>
 
 IQorCompTreeView::~IQorCompTreeView() = default;
 IQorCompPallete::~IQorCompPallete() = default;
@@ -354,16 +354,9 @@ void TQorDesignCenter::DelSelCtrls()
     // From the last to the first; freeing destroys nothing before control
     // returns to the event loop, so the entries stay valid meanwhile.
     const QList<QObject *> items = m_selectedComps.toList();
-    // Many controls going: the stage is repainted once afterwards, rather
-    // than marked for repainting once per control hidden.
-    constexpr int repaintOnceFrom = 64;
-    const bool holdUpdates = stage && items.size() >= repaintOnceFrom && stage->isVisible() && stage->updatesEnabled();
-    if (holdUpdates)
-        stage->setUpdatesEnabled(false);
-    const auto repaint = qScopeGuard([&] {
-        if (holdUpdates && stage)
-            stage->setUpdatesEnabled(true);
-    });
+    // Many controls going: their container is repainted once afterwards,
+    // rather than marked for repainting once per control hidden.
+    const QorRepaintOnce repaint(items);
     QList<QObject *> kept;
     for (auto it = items.crbegin(); it != items.crend(); ++it) {
         if (*it == stage)

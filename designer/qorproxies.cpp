@@ -993,10 +993,12 @@ int TQorDesignWndProcProxyList::GetControlIndex(const QWidget *Control) const
     // The chain of the widget says at once whether this list has a proxy
     // there; only then is the list searched, by the proxy's address.
     for (TQorWndProcProxy *p : dispatcher()->chains.value(Control)) {
-        const auto it = std::find_if(m_proxies.begin(), m_proxies.end(),
+        // From the end: controls leave the design mostly from the last
+        // added, as a deleted selection does.
+        const auto it = std::find_if(m_proxies.rbegin(), m_proxies.rend(),
                                      [p](const std::unique_ptr<TQorDesignWndProcProxy> &own) { return own.get() == p; });
-        if (it != m_proxies.end())
-            return int(it - m_proxies.begin());
+        if (it != m_proxies.rend())
+            return int(m_proxies.rend() - it) - 1;
     }
     return -1;
 }

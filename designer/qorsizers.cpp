@@ -947,8 +947,10 @@ int TQorSizerList::GetControlIndex(const QWidget *Control) const
     TQorSizer *sizer = SizerOf(Control);
     if (!sizer)
         return -1;
-    const auto it = std::find(m_sizers.begin(), m_sizers.end(), sizer);
-    return it == m_sizers.end() ? -1 : int(it - m_sizers.begin());
+    // Searched from the end: a selection is taken apart from its last
+    // member first, so the one asked for is usually there.
+    const auto it = std::find(m_sizers.rbegin(), m_sizers.rend(), sizer);
+    return it == m_sizers.rend() ? -1 : int(m_sizers.rend() - it) - 1;
 }
 
 TQorSizer *TQorSizerList::SizerOf(const QWidget *Control) const
@@ -1004,12 +1006,12 @@ void TQorSizerList::giveStageFocus()
 void TQorSizerList::freeSizer(TQorSizer *Sizer)
 {
     // Called from the sizer's destructor or before it is deleted.
-    const auto it = std::find(m_sizers.begin(), m_sizers.end(), Sizer);
-    if (it == m_sizers.end())
+    const auto it = std::find(m_sizers.rbegin(), m_sizers.rend(), Sizer);
+    if (it == m_sizers.rend())
         return;
     keepKeyboard(Sizer);
     const QRect bounds = Sizer->geometry();
-    m_sizers.erase(it);
+    m_sizers.erase(std::next(it).base());
     // Filed under its control; a sizer whose control went is looked for.
     const QWidget *control = Sizer->Control();
     if (control && m_byControl.value(control) == Sizer) {

@@ -456,22 +456,63 @@ void adoptUnder(QObject *owner, QObject *object, int &count)
 namespace {
 
 // What FreeComponent frees in one turn of the event loop is destroyed
-// together: the holder is deleted later, as each component would be, and
-// deletes the components it holds in the order they were freed. A deletion
-// of thousands of components posts one event instead of one each.
+// together: the holder is deleted later, as each component would be. A
+// deletion of thousands of components posts one event instead of one each.
+// Siblings are destroyed in the order they sit in their parent: a parent
+// looks for a leaving child from the front of its list, so any other order
+// makes a large deletion quadratic.
 class Graveyard final : public QObject
 {
 public:
     Graveyard() { setObjectName(QStringLiteral("qt_qor_graveyard")); }
     ~Graveyard() override
     {
-        for (const QPointer<QObject> &component : std::as_const(m_held))
+        for (const QPointer<QObject> &component : inParentOrder())
             delete component.data();
     }
 
     void hold(QObject *Component) { m_held.append(Component); }
 
 private:
+    // The held components, grouped by parent in the order each parent first
+    // appears, each group in its parent's order.
+    QList<QPointer<QObject>> inParentOrder() const
+    {
+        constexpr qsizetype sortFrom = 32;
+        if (m_held.size() < sortFrom)
+            return m_held;
+        QList<QObject *> parents;
+        QHash<QObject *, QList<QPointer<QObject>>> byParent;
+        for (const QPointer<QObject> &component : m_held) {
+            if (!component)
+                continue;
+            QObject *parent = component->parent();
+            auto group = byParent.find(parent);
+            if (group == byParent.end()) {
+                parents.append(parent);
+                group = byParent.insert(parent, {});
+            }
+            group->append(component);
+        }
+        QList<QPointer<QObject>> ordered;
+        ordered.reserve(m_held.size());
+        for (QObject *parent : std::as_const(parents)) {
+            QList<QPointer<QObject>> &group = byParent[parent];
+            if (parent && group.size() > 1) {
+                QHash<const QObject *, qsizetype> position;
+                const QObjectList &siblings = parent->children();
+                position.reserve(siblings.size());
+                for (qsizetype i = 0; i < siblings.size(); ++i)
+                    position.insert(siblings.at(i), i);
+                std::stable_sort(group.begin(), group.end(), [&position](const QPointer<QObject> &a, const QPointer<QObject> &b) {
+                    return position.value(a.data(), -1) < position.value(b.data(), -1);
+                });
+            }
+            ordered.append(group);
+        }
+        return ordered;
+    }
+
     QList<QPointer<QObject>> m_held;
 };
 

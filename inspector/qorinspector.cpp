@@ -1,6 +1,7 @@
 #include "inspector/qorinspector.h"
 
 #include "foundation/qorerror.h"
+#include "foundation/qorrepaintonce_p.h"
 #include "foundation/qortypinfo.h"
 
 #include <QApplication>
@@ -13,6 +14,9 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QPainter>
+#include <QStaticText>
+#include <QtMath>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -202,7 +206,78 @@ protected:
         return QStyledItemDelegate::eventFilter(object, event);
     }
 
+    // A line's text is laid out once and kept: the style lays a cell's text
+    // out anew at every painting (twice, to see whether it must be cut
+    // short), and the inspector repaints the same few hundred names and
+    // values over and over while a design is worked on.
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem opt = option;
+        initStyleOption(&opt, index);
+        constexpr QStyleOptionViewItem::ViewItemFeatures laidOutByStyle =
+            QStyleOptionViewItem::WrapText | QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDecoration;
+        if (opt.text.isEmpty() || (opt.features & laidOutByStyle) || opt.direction != Qt::LeftToRight
+            || opt.displayAlignment != (Qt::AlignLeft | Qt::AlignVCenter) || opt.textElideMode != Qt::ElideRight
+            || (opt.state & QStyle::State_Editing)) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        const QWidget *widget = opt.widget;
+        QStyle *style = widget ? widget->style() : QApplication::style();
+        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
+        const QRect textRect =
+            style->subElementRect(QStyle::SE_ItemViewItemText, &opt, widget).adjusted(margin, 0, -margin, 0);
+        const QString text = opt.text;
+        // The style draws the cell without its text: background, selection
+        // and focus frame, as ever.
+        opt.text.clear();
+        style->drawControl(QStyle::CE_ItemViewItem, &opt, painter, widget);
+
+        QPalette::ColorGroup group = (opt.state & QStyle::State_Enabled) ? QPalette::Normal : QPalette::Disabled;
+        if (group == QPalette::Normal && !(opt.state & QStyle::State_Active))
+            group = QPalette::Inactive;
+        const QStaticText &laidOut = textFor(text, opt.font, textRect.width());
+        const QFontMetricsF metrics(opt.font);
+        // Placed as the style places one line: centred on whole pixels.
+        const int top = textRect.top() + (textRect.height() - qCeil(metrics.ascent() + metrics.descent())) / 2;
+        painter->save();
+        painter->setPen(opt.palette.color(group, (opt.state & QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text));
+        painter->setFont(opt.font);
+        painter->drawStaticText(QPointF(textRect.left(), top), laidOut);
+        painter->restore();
+    }
+
 private:
+    // The laid-out text of a cell; cut short with an ellipsis where it is
+    // wider than the cell, as the style would.
+    const QStaticText &textFor(const QString &text, const QFont &font, int width) const
+    {
+        constexpr qsizetype kept = 4096;
+        if (font != m_textFont || m_texts.size() + m_cut.size() > kept) {
+            m_texts.clear();
+            m_cut.clear();
+            m_textFont = font;
+        }
+        auto whole = m_texts.find(text);
+        if (whole == m_texts.end())
+            whole = m_texts.insert(text, laidOutText(text, font));
+        if (whole->size().width() <= width)
+            return *whole;
+        const std::pair<QString, int> key(text, width);
+        auto cut = m_cut.find(key);
+        if (cut == m_cut.end())
+            cut = m_cut.insert(key, laidOutText(QFontMetrics(font).elidedText(text, Qt::ElideRight, width), font));
+        return *cut;
+    }
+
+    static QStaticText laidOutText(const QString &text, const QFont &font)
+    {
+        QStaticText laidOut(text);
+        laidOut.setTextFormat(Qt::PlainText);
+        laidOut.prepare(QTransform(), font);
+        return laidOut;
+    }
+
     static QLineEdit *lineEditOf(QWidget *editor)
     {
         if (auto *edit = qobject_cast<QLineEdit *>(editor))
@@ -211,6 +286,9 @@ private:
     }
 
     TValueListEditor *m_grid;
+    mutable QHash<QString, QStaticText> m_texts;
+    mutable QHash<std::pair<QString, int>, QStaticText> m_cut;
+    mutable QFont m_textFont;
 };
 
 // ---- TValueListEditor --------------------------------------------------
@@ -750,6 +828,8 @@ void TVhoObjInspector::PropertyValueChanged(int Row)
     TObject *object = Strings()->Objects(Row);
     bool changed = false;
     QString propName;
+    // A value written to many controls repaints their container once.
+    const QorRepaintOnce repaint(m_propList->GetBasedObjects());
     if (auto *element = dynamic_cast<TSetItemConst *>(object)) {
         // Writing the set rebuilds its element rows: this one among them.
         if (element->BasedProperty())

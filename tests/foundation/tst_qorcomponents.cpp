@@ -2,10 +2,12 @@
 // destruction and the adoption of a ready-made form's named descendants.
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
+#include "foundation/qorrepaintonce_p.h"
 #include "harness/qorguitest.h"
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSignalSpy>
@@ -13,6 +15,8 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+
+#include <stdexcept>
 
 namespace {
 
@@ -51,6 +55,96 @@ class tst_QorComponents : public QObject
 
 private slots:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
+
+    // A container of many changed widgets is held from repainting while
+    // they change and repainted once afterwards; one of few is never held,
+    // and one held by someone else stays held.
+    void aContainerOfManyChangedWidgetsIsRepaintedOnce()
+    {
+        QWidget form;
+        form.resize(200, 200);
+        QWidget *group = new QWidget(&form);
+        QList<QObject *> many, few;
+        for (int i = 0; i < QorRepaintOnce::kFrom; ++i)
+            many.append(new QWidget(&form));
+        for (int i = 0; i < QorRepaintOnce::kFrom - 1; ++i)
+            few.append(new QWidget(group));
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        {
+            const QorRepaintOnce hold(many);
+            QVERIFY(!form.updatesEnabled());
+        }
+        QVERIFY(form.updatesEnabled());
+        {
+            const QorRepaintOnce hold(few + many.mid(0, 1));
+            QVERIFY(group->updatesEnabled());
+            QVERIFY(form.updatesEnabled());
+        }
+        form.setUpdatesEnabled(false);
+        {
+            const QorRepaintOnce hold(many);
+        }
+        QVERIFY(!form.updatesEnabled());
+        form.setUpdatesEnabled(true);
+        // Given back also when the command fails.
+        try {
+            const QorRepaintOnce hold(many);
+            throw std::runtime_error("refused");
+        } catch (const std::runtime_error &) {
+        }
+        QVERIFY(form.updatesEnabled());
+    }
+
+    // Freed components are hidden and out of their owner's list at once and
+    // destroyed at the next turn of the event loop, however many there are
+    // and in whatever order they were freed, also a container freed after
+    // or before a component inside it.
+    void freedComponentsGoAtTheNextTurnInAnyOrder()
+    {
+        QWidget form;
+        QList<QPointer<QWidget>> freed;
+        QList<QWidget *> buttons;
+        for (int i = 0; i < 80; ++i) {
+            auto *b = new QPushButton(&form);
+            b->setObjectName(QStringLiteral("Button%1").arg(i + 1));
+            InsertComponent(&form, b);
+            buttons.append(b);
+        }
+        auto *first = new QGroupBox(&form);
+        first->setObjectName(QStringLiteral("GroupBox1"));
+        auto *inFirst = new QPushButton(first);
+        inFirst->setObjectName(QStringLiteral("Inner1"));
+        auto *second = new QGroupBox(&form);
+        second->setObjectName(QStringLiteral("GroupBox2"));
+        auto *inSecond = new QPushButton(second);
+        inSecond->setObjectName(QStringLiteral("Inner2"));
+        for (QWidget *w : {static_cast<QWidget *>(first), static_cast<QWidget *>(inFirst),
+                           static_cast<QWidget *>(second), static_cast<QWidget *>(inSecond)})
+            InsertComponent(&form, w);
+        auto *kept = new QPushButton(&form);
+        kept->setObjectName(QStringLiteral("Kept"));
+        InsertComponent(&form, kept);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+
+        // Every other button from the last, then the rest from the first.
+        for (int i = buttons.size() - 1; i >= 0; i -= 2)
+            freed.append(buttons.at(i));
+        for (int i = 0; i < buttons.size(); i += 2)
+            freed.append(buttons.at(i));
+        freed << first << inFirst << inSecond << second;
+        for (const QPointer<QWidget> &w : std::as_const(freed))
+            FreeComponent(w);
+        for (const QPointer<QWidget> &w : std::as_const(freed)) {
+            QVERIFY(w);
+            QVERIFY(w->isHidden());
+        }
+        QCOMPARE(ComponentCount(&form), 1);
+        QTRY_VERIFY(std::none_of(freed.begin(), freed.end(), [](const QPointer<QWidget> &w) { return w; }));
+        QCOMPARE(form.findChildren<QWidget *>(), QList<QWidget *>{kept});
+        QCOMPARE(ComponentCount(&form), 1);
+    }
 
     void insertedComponentsKeepTheOrderOfInsertion()
     {

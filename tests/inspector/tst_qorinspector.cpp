@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTest>
 #include <QToolButton>
 
@@ -96,6 +97,18 @@ struct Fixture
         RealInput::typeText(text);
         RealInput::key("Return");
     }
+};
+
+// Counts the paintings of a widget from the moment it is last reset.
+struct PaintCounter : QObject {
+    explicit PaintCounter(QWidget *w) { w->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        if (e->type() == QEvent::Paint)
+            ++count;
+        return false;
+    }
+    int count = 0;
 };
 
 } // namespace
@@ -359,6 +372,59 @@ private slots:
         QTRY_COMPARE(f.b3->text(), QStringLiteral("Same"));
         QCOMPARE(f.b1->text(), QStringLiteral("Same"));
         QCOMPARE(f.b2->text(), QStringLiteral("Same"));
+    }
+
+    // A value typed for a hundred buttons reaches them all; their form is
+    // held from repainting only while they are written, also when the
+    // value is refused.
+    void aValueTypedForAHundredButtonsRepaintsTheirFormOnce()
+    {
+        Fixture f;
+        QList<QObject *> many;
+        for (int i = 0; i < 100; ++i) {
+            auto *b = new QPushButton(QStringLiteral("M%1").arg(i), f.form.get());
+            b->setObjectName(QStringLiteral("Many%1").arg(i));
+            b->setGeometry(4 * (i % 10), 60 + 4 * (i / 10), 30, 20);
+            InsertComponent(f.form.get(), b);
+            many.append(b);
+        }
+        PaintCounter paints(f.form.get());
+        f.inspector->SetActiveComponents(many);
+        QVERIFY(f.show());
+        paints.count = 0;
+        f.type(QStringLiteral("enabled"), QStringLiteral("False"));
+        QTRY_VERIFY(std::none_of(many.begin(), many.end(), [](QObject *b) { return static_cast<QWidget *>(b)->isEnabled(); }));
+        QVERIFY(f.form->updatesEnabled());
+        // The form was repainted after the change.
+        QTRY_VERIFY(paints.count > 0);
+        QSignalSpy rejected(f.inspector.get(), &TVhoObjInspector::PropertyValueRejected);
+        f.type(QStringLiteral("autoRepeatInterval"), QStringLiteral("abc"));
+        QTRY_COMPARE(rejected.count(), 1);
+        QVERIFY(f.form->updatesEnabled());
+        QCOMPARE(static_cast<QPushButton *>(many.first())->autoRepeatInterval(), 100);
+    }
+
+    // The grid's cells look exactly as the style draws an item view's
+    // cells: names, values, greyed values, the selected line, and values
+    // cut short with an ellipsis in a narrow column.
+    void theCellsLookAsTheStyleDrawsThem()
+    {
+        Fixture f;
+        f.inspector->SetActiveComponents(QList<QObject *>{f.b1});
+        QVERIFY(f.show());
+        f.inspector->selectRow(2);
+        auto compare = [&f] {
+            QAbstractItemDelegate *ours = f.inspector->itemDelegate();
+            const QImage mine = f.inspector->grab().toImage();
+            QStyledItemDelegate plain;
+            f.inspector->setItemDelegate(&plain);
+            const QImage styles = f.inspector->grab().toImage();
+            f.inspector->setItemDelegate(ours);
+            return mine == styles;
+        };
+        QVERIFY(compare());
+        f.inspector->setColumnWidth(0, 40);
+        QVERIFY(compare());
     }
 
     // A shown component the application frees leaves the grid, which shows
