@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # QorDesign: build, test, demo and benchmark.
 #   make demo   installs what is missing, builds and starts the demo designer
 #               (without a DISPLAY: runs it under Xvfb and writes demo-screenshot.png)

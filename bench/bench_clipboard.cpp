@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bench rows of the component clipboard with 1000 components (800 buttons,
 // 200 timers): copying them, and pasting them onto a designed stage through
 // the design center until painted, beside writing and reading the same

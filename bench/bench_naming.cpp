@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Naming rows: a new component's unique name on an owner of thousands of
 // components, beside one plain pass over the owner's component names.
 #include "qorbench.h"

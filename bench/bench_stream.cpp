@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bench rows of the component stream: writing and reading a form of 1000
 // buttons, beside Qt's own form writer and loader doing the same.
 #include "qorbench.h"

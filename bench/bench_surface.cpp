@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bench rows of the design surface on a shown stage of 1000 (and 5000)
 // buttons: designing on and off, selecting everything, one drag step, the
 // release that ends a drag and a Ctrl+arrow nudge, each until painted,

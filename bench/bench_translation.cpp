@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Translation rows on a dictionary of 100,000 rows: a look-up the cache
 // serves, a dictionary look-up that finds its row and one that finds
 // nothing, each beside a plain scan of the same rows in memory for the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qorbench [OUT.tsv] [--only=TEXT,...]: runs the benchmark rows, prints the
 // table and writes the rows as tab-separated values (bench/results.tsv by
 // default): name, ms, floor_name, floor_ms, ratio.

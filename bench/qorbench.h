@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmark program's frame: rows register themselves by group, each
 // row is timed beside its floor (a plain way of doing comparable work,
 // measured in the same run), and the table and bench/results.tsv come out

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/qorcompeditors.h"
 
 #include "console/qordesignintfimpls.h"

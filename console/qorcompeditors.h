@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Component editors: the verbs a component offers while it is designed
 // (add a page, edit the items) and what a double click on it does. A
 // component editor is made for one component and one designer, runs a verb

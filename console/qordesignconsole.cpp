@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/qordesignconsole.h"
 
 #include "designer/qordesigner.h"

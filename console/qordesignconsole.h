@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design center: the one object the pieces of the design system talk
 // through. The design manager, the object inspector, the component tree and
 // the palette each report their changes here, and the center passes the

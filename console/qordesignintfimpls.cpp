@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/qordesignintfimpls.h"
 
 #include "designer/qormanager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The designer the library's own attribute editors use: the run-time
 // designer plus the selected component and the editing of a control in
 // place.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/vhodesignintfimpls.h"
 
 #include "console/qordesignconsole.h"

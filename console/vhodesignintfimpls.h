@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The designer that property and component editors talk to at run time:
 // IDesigner on top of the design manager. A few of its operations do real
 // work (names, components, the selection, the clipboard, creating a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The demo designer. With --screenshot=FILE it shows its window, saves a
 // picture of it to FILE and exits (the headless run of `make demo`).
 #include "qordemowindow.h"

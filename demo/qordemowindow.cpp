@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qordemowindow.h"
 
 #include "console/qorcompeditors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The demo designer's main window: the design stage in the middle, the
 // palette and the component tree on the left, the inspector on the right.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qordesigner.h"
 
 #include "foundation/qorcomponents.h"

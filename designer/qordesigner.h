@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Design messages and the definitions the design surface shares: the
 // registered message numbers by which proxies, sizers and the stage talk to
 // each other, the enumerations of sizer, stage, selection and arrange modes,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the design manager needs from the pieces above it: the design
 // center (which keeps the component tree, the palette and the dialogs) and
 // the object inspector. Those layers implement these interfaces; the design

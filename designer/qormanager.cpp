@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "designer/qormanager.h"
 
 #include "designer/qorproxies.h"

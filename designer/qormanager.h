@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design manager: what an application puts on a window to make a
 // design stage (a form or another widget) designable while it runs. It owns
 // the proxies, the sizers, the stage proxy and the stage sizer, keeps the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design proxies: while the stage is designed, every designed widget
 // and the stage itself have a proxy that sees their input as design
 // messages and decides, message by message, to act, to swallow or to pass

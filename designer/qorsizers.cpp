@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "designer/qorsizers.h"
 
 #include "designer/qormanager.h"

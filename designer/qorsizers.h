@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sizers: what shows a selected control on the design stage and lets the
 // user move it, resize it by its handles, nudge it with Ctrl+arrows and
 // delete it. One sizer per selected control, kept in the design manager's

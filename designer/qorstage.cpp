@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "designer/qorstage.h"
 
 #include "designer/qordesigner.h"

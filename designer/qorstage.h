@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The small pieces of the design stage: the rubber band the stage proxy
 // shows while the user drags a selection rectangle, the grid of dots the
 // stage's painting code can draw, and a ready-made container that serves

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qorclasses.h"
 
 #include "qorerror.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The class registry: component classes by name, each with the factory that
 // makes an instance. Reading a component stream, pasting and inserting from
 // the palette create components only through it, so a stream can make only

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qorcomponents.h"
 
 #include "qorerror.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ownership of components. A widget's QObject parent stays its visual
 // parent; ownership (lifetime beyond the visual tree, unique names, the
 // ordered list of an owner's components) is kept here, once for the whole

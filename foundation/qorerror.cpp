@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qorerror.h"
 
 EQorError::EQorError(const QString &message)

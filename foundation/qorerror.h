@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's exceptions. They are thrown only where an error is meant to
 // reach the caller (a value that cannot be converted, a damaged component
 // stream, an unknown class); code reached from the event loop catches them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component stream.
 //
 // A record holds one root component and the components it owns:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component stream: the binary record that holds one component with its
 // stored properties and the components it owns, as the clipboard, cloning and
 // form files use it, and a readable text form of those records.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foundation/qortypinfo.h"
 
 #include "foundation/qorerror.h"

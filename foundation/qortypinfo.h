@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing published properties through their descriptors: the
 // ordinal, float, text, enumeration, set, object and variant accessors the
 // object inspector's value texts are made of, the colour and cursor names,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foundation/qorvaluetypes.h"
 
 namespace {

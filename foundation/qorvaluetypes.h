@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Descriptors of the value types whose fields the object inspector shows
 // as sub-properties (QFont, QSize, QPoint, QRect, QMargins, QSizePolicy,
 // QPalette). Each is a gadget holding one value of its type, with one

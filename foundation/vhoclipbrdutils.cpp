@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foundation/vhoclipbrdutils.h"
 
 #include "foundation/qorclasses.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component clipboard: designed components copied to the system
 // clipboard as component stream records, and pasted back into a form,
 // placed so that a pasted control does not land exactly on top of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foundation/vhortti.h"
 
 #include "foundation/qorerror.h"

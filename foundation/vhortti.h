@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Type information: what kind of type a property has, the published
 // properties of a class in name order, the names of an enumeration's values,
 // whether a class is a component class. Built over Qt's meta-object system:

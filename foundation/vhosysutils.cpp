@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foundation/vhosysutils.h"
 
 #include "foundation/qorstream.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Naming of components and finding them again: unique names for new
 // components, tests for name collisions, the dotted name path of a
 // component ("Form1.Button1") and back, the display-name (CN) entry points,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qoreditorintf.h"
 
 IDesigner::~IDesigner() = default;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What property and component editors see of the designer that runs
 // them: IDesigner, through which an editor asks for names, components and
 // the selection, and the selection lists editors are enumerated for. The

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qorinspector.h"
 
 #include "foundation/qorerror.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The visible object inspector: a two-column grid of property names and
 // values. TValueListEditor shows "name=value" lines with each line's edit
 // style (typed, pick list, ellipsis button); TVhoValueListEditor adds the

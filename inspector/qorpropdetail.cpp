@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qorpropdetail.h"
 
 #include "foundation/qortypinfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object inspector's bottom layer: one published property of one
 // object, or of the several objects of a multiple selection, read and
 // written as text. Every value the inspector shows and every text the user

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qorpropedit.h"
 
 #include "foundation/qortypinfo.h"

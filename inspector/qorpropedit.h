@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The property-editor framework of the object inspector.
 //
 // A property editor knows how one property of the selected objects is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The property editors the library brings, one per kind of value: numbers,
 // texts (with a dialog for several lines), characters, truth values,
 // enumerations, flags (one True/False sub-row per flag), colours (the

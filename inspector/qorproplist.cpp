@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qorproplist.h"
 
 #include "foundation/qorcomponents.h"

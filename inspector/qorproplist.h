@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of the object inspector. A property list holds one row per
 // published property (and event) the selected objects share, attaches each
 // row's property editor, decides which rows are shown (filter styles and

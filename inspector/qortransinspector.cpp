@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qortransinspector.h"
 
 #include "inspector/qorinspector.h"

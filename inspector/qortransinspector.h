@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Connects an object inspector to the translation manager in one call: its
 // property names and values are shown as the dictionary's labels, and
 // labels typed or picked are stored as identifiers.

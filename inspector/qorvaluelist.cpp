@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inspector/qorvaluelist.h"
 
 TValueListStrings::TValueListStrings(QObject *Parent)

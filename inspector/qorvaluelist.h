@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lines the object inspector shows: "name=value" texts, each carrying
 // its row object and how its value is edited (typed, picked from a list,
 // or through an ellipsis button; read-only or not). The property lists

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the Debian packages QorDesign needs to build, test and run its demo.
 # Installs only what is missing, so a second run does nothing and asks no registry.
 set -euo pipefail

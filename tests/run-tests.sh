@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the whole project with AddressSanitizer and UndefinedBehaviorSanitizer
 # and runs every test executable through CTest under one Xvfb display.
 # The last line sums the Qt Test functions of all executables:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qordict: converts the translation dictionary between its sources and the
 // SQLite file the translation manager reads.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "translation/objtranslate.h"
 
 // Each hook hands back the caller's own string (shared, not copied).

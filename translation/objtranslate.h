@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The hooks through which the object inspector's value texts pass every
 // identifier it is about to show (identifier to label) and every label it
 // is about to store (label to identifier) when no translation manager is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "translation/qortranscache.h"
 
 #include "foundation/qorerror.h"

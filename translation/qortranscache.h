@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation cache: the dictionary answers asked for most, kept in a
 // short list with a use counter each, so that the dictionary is searched
 // only on a miss. The list is bounded; when it grows past its maximum the

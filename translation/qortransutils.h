@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation manager: identifiers of the type system (class,
 // property, value and event names, component references) turned into the
 // labels of a dictionary and labels typed by the user turned back, with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Component editors: the registry's choice, the page verbs on a designed
 // stage (a new page owned, named and selectable), the items of item views
 // and combo boxes, and a real double click opening the items dialog.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design center: linking its elements, the routing of every selection
 // change between the design manager, the inspector and the tree, the
 // clipboard and deletion commands on the shared selection, the dirty flag,

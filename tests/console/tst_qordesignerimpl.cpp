@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run-time designer: the selection, names and components through the
 // design manager, creating a component on the stage, the clipboard
 // commands, and the answers that stand for what has no counterpart.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The demo designer's window: its areas, the stage's widgets and the
 // components the stage owns, shown in the component tree.
 #include "console/qordesignconsole.h"

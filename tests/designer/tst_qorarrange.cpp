@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arranging the selection: aligning to the box around it or to the
 // parent, spreading edges, making sizes equal, scaling and flipping.
 #include "designer/qormanager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design messages and the definitions the design surface shares.
 #include "designer/qordesigner.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The design surface as a user meets it: a form designed through the design
 // manager, driven by real X input (clicks, drags, handles, keys, rubber
 // band, insertion), and the faults an application can cause while it runs.

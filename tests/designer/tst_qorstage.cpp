@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stage's small pieces: the rubber band's bounds and looks, the grid's
 // spacing, template and dots, and the ready-made stage with its sizers.
 #include "designer/qordesigner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The class registry: the stock classes a designer offers, look-ups by
 // name, factories, and the errors for unknown classes.
 #include "foundation/qorclasses.h"

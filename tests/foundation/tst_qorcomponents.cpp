@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ownership of components: the owner's ordered list, its signals, names,
 // destruction and the adoption of a ready-made form's named descendants.
 #include "foundation/qorcomponents.h"

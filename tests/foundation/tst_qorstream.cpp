@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component stream: what a record holds, how it comes back, and how a
 // damaged record is refused without leaving anything alive.
 #include "foundation/qorclasses.h"

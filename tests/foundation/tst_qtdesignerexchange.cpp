@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component clipboard beside a running Qt Designer: components copied
 // here paste into Designer's form (and Designer saves them), widgets copied
 // in Designer paste onto a form here. Designer runs as its own program on

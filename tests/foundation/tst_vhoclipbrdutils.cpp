@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component clipboard: copies as records on the system clipboard,
 // pastes placed past occupied corners, non-visual components and missing
 // owners, other formats, and damaged records skipped.

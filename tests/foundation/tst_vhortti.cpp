@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tests of the type information: type kinds of Qt's types, class and
 // enumeration information, published properties, the colour and cursor
 // rules and the fields of value types.

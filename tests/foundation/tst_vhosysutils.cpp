@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Naming of components and finding them again: unique names, collision
 // tests, the display-name entry points, dotted name paths, the text helpers,
 // the shared ancestor class of a selection, the filters over component lists

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "qorguitest.h"
 #include "qorrealinput.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers shared by the GUI tests: showing a window so that real input
 // reaches it, checking that a test left no window behind, and putting raw
 // component records on the clipboard.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // XTest from a second Xlib connection of the test process. Kept apart from
 // Qt's headers: Xlib's macros (None, Bool, KeyPress, ...) clash with Qt's.
 #include "qorrealinput.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real X input for the GUI tests: pointer moves, button presses and key
 // strokes injected through the XTest extension of the X server the tests
 // run on, so that they reach Qt exactly as a user's input does (through the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real-input harness proves itself: input injected through XTest
 // reaches ordinary Qt widgets as a user's does.
 #include "harness/qorguitest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object inspector as a user works it: typing a value and Enter,
 // picking from a list, expanding rows, dragging the column line, editing
 // several widgets at once, refused values, and the link with the design

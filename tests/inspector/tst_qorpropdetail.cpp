@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Property values as text: reading and writing every kind for one object
 // and for several, the set element texts, and the row prefixes.
 #include "foundation/qorerror.h"

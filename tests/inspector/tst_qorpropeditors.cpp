@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built-in property editors: reading, writing one object and three,
 // refusing bad text, their lists and sub-editors, their dialogs driven by
 // real input; the registry's choice of editor and the enumeration of a

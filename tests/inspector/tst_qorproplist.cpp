@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inspector's rows: which properties are listed and shown, nested
 // rows of expanded sets and values, labels through the translate events,
 // the edit settings of each line, and the selection lists editors are

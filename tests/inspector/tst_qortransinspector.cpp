@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object inspector with the shipped Chinese dictionary: property
 // names, values, flags, events and classes shown as labels, a label
 // picked with real input stored as the identifier, and back to the

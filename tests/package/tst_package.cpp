@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 // The library installed into a prefix is found by find_package(QorDesign)
 // and links into an application's program.
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -55,10 +57,14 @@ private slots:
               "include/QorDesign/foundation/qorclasses.h", "include/QorDesign/designer/qordesigner.h",
               "lib/cmake/QorDesign/QorDesignConfig.cmake",
               "lib/cmake/QorDesign/QorDesignConfigVersion.cmake",
-              "lib/cmake/QorDesign/QorDesignTargets.cmake"}) {
+              "lib/cmake/QorDesign/QorDesignTargets.cmake", "share/doc/QorDesign/LICENSE"}) {
             QVERIFY2(QFileInfo::exists(prefix.filePath(QLatin1String(file))), file);
         }
         QVERIFY(!QDir(prefix.filePath(QStringLiteral("lib"))).entryList({QStringLiteral("libQorDesign.so*")}).isEmpty());
+        // The package names its licence.
+        QFile config(prefix.filePath(QStringLiteral("lib/cmake/QorDesign/QorDesignConfig.cmake")));
+        QVERIFY(config.open(QIODevice::ReadOnly));
+        QVERIFY(config.readAll().contains("set(QorDesign_LICENSE \"MIT\")"));
         // Nothing of the build tree's tests, demo or bench is installed.
         QVERIFY(!QFileInfo::exists(prefix.filePath(QStringLiteral("include/QorDesign/tests"))));
     }

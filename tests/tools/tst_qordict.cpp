@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dictionary tool: CSV, SQLite and the datapacket XML converted into
 // one another without loss, bad input reported by line with no output
 // left behind; and the shipped Chinese dictionary, row by row against the

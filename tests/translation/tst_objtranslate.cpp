@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation hooks of the object inspector hand every text back as it
 // came; the class label and component display name fall back to the class
 // name and the component's name; the identifier and separator character

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation cache: bounded by its maximum length with the least used
 // answers dropped first, look-ups counted, frequencies aged past the
 // maximum count, and a model of it checked over random operations.

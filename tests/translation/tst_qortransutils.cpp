@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation manager: identifiers to labels and back through an
 // SQLite dictionary with the cache in front, events, sets and values word
 // by word, component references, class labels, and dictionaries that are

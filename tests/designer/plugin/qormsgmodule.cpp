@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A module that uses the design messages, as a host application's plugin
 // would; the design message test loads two of them.
 #include "designer/qordesigner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A second program for the clipboard test: it copies a button to the
 // system clipboard and keeps it there until told to quit ("copy"), or
 // pastes what the clipboard holds onto a form of its own and prints what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Uses the installed library: a design message, the class registry, the
 // ownership of components, and a design center joining a design manager
 // and an inspector; prints what it found.
