@@ -67,7 +67,7 @@ class QORDESIGN_EXPORT IQorCompPallete
 public:
     virtual ~IQorCompPallete();
 
-    // The class chosen for insertion; nil for the arrow.
+    // The class chosen for insertion; null for the arrow.
     virtual const QMetaObject *GetCurrClass() const = 0;
     // Drops the choice: the palette goes back to the arrow.
     virtual void DeselectComps() = 0;
@@ -139,9 +139,9 @@ public:
     // The selection without telling anyone (the designer interface's
     // SelectComponent).
     void SetSelectedCompsSilently(const TComponentList &List) { m_selectedComps = List; }
-    // The control being designed; nil without a design manager.
+    // The control being designed; null without a design manager.
     QWidget *GetDesignStage() const;
-    // The designer the inspector's property editors work with; nil without
+    // The designer the inspector's property editors work with; null without
     // a design manager.
     TQorFormDesigner *FormDesigner() const { return m_designer.get(); }
 

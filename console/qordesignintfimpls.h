@@ -12,7 +12,7 @@ class QORDESIGN_EXPORT IQorFormDesigner
 {
 public:
     virtual ~IQorFormDesigner();
-    // The one selected component; nil unless exactly one is selected.
+    // The one selected component; null unless exactly one is selected.
     virtual QObject *GetSelectedComponent() const = 0;
     virtual void StartControlEmbedEdit() = 0;
     virtual void EndControlEmbedEdit() = 0;

@@ -80,7 +80,7 @@ public:
     void ModuleFileNames(QString &ImplFileName, QString &IntfFileName, QString &FormFileName) override;
     QString GetRootClassName() const override;
     QString UniqueName(const QString &BaseName) override;
-    // The first selected component (not the stage); nil when none is.
+    // The first selected component (not the stage); null when none is.
     QObject *GetRoot() const override;
     Qt::KeyboardModifiers GetShiftState() const override;
     QChar ModalEdit(QChar EditKey, QObject *ReturnWindow) override;

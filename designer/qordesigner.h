@@ -201,7 +201,7 @@ public:
     void SetResult(qintptr result) { Message.Result = result; }
 };
 
-// The design message an event carries; nil for any other event.
+// The design message an event carries; null for any other event.
 QORDESIGN_EXPORT TQorMessageEvent *QorMessageOf(QEvent *event);
 
 // True when a sizer message names the receiving sizer itself as its sender
@@ -212,7 +212,7 @@ QORDESIGN_EXPORT bool IsOwnSizerMessage(const TMessage &Message, const QObject *
 // in the order of posting.
 QORDESIGN_EXPORT void QorPostMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam);
 // Sends a design message at once and returns the result its handler wrote
-// (0 for a nil receiver).
+// (0 for a null receiver).
 QORDESIGN_EXPORT qintptr QorSendMessage(QObject *receiver, quint32 msg, quintptr wParam, qintptr lParam);
 
 // The right and bottom edges of a rectangle as the design code counts them
@@ -231,7 +231,7 @@ inline QRect RectFromEdges(int left, int top, int right, int bottom)
 QORDESIGN_EXPORT bool PointInRect(const QPoint &Point, const QRect &Rect);
 
 // True for the text editors a control can be edited in place with: Qt's
-// single-line and multi-line editors and their subclasses. False for nil.
+// single-line and multi-line editors and their subclasses. False for null.
 QORDESIGN_EXPORT bool ControlCanInlineEdit(const QWidget *Control);
 
 // True when a widget can hold controls placed on it while it is designed:
@@ -239,7 +239,7 @@ QORDESIGN_EXPORT bool ControlCanInlineEdit(const QWidget *Control);
 // boxes, the pages of tab widgets, stacked widgets and tool boxes, the
 // widget of a scroll area, and the content of dock widgets and MDI
 // sub-windows. A dynamic property "qorAcceptsControls" on the widget
-// overrides the answer. False for nil.
+// overrides the answer. False for null.
 QORDESIGN_EXPORT bool AcceptsControls(const QWidget *Control);
 
 // Scales a widget by M/D: its width and height (not its place), and the

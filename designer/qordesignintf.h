@@ -29,7 +29,7 @@ public:
     virtual void SetDirty(bool Value) = 0;
     // A component was inserted into the stage or removed from it.
     virtual void DesignStageCompsModified(QObject *Component, TQorCompOperation Operation) = 0;
-    // The class chosen on the palette for insertion, or nil.
+    // The class chosen on the palette for insertion, or null.
     virtual const QMetaObject *GetPalleteSelectedClass() const = 0;
     // A component of the chosen class was created; the center clears the
     // palette's choice.

@@ -80,11 +80,11 @@ public:
     const TComponentList &SelectedComps() const { return m_selectedComps; }
 
     // The center and the inspector stay their owners'; each must be
-    // detached (set to nil) before it goes if the manager lives on, also
+    // detached (set to null) before it goes if the manager lives on, also
     // while the stage is being destroyed.
     IQorDesignCenter *ConsoleCenter() const { return m_consoleCenter; }
     void SetConsoleCenter(IQorDesignCenter *Center) { m_consoleCenter = Center; }
-    // Nil once the inspector is destroyed.
+    // Null once the inspector is destroyed.
     IQorObjInspector *ObjInspector() const;
     void SetObjInspector(IQorObjInspector *Inspector);
 

@@ -224,7 +224,7 @@ private:
     bool mouseEvent(QMouseEvent *event);
     bool keyEvent(QKeyEvent *event);
     // The widget whose proxy gets a mouse event at a point of the window,
-    // after the design surface's own hit test; nil: not the design's.
+    // after the design surface's own hit test; null: not the design's.
     QWidget *targetAt(const QPoint &windowPos, bool *libraryWidget);
     TQorDesignManager *manager() const { return m_stageProxy->DesignManager(); }
 

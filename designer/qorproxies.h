@@ -186,7 +186,7 @@ private:
     std::vector<std::unique_ptr<TQorDesignWndProcProxy>> m_proxies;
 };
 
-// The newest proxy installed on a widget, or nil.
+// The newest proxy installed on a widget, or null.
 QORDESIGN_EXPORT TQorWndProcProxy *QorProxyOf(const QWidget *Control);
 
 // Posts a mouse window message (WM_LBUTTONDOWN...) to a widget's proxy

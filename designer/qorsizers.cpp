@@ -36,7 +36,7 @@ QPoint unpackDelta(qintptr lParam)
 }
 
 // Maps a rectangle from one widget's coordinates into another's through the
-// screen; either side may be nil (then the rectangle is taken as it is).
+// screen; either side may be null (then the rectangle is taken as it is).
 QRect mapRect(const QWidget *from, const QWidget *to, const QRect &r)
 {
     if (!from || !to || from == to)

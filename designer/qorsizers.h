@@ -232,7 +232,7 @@ public:
     void RepaintSizers();
     void SetAllEnabled(bool Value);
 
-    // The overlay that paints the marks of hidden sizers; nil until a
+    // The overlay that paints the marks of hidden sizers; null until a
     // sizer needs it.
     TQorSizerOverlay *Overlay() const { return m_overlay; }
     // Frees the overlay (designing ends): the stage keeps nothing of the

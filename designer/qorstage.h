@@ -92,7 +92,7 @@ public:
     // The first of the components of the stage's parent, in their order,
     // that is a widget other than the stage and holds P (in the stage's
     // coordinates; the edges of each widget count as inside). Without one:
-    // the parent when ReturnParent, else nil.
+    // the parent when ReturnParent, else null.
     QWidget *PointedControl(const QPoint &P, bool ReturnParent) const;
 
 protected:

@@ -33,7 +33,7 @@ void RegisterClass()
 // Takes a class out of the registry.
 QORDESIGN_EXPORT void UnRegisterClass(const QMetaObject *Class);
 
-// The registered class of that name (case-insensitive), or nil.
+// The registered class of that name (case-insensitive), or null.
 QORDESIGN_EXPORT const QMetaObject *GetClass(const QString &ClassName);
 
 // The registered class of that name; throws EClassNotFound when there is

@@ -31,7 +31,7 @@ struct OwnerData
 {
     QObject *owner = nullptr;
     // The owned components in order. A component that leaves from the
-    // middle leaves a hole (nil) behind, so that the positions of the others
+    // middle leaves a hole (null) behind, so that the positions of the others
     // stay as they are; the holes are closed before the list is read by
     // position. A deletion of thousands of components thus never moves the
     // list or re-indexes it once per component.

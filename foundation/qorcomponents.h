@@ -38,11 +38,11 @@ private:
     QObject *m_owner;
 };
 
-// The owner of a component; nil when it has none.
+// The owner of a component; null when it has none.
 QORDESIGN_EXPORT QObject *Owner(const QObject *Component);
 // How many components the owner owns.
 QORDESIGN_EXPORT int ComponentCount(const QObject *Owner);
-// The owner's component at an index of its list; nil out of range.
+// The owner's component at an index of its list; null out of range.
 QORDESIGN_EXPORT QObject *Components(const QObject *Owner, int Index);
 // The owner's components in list order.
 QORDESIGN_EXPORT QList<QObject *> ComponentList(const QObject *Owner);
@@ -70,7 +70,7 @@ QORDESIGN_EXPORT void RemoveComponent(QObject *Owner, QObject *Component);
 QORDESIGN_EXPORT void FreeComponent(QObject *Component);
 
 // The owned component of that name (case-insensitive), the first in list
-// order when several share it; nil when none.
+// order when several share it; null when none.
 QORDESIGN_EXPORT QObject *FindComponent(const QObject *Owner, const QString &Name);
 
 // Every owned component of that name (case-insensitive), in list order;

@@ -39,7 +39,7 @@ public:
     // Writes the whole value into the target; false when it refuses it.
     bool SetValue(const QVariant &Value);
 
-    // The value object of a value-typed property of Target; nil when the
+    // The value object of a value-typed property of Target; null when the
     // property is not value-typed with fields or there is no target.
     static TQorValueObject *Of(QObject *Target, PPropInfo Prop);
 

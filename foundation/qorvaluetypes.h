@@ -20,7 +20,7 @@
 #include <QSize>
 #include <QSizePolicy>
 
-// The descriptor of a value type, nil when the type has none.
+// The descriptor of a value type, null when the type has none.
 QORDESIGN_EXPORT const QMetaObject *ValueTypeDescriptor(QMetaType Type);
 // The value type a descriptor describes; invalid for other classes.
 QORDESIGN_EXPORT QMetaType DescribedValueType(const QMetaObject *Descriptor);

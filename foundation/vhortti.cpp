@@ -39,7 +39,7 @@ struct TypeRegistry
     QHash<const QMetaObject *, QList<PPropInfo>> propLists;
     std::map<std::pair<const QMetaObject *, int>, std::unique_ptr<TPropInfo>> events;
     QHash<const QMetaObject *, QList<PPropInfo>> eventLists;
-    // The published property of a class by name; nil for none.
+    // The published property of a class by name; null for none.
     QHash<std::pair<const QMetaObject *, QString>, PPropInfo> byName;
 };
 

@@ -138,7 +138,7 @@ QORDESIGN_EXPORT QString TypeKindToString(TTypeKind Kind);
 
 // Type descriptors. A class's descriptor is named after the class; a value
 // type described by a descriptor class (QFont, QSize, ...) gets the value
-// type's name. Nil only for a nil class.
+// type's name. Null only for a null class.
 QORDESIGN_EXPORT PTypeInfo TypeInfoOfClass(const QMetaObject *Class);
 QORDESIGN_EXPORT PTypeInfo TypeInfoOfMetaType(QMetaType Type);
 QORDESIGN_EXPORT PTypeInfo TypeInfoOfEnum(const QMetaEnum &Enum);
@@ -159,7 +159,7 @@ PTypeInfo TypeInfoOf()
 // descriptor of a value type, else the class's own name.
 QORDESIGN_EXPORT QString QorClassName(const QMetaObject *Class);
 
-// The type data of a type; nil for nil.
+// The type data of a type; null for null.
 QORDESIGN_EXPORT PTypeData GetTypeData(PTypeInfo PTI);
 
 // The published properties of a class, in the class's declaration order
@@ -174,7 +174,7 @@ QORDESIGN_EXPORT QList<PPropInfo> GetEventInfos(const QMetaObject *Class);
 QORDESIGN_EXPORT void SortPropList(QList<PPropInfo> &PropList);
 // The published property of that name (case-sensitive, as Qt's property
 // names are) whose type is of one of the kinds, or the event of that name
-// when the kinds hold tkMethod and no property has it; nil when there is
+// when the kinds hold tkMethod and no property has it; null when there is
 // none.
 QORDESIGN_EXPORT PPropInfo GetPropInfo(const QMetaObject *Class, const QString &PropName,
                                        TTypeKinds Kinds = TTypeKinds::all());

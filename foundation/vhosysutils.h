@@ -31,12 +31,12 @@ class QORDESIGN_EXPORT IQorClassLabels
 {
 public:
     virtual ~IQorClassLabels() = default;
-    // The translated label of a non-nil class, or its class name when it
+    // The translated label of a non-null class, or its class name when it
     // has none.
     virtual QString ClassLabel(const QMetaObject *AClass) const = 0;
 };
 
-// Installs Labels (nil: none) and answers the one it replaces. The object
+// Installs Labels (null: none) and answers the one it replaces. The object
 // stays the caller's and must outlive its use.
 QORDESIGN_EXPORT const IQorClassLabels *SetClassLabels(const IQorClassLabels *Labels);
 
@@ -66,7 +66,7 @@ QORDESIGN_EXPORT bool CompNameExists(const QString &Name, QObject *Owner);
 // The first component owned by Owner (in its component order) that has
 // Comp's name and is not Comp itself (Comp counts when IncludeSelf is true);
 // failing that Owner, when Owner has Comp's name (whatever IncludeSelf is);
-// else nil. Nil when Comp or Owner is nil.
+// else null. Null when Comp or Owner is null.
 QORDESIGN_EXPORT QObject *CompNameExists(QObject *Comp, QObject *Owner, bool IncludeSelf);
 
 // The first of BaseName + "1", BaseName + "2", ... (decimal, no leading
@@ -84,18 +84,18 @@ QORDESIGN_EXPORT QString classNameWithoutPrefix(const QString &ClassName);
 
 // A new component's name: the class name without its prefix, numbered as
 // GetUniqueName does (QPushButton on a form holding PushButton1 gives
-// PushButton2). Empty for a nil class.
+// PushButton2). Empty for a null class.
 QORDESIGN_EXPORT QString GetCompUniqueID(const QMetaObject *AClass, QObject *Owner);
 
 // A new component's display name: the class's translated label (the class
 // name without its prefix when it has no translation) followed by "1". It
 // neither tests for collisions nor counts upwards: it always ends in "1".
-// Owner is not used. Empty for a nil class.
+// Owner is not used. Empty for a null class.
 QORDESIGN_EXPORT QString GetCompUniqueCNName(const QMetaObject *AClass, QObject *Owner);
 
 // ---- Display-name (CN) entry points -------------------------------------
 
-// Comp's name ("" for nil); Owner is not used.
+// Comp's name ("" for null); Owner is not used.
 QORDESIGN_EXPORT QString GetCompCnName(QObject *Comp, QObject *Owner);
 // Does nothing: the display name is the name.
 QORDESIGN_EXPORT void SetCompCNName(QObject *Comp, QObject *Owner, const QString &CnName);
@@ -113,7 +113,7 @@ QORDESIGN_EXPORT QObject *NsCnNameToComp(const QString &NsCnName, QObject *Root)
 // ---- Dotted name paths --------------------------------------------------
 
 // The name path of Comp as seen from Root, Owner being Comp's owner as the
-// caller sees it: "" for nil Comp; the name when Owner is Root; the form's
+// caller sees it: "" for null Comp; the name when Owner is Root; the form's
 // name, "." and the name when Owner is another form (a window widget); ""
 // otherwise (an owner that is not a form, such as a plain QObject holding
 // non-visual components). A name that is empty or blanks only is written
@@ -121,10 +121,10 @@ QORDESIGN_EXPORT QObject *NsCnNameToComp(const QString &NsCnName, QObject *Root)
 // trailing "." are removed.
 QORDESIGN_EXPORT QString CompToNSName(QObject *Comp, QObject *Owner, QObject *Root);
 
-// The component a name path names: "A.B" resolves A with a nil root and B
+// The component a name path names: "A.B" resolves A with a null root and B
 // within what A found (split at the first "."); a plain name is looked up
 // among Root's components, or among ApplicationComponents() when Root is
-// nil. Nil for an unknown name.
+// null. Null for an unknown name.
 QORDESIGN_EXPORT QObject *NSNameToComp(const QString &NsName, QObject *Root);
 
 // Resolves the path with NSNameToComp and writes it again with
@@ -138,7 +138,7 @@ QORDESIGN_EXPORT QString NsNameToNsCnName(const QString &NsName, QObject *Root);
 QORDESIGN_EXPORT QString NsCnNameToNsName(const QString &NsCnName, QObject *Root);
 
 // The first of ApplicationComponents() that is a form (a window widget)
-// named CnName; nil if none.
+// named CnName; null if none.
 QORDESIGN_EXPORT QWidget *CnNameToForm(const QString &CnName);
 
 // ---- Text helpers -------------------------------------------------------
@@ -154,12 +154,12 @@ QORDESIGN_EXPORT QString GetStrPairValue(const QString &S, bool Flag);
 // ---- Classes and lists --------------------------------------------------
 
 // Walking up from A, the first class C that is B or that B inherits from:
-// the nearest shared ancestor. Nil when either is nil or they share none.
+// the nearest shared ancestor. Null when either is null or they share none.
 QORDESIGN_EXPORT const QMetaObject *GetCommonParentClass(const QMetaObject *A, const QMetaObject *B);
 
-// The nearest class that every non-nil object of the list is: the class of
+// The nearest class that every non-null object of the list is: the class of
 // the first, folded with GetCommonParentClass over the others in list
-// order. Nil when the list is empty or its first item is nil.
+// order. Null when the list is empty or its first item is null.
 QORDESIGN_EXPORT const QMetaObject *GetObjectsParentClass(const QList<QObject *> &List);
 
 // How many items of the list are widgets.

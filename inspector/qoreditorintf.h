@@ -3,7 +3,7 @@
 // them: IDesigner, through which an editor asks for names, components and
 // the selection, and the selection lists editors are enumerated for. The
 // design console implements IDesigner on top of the design manager; an
-// application that runs editors without a console passes nil, and every
+// application that runs editors without a console passes null, and every
 // editor of the library works without one.
 #pragma once
 
@@ -94,7 +94,7 @@ public:
     virtual ~IDesignerSelections();
 
     virtual int Count() const = 0;
-    // Nil once the object is gone.
+    // Null once the object is gone.
     virtual QObject *Get(int Index) const = 0;
     virtual int Add(QObject *Item) = 0;
     // True when both hold the same objects in the same order.

@@ -391,14 +391,15 @@ void TValueListEditor::InplaceEditorOnChange(QObject *)
 
 void TValueListEditor::InplaceEditorOnKeyPress(QObject *, int &Key)
 {
-    if (Key == 13)
+    if (Key == Qt::Key_Return)
         DoOnValidate();
 }
 
 void TValueListEditor::keyPressEvent(QKeyEvent *event)
 {
     QTableView::keyPressEvent(event);
-    int key = (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) ? 13 : event->key();
+    // The hooks hear both Return keys as one.
+    int key = event->key() == Qt::Key_Enter ? int(Qt::Key_Return) : event->key();
     if (OnKeyDown)
         OnKeyDown(this, key, event->modifiers());
     KeyDown(key, event->modifiers());
@@ -911,14 +912,14 @@ void TVhoObjInspector::InplaceEditorOnKeyPress(QObject *Sender, int &Key)
 
 void TVhoObjInspector::SelfKeyDown(QObject *, int &Key, Qt::KeyboardModifiers)
 {
-    if (Key == 13)
+    if (Key == Qt::Key_Return)
         DoOnValidate();
 }
 
 void TVhoObjInspector::KeyDown(int &Key, Qt::KeyboardModifiers Shift)
 {
     TVhoValueListEditor::KeyDown(Key, Shift);
-    if (Key == 13)
+    if (Key == Qt::Key_Return)
         DoOnValidate();
     else if (Key == Qt::Key_Escape)
         clearError();

@@ -35,7 +35,7 @@ public:
     virtual void InspectorPropChanged() = 0;
     // The objects the center has selected.
     virtual TComponentList InspectorSelection() const = 0;
-    // The designer property editors are made for; may be nil.
+    // The designer property editors are made for; may be null.
     virtual IDesigner *InspectorDesigner() const = 0;
 };
 
@@ -55,7 +55,7 @@ public:
     void SetRow(int Row);
     int ColWidth0() const;
     void SetColWidth0(int Width);
-    // The in-place editor of the current value, nil when none is open.
+    // The in-place editor of the current value, null when none is open.
     QWidget *InplaceEditor() const;
 
     // Hooks: the ellipsis button of a line was clicked; a key went down.

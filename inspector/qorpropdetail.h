@@ -65,7 +65,7 @@ public:
     // False when the property of one of the objects cannot be written (Qt
     // gives it no write accessor), also for the fields of such a value.
     bool GetPropWritable() const;
-    // The object a class-typed property holds; nil when the objects of a
+    // The object a class-typed property holds; null when the objects of a
     // multiple selection hold different ones.
     QObject *GetPropValueObject() const;
     void SetPropValueObject(QObject *Value);
@@ -106,7 +106,7 @@ public:
     void SetBasedProperty(TPropertyDetailEx *Value);
     qint32 EnumIndex() const { return m_enumIndex; }
     void SetEnumIndex(qint32 Value);
-    // The element type's information; nil without a based property.
+    // The element type's information; null without a based property.
     TEnumInformation *GetEnumInformation() const;
     // The element's identifier.
     QString GetValueString() const;
@@ -117,17 +117,17 @@ private:
 };
 
 // The value of a property as text, for one object or several (empty when
-// they disagree; nil entries are skipped).
+// they disagree; null entries are skipped).
 QORDESIGN_EXPORT QString GetPropertyValueStr(QObject *Object, PPropInfo PropInfo);
 QORDESIGN_EXPORT QString GetPropertyValueStr(const QList<QObject *> &Objects, PPropInfo PropInfo);
 // Writes a text value; an empty text writes nothing to several objects.
 QORDESIGN_EXPORT void SetPropertyValueStr(QObject *Object, PPropInfo PropInfo, const QString &Text);
 QORDESIGN_EXPORT void SetPropertyValueStr(const QList<QObject *> &Objects, PPropInfo PropInfo, const QString &Text);
-// The object a class-typed property holds (nil when several disagree).
+// The object a class-typed property holds (null when several disagree).
 QORDESIGN_EXPORT QObject *GetPropertyValueObj(QObject *Object, PPropInfo PropInfo);
 QORDESIGN_EXPORT QObject *GetPropertyValueObj(const QList<QObject *> &Objects, PPropInfo PropInfo);
 // Stores a component into a class-typed property (checking its class for
-// one object); nil writes nothing to several objects.
+// one object); null writes nothing to several objects.
 QORDESIGN_EXPORT void SetPropertyValueObj(QObject *Object, PPropInfo PropInfo, QObject *Value);
 QORDESIGN_EXPORT void SetPropertyValueObj(const QList<QObject *> &Objects, PPropInfo PropInfo, QObject *Value);
 // Adds an element to its set or takes it out; false when it already was

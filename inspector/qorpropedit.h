@@ -25,7 +25,7 @@
 // - An editor is made for PropCount objects and given, for each, the
 //   object and its own descriptor of the property (SetPropEntry), then
 //   Initialize runs. Objects may die while an editor lives: GetComponent
-//   answers nil for them and the value helpers skip them.
+//   answers null for them and the value helpers skip them.
 // - GetValue answers the text of the first object; SetValue writes every
 //   object and calls Modified. Conversion errors (EConvertError,
 //   EPropertyError) leave SetValue and reach the inspector, which shows
@@ -36,8 +36,8 @@
 //   (the editor can edit several objects at once; without it the row is
 //   hidden for a multiple selection), paAutoUpdate (each keystroke is
 //   written), paReadOnly (the text cannot be typed).
-// - Look-up: RegisterPropertyEditor(type, class, name, editor). A nil class
-//   matches every class, an empty name every property, a nil type every
+// - Look-up: RegisterPropertyEditor(type, class, name, editor). A null class
+//   matches every class, an empty name every property, a null type every
 //   type; a class type also matches the types of its subclasses. The most
 //   specific registration wins: a name beats no name, then the nearer
 //   component class, then the nearer property type; among equals the one
@@ -115,7 +115,7 @@ public:
     IDesigner *Designer() const { return m_designer; }
     int PropCount() const { return int(m_propList.size()); }
     void SetPropEntry(int Index, QObject *Instance, PPropInfo PropInfo);
-    // The object and descriptor at Index; nil for a dead object.
+    // The object and descriptor at Index; null for a dead object.
     QObject *GetComponent(int Index) const;
     PPropInfo GetPropInfo(int Index = 0) const;
     PTypeInfo GetPropType() const;
@@ -160,7 +160,7 @@ QORDESIGN_EXPORT void SetKindPropertyEditor(TTypeKind Kind, TPropertyEditorFacto
 QORDESIGN_EXPORT void UnregisterPropertyEditors(const QMetaObject *ComponentClass);
 
 // The editor for one property of Instance's class, made for PropCount
-// objects but with no entries set; nil when nothing edits the property.
+// objects but with no entries set; null when nothing edits the property.
 QORDESIGN_EXPORT TPropertyEditorRef CreatePropertyEditor(IDesigner *Designer, const QObject *Instance,
                                                          PPropInfo PropInfo, int PropCount);
 // Calls Proc with an initialized editor for every property (and event) of

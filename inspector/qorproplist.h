@@ -117,7 +117,7 @@ public:
     void AddObjectToOwnerObjects(QObject *Component, bool ToFront);
     void ClearOwnerObjects();
     bool ListPropEditors() const { return m_listPropEditors; }
-    // The designer the property editors are made for; may be nil.
+    // The designer the property editors are made for; may be null.
     IDesigner *Designer() const { return m_designer; }
     void SetDesigner(IDesigner *Designer) { m_designer = Designer; }
     TClassInformation &ClassInformation() { return m_classInformation; }

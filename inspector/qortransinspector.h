@@ -9,7 +9,7 @@
 class TVhoObjInspector;
 class TQorTransMan;
 
-// Manager nil: the process's manager (QorTransMan()). The inspector shows
+// Manager null: the process's manager (QorTransMan()). The inspector shows
 // the labels at once.
 QORDESIGN_EXPORT void QorTranslateInspector(TVhoObjInspector *Inspector, TQorTransMan *Manager = nullptr);
 // Back to the identifiers themselves.

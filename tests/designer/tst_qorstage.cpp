@@ -226,7 +226,7 @@ private slots:
         QCOMPARE(f.stage->PointedControl(QPoint(141, 45), false), nullptr);
         // A control of the parent outside the stage counts too.
         QCOMPARE(f.stage->PointedControl(QPoint(320, 10), false), f.frame);
-        // Nothing there: the parent, or nil.
+        // Nothing there: the parent, or null.
         QCOMPARE(f.stage->PointedControl(QPoint(250, 150), true), &f.form);
         QCOMPARE(f.stage->PointedControl(QPoint(250, 150), false), nullptr);
         // The stage itself is never the answer.

@@ -34,7 +34,7 @@ int liveTopLevelWidgets();
 std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs = 5000);
 
 // The last line edit inside Parent whose text is a whole number (the size
-// field of a font dialog, for one); nil when there is none.
+// field of a font dialog, for one); null when there is none.
 QLineEdit *numberField(QWidget *Parent);
 
 // Puts bytes on the system clipboard as component records, and nothing

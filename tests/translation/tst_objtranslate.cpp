@@ -54,7 +54,7 @@ private slots:
         for (const NamedHook &h : hooks) {
             for (int i = 0; i < texts.size(); ++i) {
                 for (bool withType : {false, true}) {
-                    QTest::addRow("%s text %d %s", h.name, i, withType ? "typed" : "nil type")
+                    QTest::addRow("%s text %d %s", h.name, i, withType ? "typed" : "null type")
                         << h.hook << texts.at(i) << withType;
                 }
             }
