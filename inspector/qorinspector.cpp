@@ -65,6 +65,8 @@ public:
 
     Qt::ItemFlags flags(const QModelIndex &index) const override
     {
+        if (!index.isValid())
+            return Qt::NoItemFlags;
         Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
         if (index.column() == 1) {
             const TItemProp props = m_strings->ItemProps(index.row());

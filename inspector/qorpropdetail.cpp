@@ -5,6 +5,7 @@
 #include "foundation/vhosysutils.h"
 #include "translation/objtranslate.h"
 
+#include <QHash>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -246,7 +247,53 @@ QString GetObjInspecIndentStr(int Level, bool Expandable, bool Expanded)
 
 // ---- TPropertyDetail ---------------------------------------------------
 
-TObject::~TObject() = default;
+namespace {
+
+// The live objects and their serials; objects are made and freed on the
+// thread that owns the inspector.
+QHash<const TObject *, quint64> &liveObjects()
+{
+    static QHash<const TObject *, quint64> live;
+    return live;
+}
+
+quint64 nextSerial()
+{
+    static quint64 serial = 0;
+    return ++serial;
+}
+
+} // namespace
+
+TObject::TObject()
+    : m_serial(nextSerial())
+{
+    liveObjects().insert(this, m_serial);
+}
+
+TObject::TObject(const TObject &)
+    : TObject()
+{
+}
+
+TObject &TObject::operator=(const TObject &)
+{
+    // An object keeps its own serial: it is the same object.
+    return *this;
+}
+
+TObject::~TObject()
+{
+    liveObjects().remove(this);
+}
+
+bool TObject::Alive(const TObject *Object, quint64 Serial)
+{
+    if (!Object)
+        return false;
+    const auto it = liveObjects().constFind(Object);
+    return it != liveObjects().cend() && it.value() == Serial;
+}
 
 TPropertyDetail::TPropertyDetail(QObject *Object, const QString &PropName)
     : TPropertyDetail(Object, GetPropInfo(InstanceClass(Object), PropName))

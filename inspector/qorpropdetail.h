@@ -24,7 +24,21 @@
 class QORDESIGN_EXPORT TObject
 {
 public:
+    TObject();
+    TObject(const TObject &Other);
+    TObject &operator=(const TObject &Other);
     virtual ~TObject();
+
+    // A number no other object made in this process carries.
+    quint64 Serial() const { return m_serial; }
+    // Whether Object, which carried Serial, is still alive: a line of the
+    // inspector may outlive the row it was made for (rows are rebuilt when
+    // the selection changes while the lines wait to be refilled), and an
+    // address alone may already belong to a newer row.
+    static bool Alive(const TObject *Object, quint64 Serial);
+
+private:
+    quint64 m_serial;
 };
 
 // A property bound to the object or objects it is read from, with the type

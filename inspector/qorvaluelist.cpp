@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "inspector/qorvaluelist.h"
 
+#include "inspector/qorpropdetail.h"
+
 TValueListStrings::TValueListStrings(QObject *Parent)
     : QObject(Parent)
 {
@@ -8,13 +10,18 @@ TValueListStrings::TValueListStrings(QObject *Parent)
 
 TValueListStrings::~TValueListStrings() = default;
 
+TObject *TValueListStrings::liveObject(const Line &L)
+{
+    return TObject::Alive(L.object, L.serial) ? L.object : nullptr;
+}
+
 const TValueListStrings::Line &TValueListStrings::made(int Index) const
 {
     Line &line = m_lines[size_t(Index)];
     if (line.pending) {
         line.pending = false;
         if (m_valueMaker)
-            line.text += QLatin1Char('=') + m_valueMaker(line.object);
+            line.text += QLatin1Char('=') + m_valueMaker(liveObject(line));
         else
             line.text += QLatin1Char('=');
     }
@@ -66,19 +73,19 @@ void TValueListStrings::SetValueFromIndex(int Index, const QString &Value)
 
 TObject *TValueListStrings::Objects(int Index) const
 {
-    return Index >= 0 && Index < Count() ? m_lines[size_t(Index)].object : nullptr;
+    return Index >= 0 && Index < Count() ? liveObject(m_lines[size_t(Index)]) : nullptr;
 }
 
 int TValueListStrings::AddObject(const QString &S, TObject *Object)
 {
-    m_lines.push_back({S, Object, {}});
+    m_lines.push_back({S, Object, {}, false, Object ? Object->Serial() : 0});
     changed();
     return Count() - 1;
 }
 
 int TValueListStrings::AddPending(const QString &Name, TObject *Object)
 {
-    m_lines.push_back({Name, Object, {}, true});
+    m_lines.push_back({Name, Object, {}, true, Object ? Object->Serial() : 0});
     changed();
     return Count() - 1;
 }

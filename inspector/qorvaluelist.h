@@ -89,8 +89,12 @@ private:
         TObject *object = nullptr;
         TItemProp props;
         bool pending = false;
+        // The object's serial when the line was made: a line whose object
+        // has gone answers no object and no value.
+        quint64 serial = 0;
     };
     void changed();
+    static TObject *liveObject(const Line &L);
     // The line with its value made, if it was pending.
     const Line &made(int Index) const;
 
