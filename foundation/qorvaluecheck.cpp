@@ -19,10 +19,10 @@ bool rectCornersFit(qint64 x1, qint64 y1, qint64 x2, qint64 y2)
     constexpr qint64 lo = std::numeric_limits<int>::min();
     constexpr qint64 hi = std::numeric_limits<int>::max();
     const auto fits = [](qint64 v) { return v >= lo && v <= hi; };
-    // The corners themselves, the width and height (x2 - x1 + 1) and the
-    // far edges as left + width (x2 + 1).
-    return fits(x1) && fits(y1) && fits(x2) && fits(y2) && fits(x2 - x1 + 1) && fits(y2 - y1 + 1)
-        && fits(x2 + 1) && fits(y2 + 1);
+    // The corners themselves, the width and height (x2 - x1 + 1, its
+    // difference taken first) and the far edges as left + width (x2 + 1).
+    return fits(x1) && fits(y1) && fits(x2) && fits(y2) && fits(x2 - x1) && fits(y2 - y1)
+        && fits(x2 - x1 + 1) && fits(y2 - y1 + 1) && fits(x2 + 1) && fits(y2 + 1);
 }
 
 bool rectFits(const QRect &rect)
@@ -345,7 +345,7 @@ public:
                 return false;
             type = QMetaType(int(typeId));
         }
-        return value(type, depth + 1);
+        return value(type, depth);
     }
 
     bool value(QMetaType type, int depth)
@@ -398,8 +398,8 @@ public:
         case QMetaType::QUrl:
             return bytes();
         case QMetaType::QBitArray: {
-            quint32 bits = 0;
-            return read(bits) && skip((qint64(bits) + 7) / 8);
+            qint64 bits = 0; // a 64-bit count since Qt 6
+            return read(bits) && bits >= 0 && bits <= qint64(m_left) * 8 && skip((bits + 7) / 8);
         }
         case QMetaType::QStringList:
             return list(QMetaType::fromType<QString>(), depth, 4);
