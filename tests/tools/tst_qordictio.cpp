@@ -11,6 +11,15 @@
 #include <QTest>
 #include <QXmlStreamWriter>
 
+// The campaigns allocate for each of their thousands of reads: shorter
+// allocation stacks in AddressSanitizer's records keep the run short (the
+// options of the environment still win), and its reports still name the
+// allocating frames.
+extern "C" __attribute__((visibility("default"))) const char *__asan_default_options()
+{
+    return "malloc_context_size=8";
+}
+
 namespace {
 
 constexpr quint32 kSeed = 20261127;
@@ -84,10 +93,10 @@ private slots:
     void deepXmlNestingIsReadWithoutRecursion()
     {
         QByteArray xml = "<DATAPACKET>";
-        for (int i = 0; i < 100000; ++i)
+        for (int i = 0; i < 30000; ++i)
             xml += "<a>";
         xml += "<ROW TranTypeKind=\"ENUM\" TypeName=\"T\" Indent=\"I\" CnLabel=\"L\"/>";
-        for (int i = 0; i < 100000; ++i)
+        for (int i = 0; i < 30000; ++i)
             xml += "</a>";
         xml += "</DATAPACKET>";
         const QorDictIo::Result result = QorDictIo::readXml(xml);
@@ -126,10 +135,10 @@ private slots:
     {
         // A slice of the shipped source keeps each round quick.
         const QByteArray csv = shippedCsv();
-        const QByteArray seed = csv.left(csv.indexOf('\n', 4000) + 1);
+        const QByteArray seed = csv.left(csv.indexOf('\n', 1000) + 1);
         int withRows = 0;
         for (int i = 0; i < kMutations; ++i) {
-            const QByteArray source = QorMutator::mutateText(seed, kSeed, i, csv.right(2000));
+            const QByteArray source = QorMutator::mutateText(seed, kSeed, i, csv.right(500));
             const QorDictIo::Result result = QorDictIo::readCsv(source);
             const QByteArray why = unsound(result, source);
             if (!why.isEmpty())
@@ -143,7 +152,7 @@ private slots:
     void damagedXmlIsReadIntoSoundRowsAndProblems()
     {
         const QByteArray csv = shippedCsv();
-        const QorDictIo::Result rows = QorDictIo::readCsv(csv.left(csv.indexOf('\n', 4000) + 1));
+        const QorDictIo::Result rows = QorDictIo::readCsv(csv.left(csv.indexOf('\n', 700) + 1));
         const QByteArray seed = datapacketOf(rows.rows);
         int withRows = 0;
         for (int i = 0; i < kMutations; ++i) {

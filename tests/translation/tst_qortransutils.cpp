@@ -331,6 +331,22 @@ private slots:
         QVERIFY(translated < 1000);
     }
 
+    void aTextLongerThanAnyLabelIsNoEntry()
+    {
+        // A dictionary from elsewhere may hold texts of any length.
+        const QByteArray huge(70000, 'x');
+        QList<Row> rows = sampleRows;
+        rows.append({"ENUM", "Huge", "Long", huge.constData()});
+        rows.append({"ENUM", "Huge", huge.constData(), "Short"});
+        rows.append({"ENUM", "Huge", "Fine", "Good"});
+        const QString file = m_dir.filePath(QStringLiteral("huge.sqlite"));
+        QVERIFY(writeDictionary(file, rows));
+        TQorTransMan man(file);
+        QCOMPARE(man.IdentToLabel(ttkEnum, QStringLiteral("Huge"), QStringLiteral("Long"), nullptr), QStringLiteral("Long"));
+        QCOMPARE(man.LabelToIdent(ttkEnum, QStringLiteral("Huge"), QStringLiteral("Short"), nullptr), QStringLiteral("Short"));
+        QCOMPARE(man.IdentToLabel(ttkEnum, QStringLiteral("Huge"), QStringLiteral("Fine"), nullptr), QStringLiteral("Good"));
+    }
+
     void aLockedOrDeletedDictionaryPassesIdentifiers()
     {
         const QString file = m_dir.filePath(QStringLiteral("locked.sqlite"));
