@@ -6,6 +6,7 @@
 #include "foundation/qorvaluecheck_p.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QRect>
 #include <QtEndian>
 
@@ -37,6 +38,57 @@ namespace {
 
 constexpr quint32 kNullLength = 0xffffffffu;
 constexpr int kUserType = 65536; // what QVariant writes for any type it names
+
+// Qt's containers of other types, known by the name Qt registers them
+// under ("QMap<QString,QList<int>>").
+struct Container
+{
+    enum Kind { None, Sequence, Associative, Pair } kind = None;
+    QList<QMetaType> arguments;
+};
+
+Container containerOf(QMetaType type)
+{
+    static const struct
+    {
+        const char *prefix;
+        Container::Kind kind;
+    } shapes[] = {{"QList<", Container::Sequence},      {"QSet<", Container::Sequence},
+                  {"QMap<", Container::Associative},    {"QHash<", Container::Associative},
+                  {"QMultiMap<", Container::Associative}, {"QMultiHash<", Container::Associative},
+                  {"std::pair<", Container::Pair},      {"QPair<", Container::Pair}};
+    const QByteArray name(type.name());
+    for (const auto &shape : shapes) {
+        const qsizetype start = qsizetype(std::strlen(shape.prefix));
+        if (!name.startsWith(shape.prefix) || !name.endsWith('>'))
+            continue;
+        // The arguments, split at the commas outside nested brackets.
+        Container c;
+        int nesting = 0;
+        qsizetype from = start;
+        for (qsizetype i = start; i < name.size(); ++i) {
+            const char ch = name.at(i);
+            if (ch == '<') {
+                ++nesting;
+            } else if ((ch == '>' && nesting == 0) || (ch == ',' && nesting == 0)) {
+                c.arguments.append(QMetaType::fromName(name.mid(from, i - from).trimmed()));
+                from = i + 1;
+            } else if (ch == '>') {
+                --nesting;
+            }
+        }
+        const qsizetype wanted = shape.kind == Container::Sequence ? 1 : 2;
+        if (c.arguments.size() != wanted)
+            return {};
+        for (const QMetaType &argument : std::as_const(c.arguments)) {
+            if (!argument.isValid())
+                return {};
+        }
+        c.kind = shape.kind;
+        return c;
+    }
+    return {};
+}
 
 class Walker
 {
@@ -73,33 +125,24 @@ public:
         return read(n) && qint64(n) * minSize <= m_left;
     }
 
-    bool string(QByteArray *utf16 = nullptr)
-    {
-        quint32 bytes = 0;
-        if (!read(bytes))
-            return false;
-        if (bytes == kNullLength)
-            return true;
-        if ((bytes & 1) || qint64(bytes) > m_left)
-            return false;
-        if (utf16)
-            *utf16 = QByteArray(reinterpret_cast<const char *>(m_data), qsizetype(bytes));
-        return skip(bytes);
-    }
-
-    bool bytes(QByteArray *out = nullptr)
+    // A length, then that many bytes; the length of a null one stands
+    // alone. Texts are UTF-16: an even number of bytes.
+    bool sized(QByteArray *out, bool even)
     {
         quint32 n = 0;
         if (!read(n))
             return false;
         if (n == kNullLength)
             return true;
-        if (qint64(n) > m_left)
+        if ((even && (n & 1)) || qint64(n) > m_left)
             return false;
         if (out)
             *out = QByteArray(reinterpret_cast<const char *>(m_data), qsizetype(n));
         return skip(n);
     }
+
+    bool string(QByteArray *utf16 = nullptr) { return sized(utf16, true); }
+    bool bytes(QByteArray *out = nullptr) { return sized(out, false); }
 
     bool rect()
     {
@@ -164,15 +207,10 @@ public:
         } else if (style == Qt::LinearGradientPattern || style == Qt::RadialGradientPattern
                    || style == Qt::ConicalGradientPattern) {
             qint32 type = 0;
-            quint32 stops = 0;
             // type, spread, coordinate mode, interpolation mode; the stops
             // (a position and a colour each).
-            if (!read(type) || !skip(3 * 4) || !count(stops, 8 + 11))
+            if (!read(type) || !skip(3 * 4) || !repeated(8 + 11, [this] { return skip(8) && color(); }))
                 return false;
-            for (quint32 i = 0; i < stops; ++i) {
-                if (!skip(8) || !color())
-                    return false;
-            }
             // Linear: start and final stop; radial: centre, focal point,
             // radius and focal radius; anything else reads as conical:
             // centre and angle.
@@ -184,18 +222,11 @@ public:
 
     bool font()
     {
-        quint32 families = 0;
         // family, style name; point size, pixel size, style hint, style
         // strategy, weight, bits, stretch, extended bits, letter and word
         // spacing, hinting preference, capitalization; the families.
-        if (!string() || !string() || !skip(8 + 4 + 1 + 2 + 2 + 1 + 2 + 1 + 4 + 4 + 1 + 1)
-            || !count(families, 4))
-            return false;
-        for (quint32 i = 0; i < families; ++i) {
-            if (!string())
-                return false;
-        }
-        return true;
+        return string() && string() && skip(8 + 4 + 1 + 2 + 2 + 1 + 2 + 1 + 4 + 4 + 1 + 1)
+            && repeated(4, [this] { return string(); });
     }
 
     bool icon()
@@ -296,28 +327,23 @@ public:
         return read(keys) && keys <= 4 && skip(qint64(keys) * 4);
     }
 
-    bool list(QMetaType element, int depth, qint64 minSize)
+    // A count, then that many elements, each walked by Element.
+    template<typename Element>
+    bool repeated(qint64 minSize, Element &&element)
     {
         quint32 n = 0;
         if (!count(n, minSize))
             return false;
         for (quint32 i = 0; i < n; ++i) {
-            if (!value(element, depth))
+            if (!element())
                 return false;
         }
         return true;
     }
 
-    bool map(QMetaType key, QMetaType mapped, int depth)
+    bool list(QMetaType element, int depth, qint64 minSize)
     {
-        quint32 n = 0;
-        if (!count(n, 2))
-            return false;
-        for (quint32 i = 0; i < n; ++i) {
-            if (!value(key, depth) || !value(mapped, depth))
-                return false;
-        }
-        return true;
+        return repeated(minSize, [&] { return value(element, depth); });
     }
 
     bool variant(int depth)
@@ -405,27 +431,11 @@ public:
             return list(QMetaType::fromType<QString>(), depth, 4);
         case QMetaType::QByteArrayList:
             return list(QMetaType::fromType<QByteArray>(), depth, 4);
-        case QMetaType::QVariantList: {
-            quint32 n = 0;
-            if (!count(n, 5))
-                return false;
-            for (quint32 i = 0; i < n; ++i) {
-                if (!variant(depth + 1))
-                    return false;
-            }
-            return true;
-        }
+        case QMetaType::QVariantList:
+            return repeated(5, [&] { return variant(depth + 1); });
         case QMetaType::QVariantMap:
-        case QMetaType::QVariantHash: {
-            quint32 n = 0;
-            if (!count(n, 4 + 5))
-                return false;
-            for (quint32 i = 0; i < n; ++i) {
-                if (!string() || !variant(depth + 1))
-                    return false;
-            }
-            return true;
-        }
+        case QMetaType::QVariantHash:
+            return repeated(4 + 5, [&] { return string() && variant(depth + 1); });
         case QMetaType::QDateTime:
             return dateTime();
         case QMetaType::QColor:
@@ -439,7 +449,8 @@ public:
         case QMetaType::QBrush:
             return brush();
         case QMetaType::QPalette:
-            // Every role of the three colour groups.
+            // Every role of the three colour groups: 21 roles in a stream
+            // of this version, whatever a later Qt adds.
             for (int i = 0; i < 3 * 21; ++i) {
                 if (!brush())
                     return false;
@@ -463,8 +474,7 @@ public:
         return userValue(type, depth);
     }
 
-    // Enumerations, flags and Qt's containers of the types above, by the
-    // name Qt registers them under.
+    // Enumerations, flags and Qt's containers of the types above.
     bool userValue(QMetaType type, int depth)
     {
         if (type.id() < kUserType)
@@ -473,48 +483,18 @@ public:
             const qsizetype size = type.sizeOf();
             return (size == 1 || size == 2 || size == 4 || size == 8) && skip(size);
         }
-        const QByteArray name(type.name());
-        if (name.startsWith("QFlags<"))
+        if (QByteArray(type.name()).startsWith("QFlags<"))
             return skip(4);
-        QByteArray first, second;
-        const auto template1 = [&name, &first](const char *prefix) {
-            const qsizetype n = qsizetype(std::strlen(prefix));
-            if (!name.startsWith(prefix) || !name.endsWith('>'))
-                return false;
-            first = name.mid(n, name.size() - n - 1);
-            return true;
-        };
-        const auto template2 = [&](const char *prefix) {
-            if (!template1(prefix))
-                return false;
-            // Split at the comma outside nested brackets.
-            int nesting = 0;
-            for (qsizetype i = 0; i < first.size(); ++i) {
-                const char c = first.at(i);
-                if (c == '<')
-                    ++nesting;
-                else if (c == '>')
-                    --nesting;
-                else if (c == ',' && nesting == 0) {
-                    second = first.mid(i + 1);
-                    first.truncate(i);
-                    return true;
-                }
-            }
-            return false;
-        };
-        const auto typeOf = [](const QByteArray &n) { return QMetaType::fromName(n.trimmed()); };
-        if (template1("QList<") || template1("QSet<")) {
-            const QMetaType element = typeOf(first);
-            return element.isValid() && list(element, depth + 1, 1);
-        }
-        if (template2("QMap<") || template2("QHash<") || template2("QMultiMap<") || template2("QMultiHash<")) {
-            const QMetaType key = typeOf(first), mapped = typeOf(second);
-            return key.isValid() && mapped.isValid() && map(key, mapped, depth + 1);
-        }
-        if (template2("std::pair<") || template2("QPair<")) {
-            const QMetaType a = typeOf(first), b = typeOf(second);
-            return a.isValid() && b.isValid() && value(a, depth + 1) && value(b, depth + 1);
+        const Container c = containerOf(type);
+        switch (c.kind) {
+        case Container::Sequence:
+            return list(c.arguments.at(0), depth + 1, 1);
+        case Container::Associative:
+            return repeated(2, [&] { return value(c.arguments.at(0), depth + 1) && value(c.arguments.at(1), depth + 1); });
+        case Container::Pair:
+            return value(c.arguments.at(0), depth + 1) && value(c.arguments.at(1), depth + 1);
+        case Container::None:
+            break;
         }
         return false;
     }
@@ -552,32 +532,16 @@ bool checkedType(QMetaType type, int depth)
     }
     if (type.id() < kUserType)
         return false;
-    if (type.flags().testFlag(QMetaType::IsEnumeration))
+    if (type.flags().testFlag(QMetaType::IsEnumeration) || QByteArray(type.name()).startsWith("QFlags<"))
         return true;
-    QByteArray name(type.name());
-    if (name.startsWith("QFlags<"))
-        return true;
-    for (const char *prefix : {"QList<", "QSet<", "QMap<", "QHash<", "QMultiMap<", "QMultiHash<", "std::pair<", "QPair<"}) {
-        if (!name.startsWith(prefix) || !name.endsWith('>'))
-            continue;
-        const QByteArray inner = name.mid(qsizetype(std::strlen(prefix)), name.size() - qsizetype(std::strlen(prefix)) - 1);
-        int nesting = 0;
-        qsizetype start = 0;
-        for (qsizetype i = 0; i <= inner.size(); ++i) {
-            const char c = i < inner.size() ? inner.at(i) : ',';
-            if (c == '<') {
-                ++nesting;
-            } else if (c == '>') {
-                --nesting;
-            } else if (c == ',' && nesting == 0) {
-                if (!checkedType(QMetaType::fromName(inner.mid(start, i - start).trimmed()), depth + 1))
-                    return false;
-                start = i + 1;
-            }
-        }
-        return true;
+    const Container c = containerOf(type);
+    if (c.kind == Container::None)
+        return false;
+    for (const QMetaType &argument : c.arguments) {
+        if (!checkedType(argument, depth + 1))
+            return false;
     }
-    return false;
+    return true;
 }
 
 } // namespace

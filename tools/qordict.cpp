@@ -18,7 +18,6 @@
 #include <QSqlQuery>
 #include <QStringList>
 #include <QTextStream>
-#include <QXmlStreamWriter>
 
 #include <cstdio>
 
@@ -116,16 +115,6 @@ bool writeDb(const QString &file, const QList<Row> &rows)
     return ok;
 }
 
-QString csvField(const QString &value)
-{
-    if (!value.contains(QLatin1Char(',')) && !value.contains(QLatin1Char('"')) && !value.contains(QLatin1Char('\n'))
-        && !value.contains(QLatin1Char('\r')))
-        return value;
-    QString quoted = value;
-    quoted.replace(QLatin1String("\""), QLatin1String("\"\""));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
-}
-
 bool writeText(const QString &file, const QByteArray &bytes)
 {
     QFile out(file + QStringLiteral(".part"));
@@ -136,46 +125,6 @@ bool writeText(const QString &file, const QByteArray &bytes)
     out.close();
     QFile::remove(file);
     return QFile::rename(out.fileName(), file);
-}
-
-QByteArray csvOf(const QList<Row> &rows)
-{
-    QString text = QStringLiteral("TranTypeKind,TypeName,Indent,CnLabel\n");
-    for (const Row &r : rows)
-        text += QStringList({csvField(r.kind), csvField(r.typeName), csvField(r.indent), csvField(r.label)}).join(QLatin1Char(','))
-            + QLatin1Char('\n');
-    return text.toUtf8();
-}
-
-QByteArray xmlOf(const QList<Row> &rows)
-{
-    QByteArray bytes;
-    QXmlStreamWriter xml(&bytes);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    xml.writeStartElement(QStringLiteral("DATAPACKET"));
-    xml.writeAttribute(QStringLiteral("Version"), QStringLiteral("2.0"));
-    xml.writeStartElement(QStringLiteral("METADATA"));
-    xml.writeStartElement(QStringLiteral("FIELDS"));
-    for (const char *name : {"TranTypeKind", "TypeName", "Indent", "CnLabel"}) {
-        xml.writeEmptyElement(QStringLiteral("FIELD"));
-        xml.writeAttribute(QStringLiteral("attrname"), QLatin1String(name));
-        xml.writeAttribute(QStringLiteral("fieldtype"), QStringLiteral("string"));
-        xml.writeAttribute(QStringLiteral("WIDTH"), QStringLiteral("255"));
-    }
-    xml.writeEndElement();
-    xml.writeEmptyElement(QStringLiteral("PARAMS"));
-    xml.writeEndElement();
-    xml.writeStartElement(QStringLiteral("ROWDATA"));
-    for (const Row &r : rows) {
-        xml.writeEmptyElement(QStringLiteral("ROW"));
-        xml.writeAttribute(QStringLiteral("TranTypeKind"), r.kind);
-        xml.writeAttribute(QStringLiteral("TypeName"), r.typeName);
-        xml.writeAttribute(QStringLiteral("Indent"), r.indent);
-        xml.writeAttribute(QStringLiteral("CnLabel"), r.label);
-    }
-    xml.writeEndDocument();
-    return bytes;
 }
 
 } // namespace
@@ -200,9 +149,9 @@ int main(int argc, char **argv)
     if (command.endsWith(QLatin1String("2db")))
         ok = writeDb(out, rows);
     else if (command == QLatin1String("db2csv"))
-        ok = writeText(out, csvOf(rows));
+        ok = writeText(out, QorDictIo::csvOf(rows));
     else
-        ok = writeText(out, xmlOf(rows));
+        ok = writeText(out, QorDictIo::xmlOf(rows));
     if (!ok || errors)
         return 1;
     std::printf("%s: %lld rows\n", qPrintable(out), qlonglong(rows.size()));

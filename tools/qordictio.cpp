@@ -3,6 +3,7 @@
 
 #include <QStringList>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 #include <algorithm>
 #include <limits>
@@ -34,6 +35,16 @@ bool tooLarge(const QByteArray &Bytes, Result &result)
         return false;
     result.problems.append({0, QStringLiteral("larger than %1 bytes").arg(kMaxSourceBytes)});
     return true;
+}
+
+QString csvField(const QString &value)
+{
+    if (!value.contains(QLatin1Char(',')) && !value.contains(QLatin1Char('"')) && !value.contains(QLatin1Char('\n'))
+        && !value.contains(QLatin1Char('\r')))
+        return value;
+    QString quoted = value;
+    quoted.replace(QLatin1String("\""), QLatin1String("\"\""));
+    return QLatin1Char('"') + quoted + QLatin1Char('"');
 }
 
 } // namespace
@@ -137,6 +148,46 @@ Result readXml(const QByteArray &Bytes)
     else if (!packet)
         result.problems.append({1, QStringLiteral("not a datapacket")});
     return result;
+}
+
+QByteArray csvOf(const QList<Row> &Rows)
+{
+    QString text = QStringLiteral("TranTypeKind,TypeName,Indent,CnLabel\n");
+    for (const Row &r : Rows)
+        text += QStringList({csvField(r.kind), csvField(r.typeName), csvField(r.indent), csvField(r.label)}).join(QLatin1Char(','))
+            + QLatin1Char('\n');
+    return text.toUtf8();
+}
+
+QByteArray xmlOf(const QList<Row> &Rows)
+{
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("DATAPACKET"));
+    xml.writeAttribute(QStringLiteral("Version"), QStringLiteral("2.0"));
+    xml.writeStartElement(QStringLiteral("METADATA"));
+    xml.writeStartElement(QStringLiteral("FIELDS"));
+    for (const char *name : {"TranTypeKind", "TypeName", "Indent", "CnLabel"}) {
+        xml.writeEmptyElement(QStringLiteral("FIELD"));
+        xml.writeAttribute(QStringLiteral("attrname"), QLatin1String(name));
+        xml.writeAttribute(QStringLiteral("fieldtype"), QStringLiteral("string"));
+        xml.writeAttribute(QStringLiteral("WIDTH"), QStringLiteral("255"));
+    }
+    xml.writeEndElement();
+    xml.writeEmptyElement(QStringLiteral("PARAMS"));
+    xml.writeEndElement();
+    xml.writeStartElement(QStringLiteral("ROWDATA"));
+    for (const Row &r : Rows) {
+        xml.writeEmptyElement(QStringLiteral("ROW"));
+        xml.writeAttribute(QStringLiteral("TranTypeKind"), r.kind);
+        xml.writeAttribute(QStringLiteral("TypeName"), r.typeName);
+        xml.writeAttribute(QStringLiteral("Indent"), r.indent);
+        xml.writeAttribute(QStringLiteral("CnLabel"), r.label);
+    }
+    xml.writeEndDocument();
+    return bytes;
 }
 
 } // namespace QorDictIo

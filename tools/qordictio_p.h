@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The dictionary tool's readers of its sources: CSV and the client
-// dataset's datapacket XML, turned into dictionary rows with every bad row
-// reported by line. Kept apart from the tool so tests can feed them bytes.
+// The dictionary tool's readers and writers of its sources: CSV and the
+// client dataset's datapacket XML, read into dictionary rows with every bad
+// row reported by line, and written from rows. Kept apart from the tool so
+// tests can call them on bytes.
 #pragma once
 
 #include <QByteArray>
@@ -37,5 +38,9 @@ struct Result
 Result readCsv(const QByteArray &Bytes);
 // The datapacket's ROW elements, their attributes by the column names.
 Result readXml(const QByteArray &Bytes);
+
+// The sources of rows, as the readers above read them back.
+QByteArray csvOf(const QList<Row> &Rows);
+QByteArray xmlOf(const QList<Row> &Rows);
 
 } // namespace QorDictIo

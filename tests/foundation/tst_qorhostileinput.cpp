@@ -163,6 +163,24 @@ protected:
     }
 };
 
+// A button at (8, 8, 75, 23) and a label with a font of two families,
+// owned by the form.
+QPushButton *addButtonAndLabel(QWidget *form, QWidget *parent, const QString &suffix)
+{
+    auto *button = new QPushButton(QStringLiteral("OK"), parent);
+    button->setObjectName(QStringLiteral("Button") + suffix);
+    button->setGeometry(8, 8, 75, 23);
+    InsertComponent(form, button);
+    auto *label = new QLabel(QStringLiteral("Name"), form);
+    label->setObjectName(QStringLiteral("Label") + suffix);
+    QFont font(QStringLiteral("Sans"));
+    font.setFamilies({QStringLiteral("Sans"), QStringLiteral("Serif")});
+    label->setFont(font);
+    label->setGeometry(10, 120, 60, 20);
+    InsertComponent(form, label);
+    return button;
+}
+
 // The form whose records are damaged: a group box with a button (a
 // geometry, an icon), a label with a font of two families, a line edit, a
 // timer, and dynamic values of several kinds.
@@ -174,20 +192,9 @@ QByteArray seedRecord()
     box->setObjectName(QStringLiteral("Box1"));
     box->setGeometry(4, 4, 180, 90);
     InsertComponent(&form, box);
-    auto *button = new QPushButton(QStringLiteral("OK"), box);
-    button->setObjectName(QStringLiteral("Button1"));
-    button->setGeometry(8, 8, 75, 23);
     QPixmap pixmap(2, 2);
     pixmap.fill(Qt::red);
-    button->setIcon(QIcon(pixmap));
-    InsertComponent(&form, button);
-    auto *label = new QLabel(QStringLiteral("Name"), &form);
-    label->setObjectName(QStringLiteral("Label1"));
-    QFont font(QStringLiteral("Sans"));
-    font.setFamilies({QStringLiteral("Sans"), QStringLiteral("Serif")});
-    label->setFont(font);
-    label->setGeometry(10, 120, 60, 20);
-    InsertComponent(&form, label);
+    addButtonAndLabel(&form, box, QStringLiteral("1"))->setIcon(QIcon(pixmap));
     auto *edit = new QLineEdit(&form);
     edit->setObjectName(QStringLiteral("Edit1"));
     edit->setGeometry(80, 120, 100, 22);
@@ -210,16 +217,7 @@ QByteArray smallSeedRecord()
 {
     QWidget form;
     form.setObjectName(QStringLiteral("Form5"));
-    auto *button = new QPushButton(QStringLiteral("OK"), &form);
-    button->setObjectName(QStringLiteral("Button5"));
-    button->setGeometry(8, 8, 75, 23);
-    InsertComponent(&form, button);
-    auto *label = new QLabel(QStringLiteral("Name"), &form);
-    label->setObjectName(QStringLiteral("Label5"));
-    QFont font(QStringLiteral("Sans"));
-    font.setFamilies({QStringLiteral("Sans"), QStringLiteral("Serif")});
-    label->setFont(font);
-    InsertComponent(&form, label);
+    addButtonAndLabel(&form, &form, QStringLiteral("5"));
     auto *timer = new QTimer;
     timer->setObjectName(QStringLiteral("Timer5"));
     timer->setInterval(250);
