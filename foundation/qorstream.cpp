@@ -37,6 +37,7 @@
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
 #include "foundation/qortypinfo.h"
+#include "foundation/qorvaluecheck_p.h"
 
 #include <QBuffer>
 #include <QColor>
@@ -89,7 +90,7 @@ constexpr quint8 kFlagKeys = 'S';
 constexpr quint8 kReference = 'R';
 // Deeper nesting than any form has; it keeps a damaged stream from
 // exhausting the stack.
-constexpr int kMaxDepth = 200;
+constexpr int kMaxDepth = QorLimits::kMaxComponentDepth;
 
 // The stream's own pseudo properties.
 const QByteArray kTabText = QByteArrayLiteral("qor.tabText");
@@ -160,9 +161,12 @@ QByteArray variantBytes(const QVariant &value)
     return bytes;
 }
 
-// A QVariant from exactly these bytes; nothing when they hold anything else.
+// A QVariant from exactly these bytes; nothing when they hold anything else
+// or a value Qt's reader must not be handed.
 std::optional<QVariant> variantFromBytes(const QByteArray &bytes)
 {
+    if (QorValueCheck::streamedVariantSize(bytes.constData(), bytes.size()) != bytes.size())
+        return std::nullopt;
     QDataStream s(bytes);
     QVariant value;
     setUp(s) >> value;
@@ -299,11 +303,18 @@ private:
 
     QString readString() { return QString::fromUtf8(readBytes()); }
 
+    // The value's bytes are walked first: Qt's reader trusts the counts it
+    // finds, and must read exactly what the walk accepted.
     void readVariant(StoredProperty &p)
     {
         const qint64 start = pos();
+        const qsizetype size = QorValueCheck::streamedVariantSize(m_body.constData() + start, m_body.size() - start);
+        if (size < 0)
+            damaged();
         m_stream >> p.value;
         check();
+        if (pos() - start != size)
+            damaged();
         if (m_keepRaw)
             p.raw = m_body.mid(start, pos() - start);
     }
@@ -372,6 +383,8 @@ QByteArray readRecordBody(QIODevice &device)
     if (got < kHeaderSize)
         truncated();
     const quint32 length = qFromBigEndian<quint32>(header + 4);
+    if (qint64(length) > QorLimits::kMaxRecordBytes)
+        damaged();
     if (!device.isSequential() && device.size() - device.pos() < qint64(length))
         truncated();
     QByteArray body;
@@ -518,7 +531,7 @@ ClassInfo &classInfo(const QMetaObject *mo)
             pi.kind = kReference;
         pi.gate = gateOf(p);
         const bool streamable = pi.kind != kValue || p.metaType().id() == QMetaType::QVariant
-            || p.metaType().hasRegisteredDataStreamOperators();
+            || (p.metaType().hasRegisteredDataStreamOperators() && QorValueCheck::isCheckedType(p.metaType()));
         pi.stored = p.isReadable() && p.isStored() && p.isDesignable() && streamable
             && pi.name != "pos" && pi.name != "size" && pi.name != "visible";
         pi.deferred = pi.name == "currentIndex";
@@ -667,6 +680,10 @@ StoredObject storeObject(QObject *c, QObject *container)
         } else {
             if (pi.hasDefault && equalValues(v, pi.defaultValue))
                 continue;
+            // What a reader refuses is not written (a value of a property
+            // typed QVariant may be of any type).
+            if (!QorValueCheck::isCheckedType(v.metaType()))
+                continue;
             p.value = std::move(v);
         }
         o.properties.append(std::move(p));
@@ -676,7 +693,8 @@ StoredObject storeObject(QObject *c, QObject *container)
         if (name.startsWith("_q_"))
             continue;
         const QVariant v = c->property(name.constData());
-        if (!v.isValid() || !v.metaType().hasRegisteredDataStreamOperators())
+        if (!v.isValid() || !v.metaType().hasRegisteredDataStreamOperators()
+            || !QorValueCheck::isCheckedType(v.metaType()))
             continue;
         StoredProperty p;
         p.name = name;
@@ -1169,6 +1187,8 @@ std::optional<QJsonValue> readableOf(const QVariant &v)
         return QJsonArray::fromStringList(v.toStringList());
     case QMetaType::QRect: {
         const QRect r = v.toRect();
+        if (!QorLimits::rectFits(r))
+            return std::nullopt;
         return intArray({r.x(), r.y(), r.width(), r.height()});
     }
     case QMetaType::QSize:
@@ -1287,7 +1307,7 @@ std::optional<QVariant> valueOfReadable(const QString &type, const QJsonValue &j
         return QVariant(list);
     }
     case QMetaType::QRect:
-        if (const auto r = intsOf(j, 4))
+        if (const auto r = intsOf(j, 4); r && QorLimits::rectFits(r->at(0), r->at(1), r->at(2), r->at(3)))
             return QVariant(QRect(r->at(0), r->at(1), r->at(2), r->at(3)));
         return std::nullopt;
     case QMetaType::QSize:
@@ -1558,6 +1578,8 @@ QObject *ComponentFromBytes(const QByteArray &Bytes, QObject *Instance, QWidget 
 
 QString ComponentBinaryToText(const QByteArray &Records)
 {
+    if (Records.size() > QorLimits::kMaxRecordBytes)
+        damaged();
     QBuffer buffer;
     buffer.setData(Records);
     buffer.open(QIODevice::ReadOnly);
@@ -1576,6 +1598,8 @@ QString ComponentBinaryToText(const QByteArray &Records)
 
 QByteArray ComponentTextToBinary(const QString &Text)
 {
+    if (Text.size() > QorLimits::kMaxTextBytes / 2)
+        badText(tr("it is longer than a component text may be"));
     QJsonParseError error;
     const QJsonDocument doc = QJsonDocument::fromJson(Text.toUtf8(), &error);
     if (error.error != QJsonParseError::NoError)

@@ -5,6 +5,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorstream.h"
 #include "foundation/qortypinfo.h"
+#include "foundation/qorvaluecheck_p.h"
 #include "foundation/vhosysutils.h"
 
 #include <QApplication>
@@ -12,13 +13,16 @@
 #include <QClipboard>
 #include <QColor>
 #include <QMimeData>
+#include <QPointer>
 #include <QSet>
 #include <QWidget>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -99,10 +103,15 @@ public:
     {
         const bool hidden = Widget->testAttribute(Qt::WA_WState_ExplicitShowHide) && Widget->isHidden();
         QPoint corner = Widget->pos();
-        // With both steps 0 the walk would never end: it looks once.
-        do
-            corner += QPoint(m_dx, m_dy);
-        while ((m_dx != 0 || m_dy != 0) && m_corners.contains(key(corner)));
+        // With both steps 0 the walk would never end: it looks once; a step
+        // held at the end of the coordinate range ends it too.
+        for (;;) {
+            const QPoint next = step(corner, Widget->size());
+            const bool moved = next != corner;
+            corner = next;
+            if (!moved || (m_dx == 0 && m_dy == 0) || !m_corners.contains(key(corner)))
+                break;
+        }
         if (Widget->parentWidget() != m_parent)
             Widget->setParent(m_parent);
         Widget->move(corner);
@@ -112,6 +121,18 @@ public:
     }
 
 private:
+    // One step of the walk, held where the widget's far edges (left + width,
+    // top + height) would leave the int range: a control stored at the end
+    // of the range stays there rather than wrapping around.
+    QPoint step(const QPoint &Corner, const QSize &Size) const
+    {
+        const auto along = [](int From, int By, int Extent) {
+            const qint64 last = qint64(std::numeric_limits<int>::max()) - std::max(Extent, 0);
+            return int(std::clamp(qint64(From) + By, qint64(std::numeric_limits<int>::min()), last));
+        };
+        return {along(Corner.x(), m_dx, Size.width()), along(Corner.y(), m_dy, Size.height())};
+    }
+
     static quint64 key(const QPoint &Point) { return (quint64(quint32(Point.x())) << 32) | quint32(Point.y()); }
 
     // Showing a widget on a visible parent makes Qt ask the window system
@@ -424,8 +445,9 @@ QVariant readValue(QXmlStreamReader &Xml, const QMetaProperty &Property)
             else if (field == QLatin1String("blue"))
                 blue = value;
         }
+        // A rectangle whose far edges an int cannot hold is not taken.
         if (element == QLatin1String("rect"))
-            return QRect(x, y, width, height);
+            return QorLimits::rectFits(x, y, width, height) ? QVariant(QRect(x, y, width, height)) : QVariant();
         if (element == QLatin1String("size"))
             return QSize(width, height);
         if (element == QLatin1String("point"))
@@ -457,12 +479,21 @@ QVariant readValue(QXmlStreamReader &Xml, const QMetaProperty &Property)
     return {};
 }
 
-QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QWidget *> &Made);
+QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidget>> &Made, int Depth);
+
+// Widgets, layouts and items nest without a limit in the text: deeper than
+// any form the reading stops, before the stack runs out.
+void checkDepth(int Depth)
+{
+    if (Depth > QorLimits::kMaxUiElementDepth)
+        throw EReadError(QStringLiteral("The Qt Designer document nests its widgets too deeply"));
+}
 
 // Reads the elements inside a widget (or inside one of its layouts, whose
 // own properties are not the widget's) up to the element's end.
-void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QWidget *> &Made, bool InLayout)
+void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QPointer<QWidget>> &Made, bool InLayout, int Depth)
 {
+    checkDepth(Depth);
     while (Xml.readNextStartElement()) {
         if (Xml.name() == QLatin1String("property") && !InLayout) {
             const QByteArray property = Xml.attributes().value(QLatin1String("name")).toLatin1();
@@ -479,18 +510,19 @@ void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QWidget *> &Made,
             // Past the end of the property element.
             Xml.skipCurrentElement();
         } else if (Xml.name() == QLatin1String("widget")) {
-            readWidget(Xml, Widget, Made);
+            readWidget(Xml, Widget, Made, Depth + 1);
         } else if (Xml.name() == QLatin1String("layout") || Xml.name() == QLatin1String("item")) {
             // Widgets inside a layout are taken, the layout itself is not.
-            readContent(Xml, Widget, Made, true);
+            readContent(Xml, Widget, Made, true, Depth + 1);
         } else {
             Xml.skipCurrentElement();
         }
     }
 }
 
-QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QWidget *> &Made)
+QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidget>> &Made, int Depth)
 {
+    checkDepth(Depth);
     const QString className = Xml.attributes().value(QLatin1String("class")).toString();
     const QString name = Xml.attributes().value(QLatin1String("name")).toString();
     QWidget *widget = nullptr;
@@ -506,7 +538,7 @@ QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QWidget *> &Ma
     widget->setParent(Parent);
     widget->setObjectName(name);
     Made.append(widget);
-    readContent(Xml, widget, Made, false);
+    readContent(Xml, widget, Made, false, Depth + 1);
     return widget;
 }
 
@@ -535,12 +567,22 @@ QString DesignerTextOf(const QList<QObject *> &Components)
     return text;
 }
 
-QList<QWidget *> WidgetsFromDesignerText(const QString &Text, QWidget *Parent)
+namespace {
+
+// Nothing half-made stays: the widgets made so far that are not inside
+// another one made here go, with what they hold.
+void discardMade(const QList<QPointer<QWidget>> &Made, QWidget *Parent)
 {
-    QXmlStreamReader xml(Text);
-    QList<QWidget *> roots, made;
-    if (!xml.readNextStartElement() || xml.name() != QLatin1String("ui"))
-        throw EReadError(QStringLiteral("Not a Qt Designer document"));
+    for (const QPointer<QWidget> &w : Made) {
+        if (w && w->parentWidget() == Parent) {
+            w->setParent(nullptr);
+            delete w.data();
+        }
+    }
+}
+
+void readDocument(QXmlStreamReader &xml, QWidget *Parent, QList<QWidget *> &roots, QList<QPointer<QWidget>> &made)
+{
     while (xml.readNextStartElement()) {
         if (xml.name() != QLatin1String("widget")) {
             xml.skipCurrentElement();
@@ -550,29 +592,45 @@ QList<QWidget *> WidgetsFromDesignerText(const QString &Text, QWidget *Parent)
         // taken whole.
         const bool fake = xml.attributes().value(QLatin1String("name")) == QLatin1String("__qt_fake_top_level");
         if (!fake) {
-            if (QWidget *w = readWidget(xml, Parent, made))
+            if (QWidget *w = readWidget(xml, Parent, made, 1))
                 roots.append(w);
             continue;
         }
         while (xml.readNextStartElement()) {
             if (xml.name() == QLatin1String("widget")) {
-                if (QWidget *w = readWidget(xml, Parent, made))
+                if (QWidget *w = readWidget(xml, Parent, made, 2))
                     roots.append(w);
             } else {
                 xml.skipCurrentElement();
             }
         }
     }
+}
+
+} // namespace
+
+QList<QWidget *> WidgetsFromDesignerText(const QString &Text, QWidget *Parent)
+{
+    if (Text.size() > QorLimits::kMaxTextBytes / 2)
+        throw EReadError(QStringLiteral("The Qt Designer document is too long"));
+    QXmlStreamReader xml(Text);
+    QList<QWidget *> roots;
+    QList<QPointer<QWidget>> made;
+    if (!xml.readNextStartElement() || xml.name() != QLatin1String("ui"))
+        throw EReadError(QStringLiteral("Not a Qt Designer document"));
+    try {
+        readDocument(xml, Parent, roots, made);
+    } catch (const EQorError &) {
+        discardMade(made, Parent);
+        throw;
+    }
     if (xml.hasError()) {
-        // Nothing half-made stays.
-        for (QWidget *w : roots) {
-            w->setParent(nullptr);
-            delete w;
-        }
+        discardMade(made, Parent);
         throw EReadError(QStringLiteral("Broken Qt Designer document: %1").arg(xml.errorString()));
     }
     return roots;
 }
+
 
 // Widgets copied in Qt Designer: made through the class registry, placed
 // as pasted records are, named uniquely in Owner with all they hold.

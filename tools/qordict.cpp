@@ -9,6 +9,8 @@
 // quoted fields where needed; XML is the client dataset's datapacket.
 // Every bad row is reported as FILE:LINE: reason; any error leaves no
 // output file and ends with exit code 1.
+#include "qordictio_p.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -17,22 +19,12 @@
 #include <QSqlQuery>
 #include <QStringList>
 #include <QTextStream>
-#include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 #include <cstdio>
 
 namespace {
 
-struct Row
-{
-    QString kind, typeName, indent, label;
-    int line = 0;
-};
-
-const QStringList kinds = {QStringLiteral("ENUM"),      QStringLiteral("SET"),     QStringLiteral("CLASS"),
-                           QStringLiteral("CLASSVALUE"), QStringLiteral("PROPNAME"), QStringLiteral("COMPNAME"),
-                           QStringLiteral("EVENT")};
+using Row = QorDictIo::Row;
 
 int errors = 0;
 
@@ -42,123 +34,22 @@ void report(const QString &file, int line, const QString &reason)
     std::fprintf(stderr, "%s:%d: %s\n", qPrintable(file), line, qPrintable(reason));
 }
 
-// Checks a row read from a file and keeps it when it is sound.
-void accept(const QString &file, Row row, QList<Row> &rows)
+// A source file through one of the readers, its problems reported by line.
+QList<Row> readSource(const QString &file, QorDictIo::Result (*read)(const QByteArray &))
 {
-    const int kind = int(kinds.indexOf(row.kind.trimmed().toUpper()));
-    if (kind < 0)
-        return report(file, row.line, QStringLiteral("unknown TranTypeKind \"%1\"").arg(row.kind));
-    if (row.indent.isEmpty())
-        return report(file, row.line, QStringLiteral("empty Indent"));
-    if (row.label.isEmpty())
-        return report(file, row.line, QStringLiteral("empty CnLabel"));
-    row.kind = kinds[kind];
-    rows.append(row);
-}
-
-// RFC 4180 fields; a record may span lines inside quotes.
-QList<Row> readCsv(const QString &file)
-{
-    QList<Row> rows;
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly)) {
         report(file, 0, QStringLiteral("cannot read: %1").arg(in.errorString()));
-        return rows;
+        return {};
     }
-    QString text = QString::fromUtf8(in.readAll());
-    if (text.startsWith(QChar(0xFEFF)))
-        text.remove(0, 1);
-    int line = 1, recordLine = 1;
-    QStringList fields;
-    QString field;
-    bool quoted = false, fieldStarted = false, header = true;
-    auto endRecord = [&] {
-        fields.append(field);
-        field.clear();
-        fieldStarted = false;
-        if (!(fields.size() == 1 && fields.first().isEmpty())) {
-            if (header) {
-                if (fields != QStringList({"TranTypeKind", "TypeName", "Indent", "CnLabel"}))
-                    report(file, recordLine, QStringLiteral("the header must be TranTypeKind,TypeName,Indent,CnLabel"));
-                header = false;
-            } else if (fields.size() != 4) {
-                report(file, recordLine, QStringLiteral("%1 fields instead of 4").arg(fields.size()));
-            } else {
-                accept(file, {fields[0], fields[1], fields[2], fields[3], recordLine}, rows);
-            }
-        }
-        fields.clear();
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (quoted) {
-            if (c == QLatin1Char('"')) {
-                if (i + 1 < text.size() && text.at(i + 1) == QLatin1Char('"')) {
-                    field.append(c);
-                    ++i;
-                } else {
-                    quoted = false;
-                }
-            } else {
-                if (c == QLatin1Char('\n'))
-                    ++line;
-                field.append(c);
-            }
-            continue;
-        }
-        if (c == QLatin1Char('"') && !fieldStarted) {
-            quoted = true;
-            fieldStarted = true;
-        } else if (c == QLatin1Char(',')) {
-            fields.append(field);
-            field.clear();
-            fieldStarted = false;
-        } else if (c == QLatin1Char('\n')) {
-            endRecord();
-            recordLine = ++line;
-        } else if (c != QLatin1Char('\r')) {
-            field.append(c);
-            fieldStarted = true;
-        }
+    if (in.size() > QorDictIo::kMaxSourceBytes) {
+        report(file, 0, QStringLiteral("larger than %1 bytes").arg(QorDictIo::kMaxSourceBytes));
+        return {};
     }
-    if (quoted)
-        report(file, recordLine, QStringLiteral("a quoted field is not closed"));
-    else if (!field.isEmpty() || !fields.isEmpty())
-        endRecord();
-    if (header)
-        report(file, 1, QStringLiteral("no header"));
-    return rows;
-}
-
-QList<Row> readXml(const QString &file)
-{
-    QList<Row> rows;
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly)) {
-        report(file, 0, QStringLiteral("cannot read: %1").arg(in.errorString()));
-        return rows;
-    }
-    QXmlStreamReader xml(&in);
-    bool packet = false;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        if (xml.name() == QLatin1String("DATAPACKET"))
-            packet = true;
-        if (xml.name() != QLatin1String("ROW"))
-            continue;
-        const QXmlStreamAttributes a = xml.attributes();
-        accept(file,
-               {a.value(QLatin1String("TranTypeKind")).toString(), a.value(QLatin1String("TypeName")).toString(),
-                a.value(QLatin1String("Indent")).toString(), a.value(QLatin1String("CnLabel")).toString(),
-                int(xml.lineNumber())},
-               rows);
-    }
-    if (xml.hasError())
-        report(file, int(xml.lineNumber()), QStringLiteral("broken XML: %1").arg(xml.errorString()));
-    else if (!packet)
-        report(file, 1, QStringLiteral("not a datapacket"));
-    return rows;
+    const QorDictIo::Result result = read(in.readAll());
+    for (const QorDictIo::Problem &problem : result.problems)
+        report(file, problem.line, problem.reason);
+    return result.rows;
 }
 
 QList<Row> readDb(const QString &file)
@@ -225,16 +116,6 @@ bool writeDb(const QString &file, const QList<Row> &rows)
     return ok;
 }
 
-QString csvField(const QString &value)
-{
-    if (!value.contains(QLatin1Char(',')) && !value.contains(QLatin1Char('"')) && !value.contains(QLatin1Char('\n'))
-        && !value.contains(QLatin1Char('\r')))
-        return value;
-    QString quoted = value;
-    quoted.replace(QLatin1String("\""), QLatin1String("\"\""));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
-}
-
 bool writeText(const QString &file, const QByteArray &bytes)
 {
     QFile out(file + QStringLiteral(".part"));
@@ -245,46 +126,6 @@ bool writeText(const QString &file, const QByteArray &bytes)
     out.close();
     QFile::remove(file);
     return QFile::rename(out.fileName(), file);
-}
-
-QByteArray csvOf(const QList<Row> &rows)
-{
-    QString text = QStringLiteral("TranTypeKind,TypeName,Indent,CnLabel\n");
-    for (const Row &r : rows)
-        text += QStringList({csvField(r.kind), csvField(r.typeName), csvField(r.indent), csvField(r.label)}).join(QLatin1Char(','))
-            + QLatin1Char('\n');
-    return text.toUtf8();
-}
-
-QByteArray xmlOf(const QList<Row> &rows)
-{
-    QByteArray bytes;
-    QXmlStreamWriter xml(&bytes);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    xml.writeStartElement(QStringLiteral("DATAPACKET"));
-    xml.writeAttribute(QStringLiteral("Version"), QStringLiteral("2.0"));
-    xml.writeStartElement(QStringLiteral("METADATA"));
-    xml.writeStartElement(QStringLiteral("FIELDS"));
-    for (const char *name : {"TranTypeKind", "TypeName", "Indent", "CnLabel"}) {
-        xml.writeEmptyElement(QStringLiteral("FIELD"));
-        xml.writeAttribute(QStringLiteral("attrname"), QLatin1String(name));
-        xml.writeAttribute(QStringLiteral("fieldtype"), QStringLiteral("string"));
-        xml.writeAttribute(QStringLiteral("WIDTH"), QStringLiteral("255"));
-    }
-    xml.writeEndElement();
-    xml.writeEmptyElement(QStringLiteral("PARAMS"));
-    xml.writeEndElement();
-    xml.writeStartElement(QStringLiteral("ROWDATA"));
-    for (const Row &r : rows) {
-        xml.writeEmptyElement(QStringLiteral("ROW"));
-        xml.writeAttribute(QStringLiteral("TranTypeKind"), r.kind);
-        xml.writeAttribute(QStringLiteral("TypeName"), r.typeName);
-        xml.writeAttribute(QStringLiteral("Indent"), r.indent);
-        xml.writeAttribute(QStringLiteral("CnLabel"), r.label);
-    }
-    xml.writeEndDocument();
-    return bytes;
 }
 
 } // namespace
@@ -300,8 +141,8 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString &command = args[0], &in = args[1], &out = args[2];
-    const QList<Row> rows = command == QLatin1String("csv2db")   ? readCsv(in)
-                            : command == QLatin1String("xml2db") ? readXml(in)
+    const QList<Row> rows = command == QLatin1String("csv2db")   ? readSource(in, QorDictIo::readCsv)
+                            : command == QLatin1String("xml2db") ? readSource(in, QorDictIo::readXml)
                                                                  : readDb(in);
     if (errors)
         return 1;
@@ -309,9 +150,9 @@ int main(int argc, char **argv)
     if (command.endsWith(QLatin1String("2db")))
         ok = writeDb(out, rows);
     else if (command == QLatin1String("db2csv"))
-        ok = writeText(out, csvOf(rows));
+        ok = writeText(out, QorDictIo::csvOf(rows));
     else
-        ok = writeText(out, xmlOf(rows));
+        ok = writeText(out, QorDictIo::xmlOf(rows));
     if (!ok || errors)
         return 1;
     std::printf("%s: %lld rows\n", qPrintable(out), qlonglong(rows.size()));

@@ -84,6 +84,11 @@ struct TQorTransMan::Queries
 
 namespace {
 
+// A dictionary file may come from anywhere: a text longer than any label is
+// taken as no entry rather than copied (SQLite itself allows a billion
+// bytes).
+constexpr int kMaxDictTextBytes = 64 * 1024;
+
 void bindText(sqlite3_stmt *Statement, int Index, const QString &Text)
 {
     sqlite3_bind_text16(Statement, Index, Text.utf16(), int(Text.size() * sizeof(char16_t)), SQLITE_TRANSIENT);
@@ -211,7 +216,8 @@ bool TQorTransMan::locate(TTransTypeKind Kind, const QString *TypeName, const ch
         bindText(statement, at++, *TypeName);
     bindText(statement, at, Key);
     const int step = sqlite3_step(statement);
-    const bool found = step == SQLITE_ROW;
+    const bool found = step == SQLITE_ROW && sqlite3_column_bytes(statement, 0) <= kMaxDictTextBytes
+        && sqlite3_column_bytes(statement, 1) <= kMaxDictTextBytes;
     if (found) {
         Indent = columnText(statement, 0);
         CnLabel = columnText(statement, 1);
