@@ -26,7 +26,7 @@ QORDESIGN_EXPORT void WriteComponent(QIODevice &Stream, QObject *Component);
 //   object, whose class must be exactly the record's class (else EReadError,
 //   Instance unchanged).
 // Parent: the parent a widget root gets while it is read.
-// Owner: when not nil, the root is inserted into it at the end.
+// Owner: when not null, the root is inserted into it at the end.
 // Returns the root. Throws EReadError or EClassNotFound (and EComponentError
 // from the insertion into Owner); on any error nothing that was read stays
 // alive.

@@ -41,7 +41,7 @@ public:
     // Also puts the widgets among them on the clipboard as Qt Designer's
     // text, so that a paste into Qt Designer creates them.
     // Reads every record on the clipboard and answers the last component
-    // read; nil when the clipboard holds none. Without records, widgets
+    // read; null when the clipboard holds none. Without records, widgets
     // copied in Qt Designer (its text) are pasted, named uniquely in Owner. Pasted widgets get Parent
     // and move by (DX, DY) until no child of Parent has its corner; Owner,
     // when given, owns each. A record that cannot be read, or a component

@@ -120,9 +120,9 @@ QORDESIGN_EXPORT QString WalkThroughIdents(PTypeInfo APTI, const QString &Expr, 
 // The display label of a class, through the manager's dictionary (the
 // class name itself without one); callers that show a class to the user
 // go through here so that a translation reaches all of them at once.
-// Empty for nil.
+// Empty for null.
 QORDESIGN_EXPORT QString ClassToTransedName(const QMetaObject *AClass);
 
-// The display name of a component: its name, unchanged ("" for nil). Owner
+// The display name of a component: its name, unchanged ("" for null). Owner
 // is not used.
 QORDESIGN_EXPORT QString GetCompTransedName(QObject *Comp, QObject *Owner);
