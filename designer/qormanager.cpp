@@ -88,12 +88,17 @@ void TQorDesignManager::InitDesigning()
     if (!m_designStage || !m_isDesigning)
         return;
     // A ready-made form's named widgets become the stage's components.
-    AdoptNamedDescendants(m_designStage);
+    const int adopted = AdoptNamedDescendants(m_designStage);
     watchStage();
     InstallAllSizers();
     InstallStageSizer();
     InstallStageProxy();
     InstallAllProxies();
+    // Widgets placed while designing was off (the nested components of a
+    // pasted form among them) joined the stage unreported: the tree shows
+    // them now.
+    if (adopted > 0 && m_consoleCenter)
+        m_consoleCenter->RefreshCompTree();
 }
 
 void TQorDesignManager::DoneDesigning()
@@ -489,7 +494,10 @@ void TQorDesignManager::ReSelectComps()
     m_sizers->ClearSizer();
     bool first = true;
     for (QObject *component : m_selectedComps.toList()) {
-        if (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component))
+        // The stage in the list is selected too (by the stage sizer): a
+        // deletion through the center leaves it as the selection.
+        if (component != m_designStage
+            && (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component)))
             continue;
         SelectControl(static_cast<QWidget *>(component), QPoint(-1, -1), first ? csmSelect : csmAdd, false,
                       false);
@@ -648,13 +656,16 @@ void TQorDesignManager::CtrlMoved(QWidget *Control)
         return;
     // The address is compared only: the control may have gone since the
     // notification was posted.
-    const bool stage = Control == m_designStage;
-    if (!stage && !m_sizers->SizerOf(Control))
+    const bool selected = Control == m_designStage || m_sizers->SizerOf(Control);
+    // A control that is not selected may carry selected ones along (a
+    // group box, a tab widget laying out its pages).
+    if (!selected && m_sizers->Count() == 0)
         return;
     // Moving a selection of many controls reports each of them: the sizers
     // are brought up to date once, after the last report waiting.
     QorRunOnceLater(this, m_refreshQueued, [this] { RefreshSizers(); });
-    ReportMoved(false);
+    if (selected)
+        ReportMoved(false);
 }
 
 void TQorDesignManager::CtrlShownOrHidden(QWidget *Control)
