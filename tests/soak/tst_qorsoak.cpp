@@ -40,6 +40,7 @@
 #include <QTreeWidgetItemIterator>
 
 #include <functional>
+#include <typeinfo>
 
 namespace {
 
@@ -72,6 +73,19 @@ QString namesOf(const QList<QObject *> &objects)
         names.append(nameOf(object));
     return QLatin1Char('[') + names.join(QLatin1Char(',')) + QLatin1Char(']');
 }
+
+// Holds back the window's paints between the steps that paint.
+class PaintGate : public QObject
+{
+public:
+    using QObject::QObject;
+    bool open = true;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override { return event->type() == QEvent::UpdateRequest && !open; }
+};
+
+constexpr int paintEvery = 16;
 
 // One walk: the demo's window with its stage filled, designing, and the
 // random steps taken on it.
@@ -119,23 +133,38 @@ public:
             return false;
         m_window.designAction()->setChecked(true);
         settle();
+        m_paintGate = new PaintGate(&m_window);
+        m_window.installEventFilter(m_paintGate);
         return m_manager->IsDesigning() && ComponentCount(m_stage) == stageComponents;
     }
 
     // Runs step Index; an empty answer when every check held.
     QString step(int Index)
     {
+        m_index = Index;
         if (ComponentCount(m_stage) < 80)
             refill();
         const Op op = pick();
         m_what = QLatin1String(op.name);
         if (m_trace)
             qInfo("step %d: %s", Index, op.name);
-        op.run(this);
-        settle();
+        QElapsedTimer clock;
+        clock.start();
+        try {
+            op.run(this);
+            settle();
+        } catch (const std::exception &e) {
+            m_fault = QStringLiteral("%1 raised: %2").arg(QLatin1String(typeid(e).name()), QString::fromUtf8(e.what()));
+        }
+        if (m_trace)
+            qInfo("  selected %s", qPrintable(namesOf(m_manager->SelectedComps().toList().mid(0, 12))));
+        const qint64 ran = clock.nsecsElapsed();
         QString fault = m_fault;
         if (fault.isEmpty())
             fault = verify();
+        m_cost[op.name] += ran;
+        m_cost["(checks)"] += clock.nsecsElapsed() - ran;
+        ++m_runs[op.name];
         return fault.isEmpty() ? QString() : QStringLiteral("seed %1 step %2 (%3): %4")
                                                  .arg(m_seed)
                                                  .arg(Index)
@@ -143,6 +172,19 @@ public:
     }
 
     void setTrace(bool On) { m_trace = On; }
+
+    // What the steps of each kind cost, in milliseconds, most first.
+    QString costs() const
+    {
+        QList<std::pair<qint64, QByteArray>> rows;
+        for (auto it = m_cost.cbegin(); it != m_cost.cend(); ++it)
+            rows.append({it.value(), it.key()});
+        std::sort(rows.begin(), rows.end(), std::greater<>());
+        QStringList lines;
+        for (const auto &[ns, name] : rows)
+            lines.append(QStringLiteral("%1: %2 ms in %3").arg(QLatin1String(name)).arg(ns / 1000000).arg(m_runs.value(name)));
+        return lines.join(QStringLiteral("; "));
+    }
 
 private:
     struct Op
@@ -163,7 +205,12 @@ private:
     {
         QList<QWidget *> made;
         auto named = [this, &made](QWidget *w, const char *stem) {
-            w->setObjectName(QStringLiteral("%1%2").arg(QLatin1String(stem)).arg(++m_serial));
+            // Pasted components take the first free numbers too.
+            QString name;
+            do
+                name = QStringLiteral("%1%2").arg(QLatin1String(stem)).arg(++m_serial);
+            while (FindComponent(m_stage, name));
+            w->setObjectName(name);
             made.append(w);
             return w;
         };
@@ -222,6 +269,8 @@ private:
         QWidget *parent = containerOrStage();
         const QRect r(pointIn(parent), QSize(100, 64));
         const QList<QWidget *> made = makeCell(Cell(below(4)), parent, r);
+        // One report for the cell, as the design center's paste gives.
+        const TQorDesignUpdateScope update(m_manager);
         for (QWidget *w : made)
             InsertComponent(m_stage, w);
         // Made under a parent that is shown already: it shows itself.
@@ -299,22 +348,37 @@ private:
             m_manager->SelectControl(w, QPoint(-1, -1), Mode, true, false);
     }
 
-    // A click on a control the user can see, as the stage's window hands
-    // it to the control's proxy (Shift toggles).
+    // A click on a control the user can see, routed as the stage's window
+    // routes it: a selected control's sizer takes the press on its body,
+    // any other control's proxy gets it (Shift toggles).
     void click(bool Shift)
     {
         QWidget *w = chance(5) ? m_stage : showingControl();
         if (!w)
             return;
         const quintptr keys = Shift ? MK_SHIFT : 0;
-        const qintptr at = PointToLParam(pointIn(w));
-        QorSendMessage(w, WM_LBUTTONDOWN, keys | MK_LBUTTON, at);
-        QCoreApplication::processEvents();
-        if (QPointer<QWidget> alive = w)
+        const QPoint local = pointIn(w);
+        const qintptr at = PointToLParam(local);
+        QPointer<TQorSizer> sizer = w != m_stage ? m_manager->Sizers()->SizerOf(w) : nullptr;
+        QPointer<QWidget> alive = w;
+        if (sizer) {
+            const QPoint global = w->mapToGlobal(local);
+            sizer->WmLButtonDown(keys | MK_LBUTTON, global);
+            QCoreApplication::processEvents();
+            if (sizer && TQorSizer::ActiveDragSizer() == sizer) {
+                sizer->DragMouseMove(global, Qt::LeftButton, Qt::NoModifier);
+                sizer->WMLButtonUp();
+                return;
+            }
+        } else {
+            QorSendMessage(w, WM_LBUTTONDOWN, keys | MK_LBUTTON, at);
+            QCoreApplication::processEvents();
+        }
+        if (alive)
             QorSendMessage(w, WM_LBUTTONUP, keys, at);
     }
 
-    // A choice in the component tree: its own items, one to five of them,
+    // A choice in the component tree: its own items, one to three of them,
     // on pages that are showing or not.
     void treeSelect()
     {
@@ -322,7 +386,7 @@ private:
         QHash<QObject *, QTreeWidgetItem *> items;
         for (QTreeWidgetItemIterator it(tree); *it; ++it)
             items.insert((*it)->data(0, Qt::UserRole).value<QObject *>(), *it);
-        const int n = 1 + below(5);
+        const int n = 1 + below(3);
         for (int i = 0; i < n; ++i) {
             QObject *c = chance(5) ? m_stage : anyControl();
             QTreeWidgetItem *item = items.value(c);
@@ -524,8 +588,15 @@ private:
         m_fault = verifyOff(before);
         if (!m_fault.isEmpty())
             return;
-        if (chance(50))
+        if (chance(50)) {
+            // The application frees a widget meanwhile (a tab widget shows
+            // its next page when the current one goes).
             freeOne(chance(50));
+            settle();
+            before.clear();
+            for (QWidget *w : controls())
+                before.insert(w, w->geometry());
+        }
         m_window.designAction()->setChecked(true);
         settle();
         for (auto it = before.cbegin(); it != before.cend(); ++it) {
@@ -542,6 +613,9 @@ private:
         QWidget *w = selectedOrAny();
         if (!w)
             return;
+        if (m_trace)
+            qInfo("  frees %s (%s) of the selection %s", qPrintable(nameOf(w)), Later ? "later" : "now",
+                  qPrintable(namesOf(m_manager->SelectedComps().toList())));
         if (Later)
             w->deleteLater();
         else
@@ -603,14 +677,23 @@ private:
     }
 
     // Lets the posted work of a step run: messages, reports, deferred
-    // deletions.
+    // deletions. The window paints every few steps only: what changed
+    // meanwhile is painted together (painting every step would cost more
+    // than the steps themselves).
     void settle()
     {
-        for (int i = 0; i < 2; ++i) {
+        if (m_index % paintEvery == 0 && m_paintGate) {
+            m_paintGate->open = true;
+            QCoreApplication::postEvent(&m_window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+        }
+        // A report can ask for work that reports again (a page laid out
+        // anew moves its controls): a few rounds let the chains end.
+        for (int i = 0; i < 5; ++i) {
             QCoreApplication::processEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
-        QCoreApplication::processEvents();
+        if (m_paintGate)
+            m_paintGate->open = false;
     }
 
     // ---- Checks ----
@@ -679,8 +762,6 @@ private:
                 return QStringLiteral("the selection holds %1 twice").arg(nameOf(c));
             selectedSet.insert(c);
         }
-        if (selectedSet.contains(m_stage) && selected.size() > 1)
-            return QStringLiteral("the stage is selected with other controls: %1").arg(namesOf(selected));
         const QList<QObject *> center = m_center->SelectedComps().toList();
         if (center != selected)
             return QStringLiteral("the manager selects %1, the center %2").arg(namesOf(selected), namesOf(center));
@@ -690,7 +771,19 @@ private:
                 .arg(namesOf(selected), namesOf(inspected));
         const QList<QObject *> inTree = m_tree->SelectedComps().toList();
         if (QSet<const QObject *>(inTree.cbegin(), inTree.cend()) != selectedSet || inTree.size() != selected.size())
-            return QStringLiteral("the manager selects %1, the tree %2").arg(namesOf(selected), namesOf(inTree));
+        {
+            QTreeWidget *tree = m_window.componentTree();
+            int rows = 0, found = 0, sel = 0;
+            for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+                ++rows;
+                if ((*it)->isSelected()) ++sel;
+                if (selected.contains((*it)->data(0, Qt::UserRole).value<QObject *>())) ++found;
+            }
+            QSet<QObject*> inT; for (QTreeWidgetItemIterator it(tree); *it; ++it) inT.insert((*it)->data(0, Qt::UserRole).value<QObject *>());
+            QStringList extra; for (QObject *o : ComponentList(m_stage)) if (!inT.contains(o) && extra.size() < 30) extra << nameOf(o) + QLatin1Char('/') + QLatin1String(o->metaObject()->className()) + QLatin1Char('<') + nameOf(o->parent());
+            qInfo("%s", qPrintable(extra.join(QLatin1Char(' '))));
+            return QStringLiteral("the manager selects %1, the tree %2 (rows %3 found %4 selected rows %5 owned %6)").arg(namesOf(selected), namesOf(inTree)).arg(rows).arg(found).arg(sel).arg(owned.size());
+        }
 
         // One sizer per selected control, none for any other.
         TQorSizerList *sizers = m_manager->Sizers();
@@ -760,7 +853,11 @@ private:
     QString m_fault;
     QPoint m_dragEnd;
     QStringList m_paletteClasses;
+    QPointer<PaintGate> m_paintGate;
+    int m_index = 0;
     QSet<const QObject *> m_alive;
+    QHash<QByteArray, qint64> m_cost;
+    QHash<QByteArray, int> m_runs;
     QHash<const QObject *, QMetaObject::Connection> m_destroyedConnections;
     QMetaObject::Connection m_insertedConnection;
 };
@@ -803,6 +900,7 @@ private slots:
                 QFAIL(qPrintable(fault));
         }
         qInfo("seed %u: %d steps in %.1f s", seed, steps, double(clock.elapsed()) / 1000.0);
+        qInfo("%s", qPrintable(walk.costs()));
     }
 };
 
