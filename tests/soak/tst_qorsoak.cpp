@@ -876,7 +876,86 @@ private slots:
         QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
     }
 
-    // ---- The random walk ----
+    // ---- Edge cases worth testing ----
+
+    // A drag of a selected control's body with the mouse while a control on
+    // a tab page that is not showing is selected too: a control of another
+    // parent leaves the selection (and its sizer goes with it), a sibling
+    // follows the drag and keeps its sizer; the manager and the center
+    // agree on what is left.
+    void aDragKeepsOneSizerPerSelectedControlWithOneOnAHiddenPage_data()
+    {
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<QString>("hidden");
+        QTest::addColumn<bool>("hiddenFirst");
+        QTest::addColumn<bool>("siblings");
+        QTest::newRow("a line edit, then a button on the hidden page")
+            << QStringLiteral("LineEdit1") << QStringLiteral("Button9") << false << false;
+        QTest::newRow("a button on the hidden page, then a line edit")
+            << QStringLiteral("LineEdit1") << QStringLiteral("Button9") << true << false;
+        QTest::newRow("a button on the current page, then one on the hidden page")
+            << QStringLiteral("Button2") << QStringLiteral("Button9") << false << false;
+        QTest::newRow("a button on the hidden page, then one on the current page")
+            << QStringLiteral("Button2") << QStringLiteral("Button9") << true << false;
+        QTest::newRow("the current page, then the hidden page")
+            << QStringLiteral("TabPage1") << QStringLiteral("TabPage2") << false << true;
+        QTest::newRow("the hidden page, then the current page")
+            << QStringLiteral("TabPage1") << QStringLiteral("TabPage2") << true << true;
+    }
+    void aDragKeepsOneSizerPerSelectedControlWithOneOnAHiddenPage()
+    {
+        QFETCH(QString, dragged);
+        QFETCH(QString, hidden);
+        QFETCH(bool, hiddenFirst);
+        QFETCH(bool, siblings);
+        QorDemoWindow window;
+        QWidget *stage = window.stage();
+        auto *tabs = stage->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        QVERIFY(tabs);
+        auto *onHiddenPage = new QPushButton(QStringLiteral("Later"), tabs->widget(1));
+        onHiddenPage->setObjectName(QStringLiteral("Button9"));
+        onHiddenPage->setGeometry(16, 16, 140, 30);
+        InsertComponent(stage, onHiddenPage);
+        dynamic_cast<IQorCompTreeView *>(window.componentTree())->Refresh();
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        TQorDesignManager *manager = window.designManager();
+        auto *moved = stage->findChild<QWidget *>(dragged);
+        auto *away = stage->findChild<QWidget *>(hidden);
+        QVERIFY(moved && away);
+        QVERIFY(moved->isVisible() && !away->isVisible());
+
+        // Both chosen in the tree, the second with Ctrl.
+        QTreeWidget *tree = window.componentTree();
+        auto row = [tree](const QString &name) {
+            QTreeWidgetItem *item = tree->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+            tree->scrollToItem(item);
+            return tree->visualItemRect(item).center();
+        };
+        RealInput::click(tree->viewport(), row(hiddenFirst ? hidden : dragged));
+        QTRY_COMPARE(manager->SelectedComps().Count(), 1);
+        RealInput::click(tree->viewport(), row(hiddenFirst ? dragged : hidden), Qt::LeftButton, Qt::ControlModifier);
+        QTRY_COMPARE(manager->SelectedComps().Count(), 2);
+        QVERIFY(manager->Sizers()->SizerOf(away));
+
+        const QRect was = moved->geometry();
+        const QPoint from(moved->width() - 8, 8);
+        RealInput::drag(moved, from, from + QPoint(12, 6), 4);
+        QTRY_COMPARE(moved->geometry(), was.translated(12, 6));
+        const QList<QObject *> want = siblings ? QList<QObject *>{hiddenFirst ? away : moved, hiddenFirst ? moved : away}
+                                               : QList<QObject *>{moved};
+        QTRY_COMPARE(manager->SelectedComps().toList(), want);
+        QCOMPARE(window.designCenter()->SelectedComps().toList(), want);
+        QCOMPARE(manager->Sizers()->Count(), want.size());
+        for (QObject *c : want) {
+            TQorSizer *sizer = manager->Sizers()->SizerOf(static_cast<QWidget *>(c));
+            QVERIFY2(sizer && sizer->Control() == c, qPrintable(c->objectName()));
+        }
+        if (siblings)
+            QTRY_COMPARE(away->geometry().topLeft(), was.topLeft() + QPoint(12, 6));
+    }
+
+    // ---- The long walk ----
 
     void aRandomWalkKeepsTheDesignConsistent_data()
     {
