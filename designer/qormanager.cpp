@@ -14,6 +14,7 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 IQorDesignCenter::~IQorDesignCenter() = default;
@@ -250,7 +251,17 @@ void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Opera
         }
         if (center)
             center->DesignStageCompsModified(Component, Operation);
+        // The list is refilled from the sizers; where that drops more than
+        // the component that went (the stage chosen in the tree beside
+        // controls), the center and the other elements hear of it.
+        QList<QObject *> expected = m_selectedComps.toList();
+        expected.removeAll(Component);
         FillSelectedComps();
+        // Compared by hand: Qt's list comparison hands an empty list's null
+        // data to memcmp.
+        const QList<QObject *> now = m_selectedComps.toList();
+        if (now.size() != expected.size() || !std::equal(now.cbegin(), now.cend(), expected.cbegin()))
+            notifyCenterSelection();
     }
 }
 
@@ -904,30 +915,41 @@ void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQo
         if (QSize(w, h) != c->size())
             c->resize(w, h);
     }
+    // A control that is not showing (on a tab page that is not current)
+    // hears of its new size only when it shows again: its sizer follows
+    // now, as after an alignment.
+    RefreshSizers();
+    ReportMoved(false);
 }
 
 void TQorDesignManager::ScaleControls(int Percent, TQorDesignScaleStyle Style)
 {
     if (Style == ssAll) {
         QorScaleBy(m_designStage, Percent, 100);
-        return;
+    } else {
+        for (QObject *component : m_selectedComps.toList()) {
+            if (component && component->isWidgetType())
+                QorScaleBy(static_cast<QWidget *>(component), Percent, 100);
+        }
     }
-    for (QObject *component : m_selectedComps.toList()) {
-        if (component && component->isWidgetType())
-            QorScaleBy(static_cast<QWidget *>(component), Percent, 100);
-    }
+    // Controls that are not showing report their new bounds only when they
+    // show again.
+    RefreshSizers();
 }
 
 void TQorDesignManager::FlipChildren(TFlipChildrenMode Mode)
 {
     if (Mode == fcAll) {
         QorFlipChildren(m_designStage, true);
-        return;
+    } else {
+        for (QObject *component : m_selectedComps.toList()) {
+            if (component && component->isWidgetType())
+                QorFlipChildren(static_cast<QWidget *>(component), true);
+        }
     }
-    for (QObject *component : m_selectedComps.toList()) {
-        if (component && component->isWidgetType())
-            QorFlipChildren(static_cast<QWidget *>(component), true);
-    }
+    // Controls that are not showing report their moves only when they show
+    // again.
+    RefreshSizers();
 }
 
 QList<TQorSizer *> TQorDesignManager::sizersBackToFront() const
