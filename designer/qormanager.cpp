@@ -500,8 +500,16 @@ void TQorDesignManager::DeselectAll()
 
 void TQorDesignManager::ReSelectComps()
 {
-    if (!m_isDesigning || m_selectedComps.isEmpty())
+    if (!m_isDesigning)
         return;
+    if (m_selectedComps.isEmpty()) {
+        // Nothing chosen (the tree's last chosen row let go): no sizer
+        // stays for a control that is no longer selected.
+        m_sizers->ClearSizer();
+        if (m_stageSizer)
+            m_stageSizer->SetControl(nullptr);
+        return;
+    }
     m_sizers->ClearSizer();
     bool first = true;
     for (QObject *component : m_selectedComps.toList()) {

@@ -1193,6 +1193,22 @@ private slots:
         QCOMPARE(d.manager->StageSizer()->Control(), nullptr);
     }
 
+    void lettingGoOfTheLastChosenRowInTheTreeLeavesNoSizer()
+    {
+        SampleDesigner d;
+        QVERIFY(d.start());
+        QTreeWidget *tree = d.window.componentTree();
+        auto *line = d.named("LineEdit1");
+        tree->setCurrentItem(d.row(QStringLiteral("LineEdit1")));
+        QCOMPARE(d.manager->SelectedComps().toList(), QList<QObject *>{line});
+        QVERIFY(d.manager->Sizers()->SizerOf(line));
+        d.row(QStringLiteral("LineEdit1"))->setSelected(false);
+        QCOMPARE(d.manager->SelectedComps().toList(), QList<QObject *>());
+        QCOMPARE(d.center->SelectedComps().toList(), QList<QObject *>());
+        QCOMPARE(d.manager->Sizers()->Count(), 0);
+        QCOMPARE(d.manager->StageSizer()->Control(), nullptr);
+    }
+
     // ---- The long walk ----
 
     void aRandomWalkKeepsTheDesignConsistent_data()
