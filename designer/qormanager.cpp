@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QMenu>
 #include <QPixmap>
+#include <QScopeGuard>
 #include <QWidget>
 
 #include <algorithm>
@@ -846,6 +847,12 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
     // of or above the parent's origin, whichever control is first.
     if (left < 0)
         return;
+    // The sizers follow also when spreading a single control fails after
+    // the pass moved it.
+    const auto refresh = qScopeGuard([this] {
+        RefreshSizers();
+        ReportMoved(false);
+    });
     auto place = [](TQorDesignAlignmentStyle Style, int Low, int High, int Size, int ParentSize, int Current) {
         switch (Style) {
         case asLeftOrTop: return Low;
@@ -885,8 +892,6 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
         spread(left, right, true);
     if (VertStyle == asSpaceEqual)
         spread(top, bottom, false);
-    RefreshSizers();
-    ReportMoved(false);
 }
 
 void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQorDesignSizeStyle HeightStyle,
