@@ -43,15 +43,16 @@ bench: release
 	@QT_QPA_PLATFORM=xcb xvfb-run -a -s "$(XVFB_SCREEN)" $(RELEASE)/bench/qorbench bench/results.tsv
 
 # The soak alone, in the sanitizer build the suite uses and with the
-# suite's environment, but without CTest's time limit: STEPS and SEED reach
-# the walk through the environment.
+# suite's environment, but without CTest's time limit nor Qt Test's limit
+# per test function: STEPS and SEED reach the walk through the environment.
 SOAK_BUILD := build/asan
 STEPS ?= 20000
 soak: deps
 	@cmake -S . -B $(SOAK_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQORDESIGN_SANITIZE=ON \
 	  -DQORDESIGN_BUILD_TESTS=ON -DQORDESIGN_BUILD_DEMO=ON -DQORDESIGN_BUILD_BENCH=ON > $(SOAK_BUILD).configure.log
 	@ninja -C $(SOAK_BUILD) -j2 tst_qorsoak
-	@QT_QPA_PLATFORM=xcb QORDESIGN_SOAK_STEPS=$(STEPS) $(if $(SEED),QORDESIGN_SOAK_SEED=$(SEED)) \
+	@QT_QPA_PLATFORM=xcb QTEST_FUNCTION_TIMEOUT=86400000 \
+	  QORDESIGN_SOAK_STEPS=$(STEPS) $(if $(SEED),QORDESIGN_SOAK_SEED=$(SEED)) \
 	  ASAN_OPTIONS=detect_leaks=1:strict_init_order=1:detect_stack_use_after_return=0 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/sanitizer-suppressions.txt:print_suppressions=0 \
 	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
