@@ -6,6 +6,8 @@
 #               and runs the whole suite; the last line reads "N passed, N failed, N skipped"
 #   make bench  builds and runs the benchmarks, writes bench/results.tsv
 #   make dict   rebuilds the shipped dictionaries in resources/dict from their CSV
+#   make soak   builds the sanitizer build's soak test alone and runs its random
+#               walk over the assembled designer: make soak STEPS=100000 SEED=7
 SHELL := /bin/bash
 .SHELLFLAGS := -eo pipefail -c
 
@@ -16,7 +18,7 @@ ifndef XDG_RUNTIME_DIR
 export XDG_RUNTIME_DIR := $(shell mktemp -d)
 endif
 
-.PHONY: all deps release demo test bench dict clean
+.PHONY: all deps release demo test bench dict soak clean
 
 all: release
 
@@ -40,6 +42,22 @@ test: deps
 
 bench: release
 	@QT_QPA_PLATFORM=xcb xvfb-run -a -s "$(XVFB_SCREEN)" $(RELEASE)/bench/qorbench bench/results.tsv
+
+# The soak alone, in the sanitizer build the suite uses and with the
+# suite's environment, but without CTest's time limit nor Qt Test's limit
+# per test function: STEPS and SEED reach the walk through the environment.
+SOAK_BUILD := build/asan
+STEPS ?= 20000
+soak: deps
+	@cmake -S . -B $(SOAK_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQORDESIGN_SANITIZE=ON \
+	  -DQORDESIGN_BUILD_TESTS=ON -DQORDESIGN_BUILD_DEMO=ON -DQORDESIGN_BUILD_BENCH=ON > $(SOAK_BUILD).configure.log
+	@ninja -C $(SOAK_BUILD) -j2 tst_qorsoak
+	@QT_QPA_PLATFORM=xcb QTEST_FUNCTION_TIMEOUT=86400000 \
+	  QORDESIGN_SOAK_STEPS=$(STEPS) $(if $(SEED),QORDESIGN_SOAK_SEED=$(SEED)) \
+	  ASAN_OPTIONS=detect_leaks=1:strict_init_order=1:detect_stack_use_after_return=0 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/sanitizer-suppressions.txt:print_suppressions=0 \
+	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  xvfb-run -a -s "$(XVFB_SCREEN) -nolisten tcp" $(SOAK_BUILD)/tests/tst_qorsoak
 
 dict: release
 	@$(RELEASE)/tools/qordict csv2db resources/dict/qordesign-zh.csv resources/dict/qordesign-zh.sqlite

@@ -25,6 +25,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScopedValueRollback>
@@ -78,9 +79,13 @@ public:
     void SetConsoleCenter(TQorDesignCenter *Center) override { m_center = Center; }
     TComponentList SelectedComps() const override
     {
+        // A component the application freed since the last rebuild keeps
+        // its row until the next one, but is no longer answered.
         TComponentList list;
-        for (QTreeWidgetItem *item : selectedItems())
-            list.Add(item->data(0, Qt::UserRole).value<QObject *>());
+        for (QTreeWidgetItem *item : selectedItems()) {
+            if (QObject *component = m_objects.value(item))
+                list.Add(component);
+        }
         return list;
     }
     void SetSelectedComps(const TComponentList &List) override
@@ -89,7 +94,8 @@ public:
         // The items of the components, in the tree's order.
         QList<QTreeWidgetItem *> items;
         for (QObject *component : List.toList()) {
-            if (QTreeWidgetItem *item = m_items.value(component))
+            // A freed component's address may belong to a new one now.
+            if (QTreeWidgetItem *item = m_items.value(component); item && m_objects.value(item) == component)
                 items.append(item);
         }
         std::sort(items.begin(), items.end(), [this](QTreeWidgetItem *a, QTreeWidgetItem *b) {
@@ -127,11 +133,13 @@ public:
     {
         m_order.insert(Item, int(m_order.size()));
         m_items.insert(Component, Item);
+        m_objects.insert(Item, Component);
     }
     void forgetItems()
     {
         m_items.clear();
         m_order.clear();
+        m_objects.clear();
     }
     bool Dirty() const override { return m_dirty; }
     void SetDirty(bool Value) override { m_dirty = Value; }
@@ -145,6 +153,9 @@ private:
     bool m_dirty = false;
     QHash<const QObject *, QTreeWidgetItem *> m_items;
     QHash<const QTreeWidgetItem *, int> m_order;
+    // The component of each row, followed: the application may free one
+    // while its row is shown.
+    QHash<const QTreeWidgetItem *, QPointer<QObject>> m_objects;
 };
 
 // The demo's palette as the design center sees it: the chosen class is the

@@ -13,8 +13,10 @@
 #include <QHash>
 #include <QMenu>
 #include <QPixmap>
+#include <QScopeGuard>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 IQorDesignCenter::~IQorDesignCenter() = default;
@@ -89,12 +91,17 @@ void TQorDesignManager::InitDesigning()
     if (!m_designStage || !m_isDesigning)
         return;
     // A ready-made form's named widgets become the stage's components.
-    AdoptNamedDescendants(m_designStage);
+    const int adopted = AdoptNamedDescendants(m_designStage);
     watchStage();
     InstallAllSizers();
     InstallStageSizer();
     InstallStageProxy();
     InstallAllProxies();
+    // Widgets placed while designing was off (the nested components of a
+    // pasted form among them) joined the stage unreported: the tree shows
+    // them now.
+    if (adopted > 0 && m_consoleCenter)
+        m_consoleCenter->RefreshCompTree();
 }
 
 void TQorDesignManager::DoneDesigning()
@@ -246,7 +253,17 @@ void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Opera
         }
         if (center)
             center->DesignStageCompsModified(Component, Operation);
+        // The list is refilled from the sizers; where that drops more than
+        // the component that went (the stage chosen in the tree beside
+        // controls), the center and the other elements hear of it.
+        QList<QObject *> expected = m_selectedComps.toList();
+        expected.removeAll(Component);
         FillSelectedComps();
+        // Compared by hand: Qt's list comparison hands an empty list's null
+        // data to memcmp.
+        const QList<QObject *> now = m_selectedComps.toList();
+        if (now.size() != expected.size() || !std::equal(now.cbegin(), now.cend(), expected.cbegin()))
+            notifyCenterSelection();
     }
 }
 
@@ -485,12 +502,23 @@ void TQorDesignManager::DeselectAll()
 
 void TQorDesignManager::ReSelectComps()
 {
-    if (!m_isDesigning || m_selectedComps.isEmpty())
+    if (!m_isDesigning)
         return;
+    if (m_selectedComps.isEmpty()) {
+        // Nothing chosen (the tree's last chosen row let go): no sizer
+        // stays for a control that is no longer selected.
+        m_sizers->ClearSizer();
+        if (m_stageSizer)
+            m_stageSizer->SetControl(nullptr);
+        return;
+    }
     m_sizers->ClearSizer();
     bool first = true;
     for (QObject *component : m_selectedComps.toList()) {
-        if (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component))
+        // The stage in the list is selected too (by the stage sizer): a
+        // deletion through the center leaves it as the selection.
+        if (component != m_designStage
+            && (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component)))
             continue;
         SelectControl(static_cast<QWidget *>(component), QPoint(-1, -1), first ? csmSelect : csmAdd, false,
                       false);
@@ -649,13 +677,16 @@ void TQorDesignManager::CtrlMoved(QWidget *Control)
         return;
     // The address is compared only: the control may have gone since the
     // notification was posted.
-    const bool stage = Control == m_designStage;
-    if (!stage && !m_sizers->SizerOf(Control))
+    const bool selected = Control == m_designStage || m_sizers->SizerOf(Control);
+    // A control that is not selected may carry selected ones along (a
+    // group box, a tab widget laying out its pages).
+    if (!selected && m_sizers->Count() == 0)
         return;
     // Moving a selection of many controls reports each of them: the sizers
     // are brought up to date once, after the last report waiting.
     QorRunOnceLater(this, m_refreshQueued, [this] { RefreshSizers(); });
-    ReportMoved(false);
+    if (selected)
+        ReportMoved(false);
 }
 
 void TQorDesignManager::CtrlShownOrHidden(QWidget *Control)
@@ -817,6 +848,12 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
     // of or above the parent's origin, whichever control is first.
     if (left < 0)
         return;
+    // The sizers follow also when spreading a single control fails after
+    // the pass moved it.
+    const auto refresh = qScopeGuard([this] {
+        RefreshSizers();
+        ReportMoved(false);
+    });
     auto place = [](TQorDesignAlignmentStyle Style, int Low, int High, int Size, int ParentSize, int Current) {
         switch (Style) {
         case asLeftOrTop: return Low;
@@ -856,8 +893,6 @@ void TQorDesignManager::SetSelCtrlDesignAligment(TQorDesignAlignmentStyle HorzSt
         spread(left, right, true);
     if (VertStyle == asSpaceEqual)
         spread(top, bottom, false);
-    RefreshSizers();
-    ReportMoved(false);
 }
 
 void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQorDesignSizeStyle HeightStyle,
@@ -894,30 +929,41 @@ void TQorDesignManager::SetSelCtrlDesignSize(TQorDesignSizeStyle WidthStyle, TQo
         if (QSize(w, h) != c->size())
             c->resize(w, h);
     }
+    // A control that is not showing (on a tab page that is not current)
+    // hears of its new size only when it shows again: its sizer follows
+    // now, as after an alignment.
+    RefreshSizers();
+    ReportMoved(false);
 }
 
 void TQorDesignManager::ScaleControls(int Percent, TQorDesignScaleStyle Style)
 {
     if (Style == ssAll) {
         QorScaleBy(m_designStage, Percent, 100);
-        return;
+    } else {
+        for (QObject *component : m_selectedComps.toList()) {
+            if (component && component->isWidgetType())
+                QorScaleBy(static_cast<QWidget *>(component), Percent, 100);
+        }
     }
-    for (QObject *component : m_selectedComps.toList()) {
-        if (component && component->isWidgetType())
-            QorScaleBy(static_cast<QWidget *>(component), Percent, 100);
-    }
+    // Controls that are not showing report their new bounds only when they
+    // show again.
+    RefreshSizers();
 }
 
 void TQorDesignManager::FlipChildren(TFlipChildrenMode Mode)
 {
     if (Mode == fcAll) {
         QorFlipChildren(m_designStage, true);
-        return;
+    } else {
+        for (QObject *component : m_selectedComps.toList()) {
+            if (component && component->isWidgetType())
+                QorFlipChildren(static_cast<QWidget *>(component), true);
+        }
     }
-    for (QObject *component : m_selectedComps.toList()) {
-        if (component && component->isWidgetType())
-            QorFlipChildren(static_cast<QWidget *>(component), true);
-    }
+    // Controls that are not showing report their moves only when they show
+    // again.
+    RefreshSizers();
 }
 
 QList<TQorSizer *> TQorDesignManager::sizersBackToFront() const

@@ -709,9 +709,19 @@ void TQorDesignWndProcProxy::ProxyMouseDblClick(TMessage &Message)
 void TQorDesignWndProcProxy::ProxyMoved(TMessage &Message)
 {
     if (QWidget *parent = m_control->parentWidget()) {
-        QorPostMessage(parent, QORN_CtrlMoved, quintptr(m_control.data()), Message.LParam);
+        postCtrlMoved(parent, quintptr(m_control.data()), Message.LParam);
         Message.Result = 1;
     }
+}
+
+void TQorDesignWndProcProxy::postCtrlMoved(QWidget *Parent, quintptr Control, qintptr LParam)
+{
+    // A parent without a proxy (the pages' stack inside a tab widget)
+    // would drop the report: the manager hears of it directly.
+    if (!QorProxyOf(Parent) && m_designManager && m_control != m_designManager->DesignStage())
+        m_designManager->CtrlMoved(reinterpret_cast<QWidget *>(Control));
+    else
+        QorPostMessage(Parent, QORN_CtrlMoved, Control, LParam);
 }
 
 void TQorDesignWndProcProxy::ProxySized(TMessage &Message)
@@ -727,7 +737,7 @@ void TQorDesignWndProcProxy::ProxyExitSizeMove(TMessage &Message)
 void TQorDesignWndProcProxy::ProxyQORNCtrlMoved(TMessage &Message)
 {
     if (QWidget *parent = m_control->parentWidget()) {
-        QorPostMessage(parent, Message.Msg, Message.WParam, Message.LParam);
+        postCtrlMoved(parent, Message.WParam, Message.LParam);
         Message.Result = 1;
     }
 }

@@ -94,6 +94,8 @@ public:
     virtual void ProxyMoved(TMessage &Message);
     virtual void ProxySized(TMessage &Message);
     virtual void ProxyQORNCtrlMoved(TMessage &Message);
+    // Passes a control's move report on to Parent's proxy.
+    void postCtrlMoved(QWidget *Parent, quintptr Control, qintptr LParam);
     virtual void ProxyExitSizeMove(TMessage &Message);
 
     bool GetCanAcceptChild() const;
