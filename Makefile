@@ -5,6 +5,9 @@
 #               and runs the whole suite; the last line reads "N passed, N failed, N skipped"
 #   make bench  builds and runs the benchmarks, writes bench/results.tsv
 #   make dict   rebuilds the shipped dictionaries in resources/dict from their CSV
+#   make fuzz   installs clang and libFuzzer if missing, builds the fuzz targets (build/fuzz)
+#               and runs each for FUZZ_SECONDS (default 60); fails on any finding and keeps
+#               its input in tests/fuzz/regressions/<target>/
 SHELL := /bin/bash
 .SHELLFLAGS := -eo pipefail -c
 
@@ -15,7 +18,7 @@ ifndef XDG_RUNTIME_DIR
 export XDG_RUNTIME_DIR := $(shell mktemp -d)
 endif
 
-.PHONY: all deps release demo test bench dict clean
+.PHONY: all deps release demo test bench dict fuzz clean
 
 all: release
 
@@ -42,6 +45,10 @@ bench: release
 
 dict: release
 	@$(RELEASE)/tools/qordict csv2db resources/dict/qordesign-zh.csv resources/dict/qordesign-zh.sqlite
+
+fuzz:
+	@scripts/ensure-deps.sh --fuzz
+	@tests/fuzz/run-fuzz.sh
 
 clean:
 	rm -rf build demo-screenshot.png
