@@ -71,10 +71,13 @@ for target in $TARGETS; do
       grep -qF "$target/$(basename "$f") " "$KNOWN" 2>/dev/null || cp "$f" "$work/corpus/"
     done
   fi
+  # Tokens of the target's format, where it has a list of them.
+  dict=()
+  [ -f "$FUZZ_DIR/dict/$target.dict" ] && dict=(-dict="$FUZZ_DIR/dict/$target.dict")
   echo "fuzz: $target for ${SECONDS_EACH}s"
   # One child at a time that libFuzzer restarts after each finding, so that
   # one bug does not end the search for the others.
-  "$program" -fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 \
+  "$program" "${dict[@]}" -fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 \
     -max_total_time="$SECONDS_EACH" -timeout="$INPUT_TIMEOUT" -rss_limit_mb=2048 \
     -artifact_prefix="$work/artifacts/" "$work/corpus" >"$work/fuzz.log" 2>&1
   last=$(grep -E "^#[0-9]+: " "$work/fuzz.log" | tail -n 1)
