@@ -3,8 +3,9 @@
 # UndefinedBehaviorSanitizer (build/fuzz) and runs each for FUZZ_SECONDS
 # (default 60) on a copy of its seed corpus and its fixed regressions.
 # Every input that crashed, leaked, ran out of memory or timed out is
-# copied into tests/fuzz/regressions/<target>/ (one per distinct stack),
-# and the script exits non-zero when there was any.
+# named by what it hits; one per distinct bug not kept yet is copied into
+# tests/fuzz/regressions/<target>/, and the script exits non-zero when any
+# input failed.
 #   FUZZ_SECONDS=N   seconds per target
 #   FUZZ_TARGETS="stream dictionary"   only these targets
 #   FUZZ_TIMEOUT=N   seconds one input may take (default 10)
@@ -55,6 +56,11 @@ describe() {
   echo "${kind:-passes when run alone} | top: ${top:-?} | in the library: ${at:-none}"
 }
 
+# The same error in the same library function, whatever the line.
+bug_key() {
+  sed -E 's/ \| top: [^|]*//; s/:[0-9]+(:[0-9]+)?$//' <<<"$1"
+}
+
 failed=0
 summary=()
 for target in $TARGETS; do
@@ -75,21 +81,37 @@ for target in $TARGETS; do
   dict=()
   [ -f "$FUZZ_DIR/dict/$target.dict" ] && dict=(-dict="$FUZZ_DIR/dict/$target.dict")
   echo "fuzz: $target for ${SECONDS_EACH}s"
-  # One child at a time that libFuzzer restarts after each finding, so that
-  # one bug does not end the search for the others.
-  "$program" "${dict[@]}" -fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 \
-    -max_total_time="$SECONDS_EACH" -timeout="$INPUT_TIMEOUT" -rss_limit_mb=2048 \
-    -artifact_prefix="$work/artifacts/" "$work/corpus" >"$work/fuzz.log" 2>&1
-  last=$(grep -E "^#[0-9]+: " "$work/fuzz.log" | tail -n 1)
-  execs=$(sed -E 's/^#([0-9]+):.*/\1/' <<<"$last")
-  rate=$(grep -oE "exec/s:? [0-9]+" <<<"$last" | grep -oE "[0-9]+")
+  # libFuzzer stops at its first finding: it starts again on the grown
+  # corpus until the target's time is spent, so that one bug does not end
+  # the search for others. Executions are summed from each run's final
+  # statistics.
+  : >"$work/fuzz.log"
+  execs=0
+  started=$SECONDS
+  while [ $((SECONDS - started)) -lt "$SECONDS_EACH" ]; do
+    "$program" "${dict[@]}" -max_total_time=$((SECONDS_EACH - (SECONDS - started))) -timeout="$INPUT_TIMEOUT" \
+      -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$work/artifacts/" "$work/corpus" >"$work/last.log" 2>&1
+    cat "$work/last.log" >>"$work/fuzz.log"
+    n=$(grep -oE "stat::number_of_executed_units: [0-9]+" "$work/last.log" | tail -n 1 | grep -oE "[0-9]+$")
+    execs=$((execs + ${n:-0}))
+  done
+  elapsed=$((SECONDS - started))
+  rate=$((execs / (elapsed > 0 ? elapsed : 1)))
   found=0
   declare -A seen=()
+  # Bugs already kept (and listed as still crashing) are no new finding.
+  if [ -f "$KNOWN" ]; then
+    while read -r known _; do
+      case "$known" in "$target"/*) ;; *) continue ;; esac
+      [ -f "$FUZZ_DIR/regressions/$known" ] || continue
+      what=$(describe "$program" "$FUZZ_DIR/regressions/$known")
+      seen[$(bug_key "$what")]=1
+    done < <(grep -vE '^(#|$)' "$KNOWN")
+  fi
   for artifact in "$work/artifacts"/*; do
     [ -f "$artifact" ] || continue
     what=$(describe "$program" "$artifact")
-    # The same error in the same library function, whatever the line.
-    key=$(sed -E 's/ \| top: [^|]*//; s/:[0-9]+(:[0-9]+)?$//' <<<"$what")
+    key=$(bug_key "$what")
     [ -n "${seen[$key]:-}" ] && continue
     seen[$key]=1
     found=$((found + 1))
@@ -99,8 +121,10 @@ for target in $TARGETS; do
     echo "fuzz: FINDING $target/$name: $what"
   done
   unset seen
-  summary+=("$target: ${execs:-0} executions (${rate:-0} exec/s), $found distinct finding(s)")
-  [ $found -gt 0 ] && failed=1
+  failing=$(ls "$work/artifacts" | wc -l)
+  summary+=("$target: $execs executions in ${elapsed}s ($rate exec/s), $failing failing input(s), $found new distinct finding(s)")
+  # Any failing input fails the run, also one of a bug already kept.
+  [ "$failing" -gt 0 ] && failed=1
 done
 
 printf 'fuzz: %s\n' "${summary[@]}"
