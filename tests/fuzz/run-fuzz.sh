@@ -56,9 +56,10 @@ describe() {
   echo "${kind:-passes when run alone} | top: ${top:-?} | in the library: ${at:-none}"
 }
 
-# The same error in the same library function, whatever the line.
+# The same error in the same library function, whatever the line (and,
+# for a target's own check, whatever objects its message names).
 bug_key() {
-  sed -E 's/ \| top: [^|]*//; s/:[0-9]+(:[0-9]+)?$//' <<<"$1"
+  sed -E 's/^(qorfuzz: [^:]*): [^|]*/\1 /; s/ \| top: [^|]*//; s/:[0-9]+(:[0-9]+)?$//' <<<"$1"
 }
 
 failed=0
