@@ -34,7 +34,9 @@ export XDG_RUNTIME_DIR
 trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
 export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS=detect_leaks=1:strict_init_order=1:detect_stack_use_after_return=0
-export LSAN_OPTIONS=suppressions=$PWD/tests/sanitizer-suppressions.txt:print_suppressions=0
+# The suite's suppressions and the fuzz runs' own, in one file.
+cat tests/sanitizer-suppressions.txt "$FUZZ_DIR/lsan-suppressions.txt" >"$BUILD/lsan-suppressions.txt"
+export LSAN_OPTIONS=suppressions=$PWD/$BUILD/lsan-suppressions.txt:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
 # What an input that fails hits, one line: the kind of error, the top
@@ -46,7 +48,7 @@ describe() {
   log=$(ASAN_OPTIONS=$ASAN_OPTIONS:fast_unwind_on_malloc=0:fast_unwind_on_fatal=0 \
     timeout $((INPUT_TIMEOUT * 3)) "$program" -timeout="$INPUT_TIMEOUT" -runs=1 "$input" 2>&1)
   kind=$(grep -oE "ERROR: [A-Za-z]+Sanitizer: [^0-9(]*|ERROR: libFuzzer: [a-z-]+|runtime error: [^0-9(]*|qorfuzz: .{0,160}" <<<"$log" \
-    | head -n 1 | sed -E 's/^ERROR: //; s/ +(on|at|trying to allocate)? *$//')
+    | head -n 1 | sed -E 's/^ERROR: //; s/ +(on|at|trying to allocate)? *$//; s/[ :-]+$//')
   local frames
   frames=$(grep -E "^ +#[0-9]+ 0x[0-9a-f]+ in " <<<"$log" \
     | grep -vE " in (__interceptor_|__asan|__sanitizer|__ubsan|malloc|calloc|realloc|operator new|abort|raise|fuzzer::|__cxa|std::__terminate|QArrayData::)")
