@@ -8,6 +8,9 @@
 #   make dict   rebuilds the shipped dictionaries in resources/dict from their CSV
 #   make soak   builds the sanitizer build's soak test alone and runs its random
 #               walk over the assembled designer: make soak STEPS=100000 SEED=7
+#   make fuzz   installs clang and libFuzzer if missing, builds the fuzz targets (build/fuzz)
+#               and runs each for FUZZ_SECONDS (default 60); fails on any finding and keeps
+#               its input in tests/fuzz/regressions/<target>/
 SHELL := /bin/bash
 .SHELLFLAGS := -eo pipefail -c
 
@@ -18,7 +21,7 @@ ifndef XDG_RUNTIME_DIR
 export XDG_RUNTIME_DIR := $(shell mktemp -d)
 endif
 
-.PHONY: all deps release demo test bench dict soak clean
+.PHONY: all deps release demo test bench dict soak fuzz clean
 
 all: release
 
@@ -61,6 +64,10 @@ soak: deps
 
 dict: release
 	@$(RELEASE)/tools/qordict csv2db resources/dict/qordesign-zh.csv resources/dict/qordesign-zh.sqlite
+
+fuzz:
+	@scripts/ensure-deps.sh --fuzz
+	@tests/fuzz/run-fuzz.sh
 
 clean:
 	rm -rf build demo-screenshot.png

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Installs the Debian packages QorDesign needs to build, test and run its demo.
 # Installs only what is missing, so a second run does nothing and asks no registry.
+#   --fuzz   also clang and its libFuzzer runtime, for `make fuzz`
 set -euo pipefail
 
 # libqt6sql6-sqlite: only recommended by Qt SQL, so named here; libsqlite3-dev:
@@ -12,6 +13,11 @@ set -euo pipefail
 # Designer. libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
 PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite libsqlite3-dev qt6-tools-dev libqt6opengl6-dev
       designer-qt6 libgl-dev libxtst-dev xvfb xauth)
+# clang builds the fuzz targets; libclang-rt-dev holds libFuzzer and
+# clang's sanitizer runtimes, which the clang package does not pull in.
+if [ "${1:-}" = "--fuzz" ]; then
+  PKGS+=(clang libclang-rt-dev)
+fi
 
 missing=()
 for p in "${PKGS[@]}"; do
