@@ -653,9 +653,13 @@ QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent,
             QList<QWidget *> all{w};
             all += w->findChildren<QWidget *>();
             for (QWidget *part : all) {
-                if (part->objectName().isEmpty() || part->objectName().startsWith(QLatin1String("qt_")))
+                // An unnamed widget inside another is an inner part of it;
+                // a pasted widget itself is always a component, named here
+                // when the text gave it no name of its own.
+                const bool unnamed = part->objectName().isEmpty() || part->objectName().startsWith(QLatin1String("qt_"));
+                if (unnamed && part != w)
                     continue;
-                if (CompNameExists(part->objectName(), Owner))
+                if (unnamed || CompNameExists(part->objectName(), Owner))
                     part->setObjectName(GetUniqueName(classNameWithoutPrefix(QString::fromLatin1(part->metaObject()->className())), Owner));
                 InsertComponent(Owner, part);
             }

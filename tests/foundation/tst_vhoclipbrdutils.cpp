@@ -345,6 +345,40 @@ private slots:
         QCOMPARE(ComponentCount(f.form.get()), 4);
     }
 
+    // A widget pasted from Qt Designer's text without a name of its own
+    // (or with a name reserved for inner parts) becomes a component named
+    // by its class, rather than a widget on the form that no one owns; its
+    // own unnamed children stay inner parts.
+    void anUnnamedWidgetFromQtDesignerIsNamedAndOwned()
+    {
+        Form f;
+        QGuiApplication::clipboard()->setText(QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
+<ui version="4.0">
+ <widget class="QWidget" name="__qt_fake_top_level">
+  <widget class="QGroupBox">
+   <property name="geometry"><rect><x>10</x><y>10</y><width>120</width><height>80</height></rect></property>
+   <widget class="QLabel"/>
+  </widget>
+  <widget class="QPushButton" name="qt_reserved"/>
+ </widget>
+</ui>
+)"));
+        const int before = ComponentCount(f.form.get());
+        QObject *last = VhoClipboard()->GetComponents(f.form.get(), f.form.get(), 8, 6);
+        QVERIFY(qobject_cast<QPushButton *>(last));
+        QCOMPARE(ComponentCount(f.form.get()), before + 2);
+        auto *box = f.form->findChild<QGroupBox *>(QStringLiteral("GroupBox1"));
+        QVERIFY(box);
+        QCOMPARE(Owner(box), f.form.get());
+        QCOMPARE(Owner(last), f.form.get());
+        QVERIFY(!last->objectName().startsWith(QLatin1String("qt_")));
+        QVERIFY(!last->objectName().isEmpty());
+        // The label inside stays a part of the box.
+        QLabel *inner = box->findChild<QLabel *>();
+        QVERIFY(inner);
+        QCOMPARE(Owner(inner), nullptr);
+    }
+
     void childrenFollowTheirContainerWhenAsked()
     {
         QWidget form;

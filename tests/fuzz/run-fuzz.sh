@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the fuzz targets with clang's libFuzzer, AddressSanitizer and
 # UndefinedBehaviorSanitizer (build/fuzz) and runs each for FUZZ_SECONDS
 # (default 60) on a copy of its seed corpus and its fixed regressions.
