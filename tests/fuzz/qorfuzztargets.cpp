@@ -10,6 +10,8 @@ const QList<QorFuzzTarget> &QorFuzzTargets()
         {"clipboard", QorFuzzClipboard, 16384},
         {"designertext", QorFuzzDesignerText, 16384},
         {"dictionary", QorFuzzDictionary, 16384},
+        {"dictcsv", QorFuzzDictCsv, 16384},
+        {"dictxml", QorFuzzDictXml, 16384},
     };
     return targets;
 }

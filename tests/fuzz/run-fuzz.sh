@@ -15,7 +15,7 @@ cd "$(dirname "$0")/../.."
 
 BUILD=${QORDESIGN_FUZZ_BUILD:-build/fuzz}
 SECONDS_EACH=${FUZZ_SECONDS:-60}
-TARGETS=${FUZZ_TARGETS:-stream streamtext clipboard designertext dictionary}
+TARGETS=${FUZZ_TARGETS:-stream streamtext clipboard designertext dictionary dictcsv dictxml}
 INPUT_TIMEOUT=${FUZZ_TIMEOUT:-10}
 FUZZ_DIR=tests/fuzz
 KNOWN=$FUZZ_DIR/regressions/known-crashes.txt
