@@ -152,9 +152,9 @@ public:
 
     bool color()
     {
-        qint8 spec = 0;
+        qint8 colorSpec = 0;
         // Invalid, Rgb, Hsv, Cmyk, Hsl, ExtendedRgb.
-        return read(spec) && spec >= 0 && spec <= 5 && skip(5 * 2);
+        return read(colorSpec) && colorSpec >= 0 && colorSpec <= 5 && skip(5 * 2);
     }
 
     // QImage: a null marker, then a PNG file read by Qt's image reader up
@@ -288,10 +288,10 @@ public:
 
     bool dateTime()
     {
-        qint8 spec = 0;
-        if (!skip(8 + 4) || !read(spec))
+        qint8 timeSpec = 0;
+        if (!skip(8 + 4) || !read(timeSpec))
             return false;
-        switch (spec) {
+        switch (timeSpec) {
         case Qt::LocalTime:
         case Qt::UTC:
             return true;
