@@ -527,7 +527,12 @@ QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidg
     const QString name = Xml.attributes().value(QLatin1String("name")).toString();
     QWidget *widget = nullptr;
     try {
-        widget = qobject_cast<QWidget *>(CreateRegisteredComponent(className));
+        // A registered class that makes no widget (a timer) has no place in
+        // a form's widgets: what it made goes again.
+        std::unique_ptr<QObject> made(CreateRegisteredComponent(className));
+        widget = qobject_cast<QWidget *>(made.get());
+        if (widget)
+            made.release();
     } catch (const EQorError &) {
     }
     if (!widget) {

@@ -315,6 +315,7 @@ private slots:
    </layout>
   </widget>
   <widget class="QNoSuchWidget" name="strange"/>
+  <widget class="QTimer" name="notAWidget"/>
  </widget>
  <resources/>
  <connections/>
