@@ -81,9 +81,8 @@ private slots:
     void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
     void cleanup()
     {
-        RealInput::releaseAll();
         UnregisterComponentEditors(&FancyTabs::staticMetaObject);
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::endRealInputTest();
     }
 
     void theNearestRegisteredClassGivesTheEditor()

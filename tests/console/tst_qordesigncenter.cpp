@@ -210,8 +210,7 @@ private slots:
     void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
     void cleanup()
     {
-        RealInput::releaseAll();
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::endRealInputTest();
     }
 
     // Edge cases worth testing

@@ -141,8 +141,7 @@ private slots:
 
     void cleanup()
     {
-        RealInput::releaseAll();
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::endRealInputTest();
     }
 
     // ---- Selecting ----

@@ -41,6 +41,12 @@ int liveTopLevelWidgets()
     return count;
 }
 
+void endRealInputTest()
+{
+    RealInput::releaseAll();
+    QTRY_COMPARE(liveTopLevelWidgets(), 0);
+}
+
 std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs)
 {
     auto driven = std::make_shared<bool>(false);

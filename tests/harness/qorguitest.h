@@ -26,6 +26,11 @@ bool showAndActivate(QWidget *window, const QPoint &at = QPoint(40, 40));
 // windows excluded): a test's cleanup() compares it with zero.
 int liveTopLevelWidgets();
 
+// The end of every real-input test function (its cleanup()): keys and
+// buttons it still holds are let go, and no window of it is left alive.
+// A window left over fails the test function that left it.
+void endRealInputTest();
+
 // Runs Drive on the next modal window once it is shown and active, from
 // inside that window's own event loop: a modal dialog blocks the code
 // that opened it, so the driving has to be arranged before. The flag

@@ -213,10 +213,9 @@ private slots:
     void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
     void cleanup()
     {
-        RealInput::releaseAll();
         UnregisterPropertyEditors(&Gauge::staticMetaObject);
         UnregisterPropertyEditors(&QWidget::staticMetaObject);
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::endRealInputTest();
     }
 
     // ---- The registry ----

@@ -45,8 +45,7 @@ private slots:
     void cleanupTestCase() { QorTransMan()->SetDbFileName(QString()); }
     void cleanup()
     {
-        RealInput::releaseAll();
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::endRealInputTest();
     }
 
     void namesValuesFlagsEventsAndClassesShowTheirLabels()
