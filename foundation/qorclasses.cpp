@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "qorclasses.h"
 
+#include "qorclasses_p.h"
 #include "qorerror.h"
+#include "qorlogging_p.h"
 
 #include <QCalendarWidget>
 #include <QCheckBox>
@@ -170,20 +172,58 @@ QList<const QMetaObject *> RegisteredClasses()
     return list;
 }
 
-QObject *CreateRegisteredComponent(const QMetaObject *Class)
+namespace {
+
+// The factory of the class registered under this very meta-object, or null.
+const TComponentFactory *factoryOf(const QMetaObject *Class)
 {
     if (!Class)
-        throw EClassNotFound(classNotFound(QString()));
+        return nullptr;
     const ClassRegistry &r = classRegistry();
     const qsizetype index = r.indexOf(QString::fromLatin1(Class->className()));
     if (index < 0 || r.entries.at(index).metaObject != Class)
-        throw EClassNotFound(classNotFound(QString::fromLatin1(Class->className())));
-    return r.entries.at(index).factory();
+        return nullptr;
+    return &r.entries.at(index).factory;
+}
+
+[[noreturn]] void refuseUnregistered(const QString &ClassName)
+{
+    qCInfo(lcQorFoundation).noquote() << "No component made: class" << ClassName << "is not registered";
+    throw EClassNotFound(classNotFound(ClassName));
+}
+
+} // namespace
+
+QObject *CreateRegisteredComponent(const QMetaObject *Class)
+{
+    const TComponentFactory *factory = factoryOf(Class);
+    if (!factory)
+        refuseUnregistered(Class ? QString::fromLatin1(Class->className()) : QString());
+    return (*factory)();
 }
 
 QObject *CreateRegisteredComponent(const QString &ClassName)
 {
-    return CreateRegisteredComponent(FindClass(ClassName));
+    const QMetaObject *mo = GetClass(ClassName);
+    if (!mo)
+        refuseUnregistered(ClassName);
+    return CreateRegisteredComponent(mo);
+}
+
+QObject *NewRegisteredInstance(const QMetaObject *Class)
+{
+    const TComponentFactory *factory = factoryOf(Class);
+    if (!factory)
+        return nullptr;
+    // An application's factory may refuse; its caller goes on without the
+    // instance, as it does for a class that is not registered.
+    try {
+        return (*factory)();
+    } catch (const EQorError &error) {
+        qCInfo(lcQorFoundation).noquote() << "The factory of class" << QString::fromLatin1(Class->className())
+                                          << "failed:" << error.message();
+        return nullptr;
+    }
 }
 
 bool IsWidgetClass(const QMetaObject *Class)

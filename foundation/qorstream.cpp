@@ -34,8 +34,10 @@
 #include "foundation/qorstream.h"
 
 #include "foundation/qorclasses.h"
+#include "foundation/qorclasses_p.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/qortypinfo.h"
 #include "foundation/qorvaluecheck_p.h"
 
@@ -549,14 +551,7 @@ void readDefaults(ClassInfo &info)
     if (info.defaultsRead)
         return;
     info.defaultsRead = true;
-    if (GetClass(QString::fromLatin1(info.metaObject->className())) != info.metaObject)
-        return;
-    QObject *fresh = nullptr;
-    try {
-        fresh = CreateRegisteredComponent(info.metaObject);
-    } catch (const EQorError &) {
-        return;
-    }
+    QObject *fresh = NewRegisteredInstance(info.metaObject);
     if (!fresh)
         return;
     for (PropertyInfo &pi : info.properties) {
@@ -682,8 +677,12 @@ StoredObject storeObject(QObject *c, QObject *container)
                 continue;
             // What a reader refuses is not written (a value of a property
             // typed QVariant may be of any type).
-            if (!QorValueCheck::isCheckedType(v.metaType()))
+            if (!QorValueCheck::isCheckedType(v.metaType())) {
+                qCInfo(lcQorFoundation).noquote() << "Not stored: property" << QString::fromUtf8(pi.name) << "of"
+                                                  << o.name << "holds a" << QString::fromLatin1(v.typeName())
+                                                  << "which the stream does not carry";
                 continue;
+            }
             p.value = std::move(v);
         }
         o.properties.append(std::move(p));
@@ -693,9 +692,14 @@ StoredObject storeObject(QObject *c, QObject *container)
         if (name.startsWith("_q_"))
             continue;
         const QVariant v = c->property(name.constData());
-        if (!v.isValid() || !v.metaType().hasRegisteredDataStreamOperators()
-            || !QorValueCheck::isCheckedType(v.metaType()))
+        if (!v.isValid())
             continue;
+        if (!v.metaType().hasRegisteredDataStreamOperators() || !QorValueCheck::isCheckedType(v.metaType())) {
+            qCInfo(lcQorFoundation).noquote() << "Not stored: dynamic property" << QString::fromUtf8(name) << "of"
+                                              << o.name << "holds a" << QString::fromLatin1(v.typeName())
+                                              << "which the stream does not carry";
+            continue;
+        }
         StoredProperty p;
         p.name = name;
         p.value = v;
@@ -1063,8 +1067,13 @@ private:
             if (!target && !pp->reference.isEmpty()
                 && QString::compare(m_root->objectName(), pp->reference, Qt::CaseInsensitive) == 0)
                 target = m_root;
-            if (!target)
+            if (!target) {
+                if (!pp->reference.isEmpty())
+                    qCInfo(lcQorFoundation).noquote()
+                        << "Left unset: property" << QString::fromUtf8(pp->info->name) << "of" << o->objectName()
+                        << "names" << pp->reference << "which the record does not hold";
                 continue;
+            }
             if (o == m_instance)
                 m_saved.append({pp->info->property, pp->info->property.read(o)});
             pp->info->property.write(o, QVariant::fromValue(target));

@@ -2,7 +2,9 @@
 #include "foundation/vhoclipbrdutils.h"
 
 #include "foundation/qorclasses.h"
+#include "foundation/qorclasses_p.h"
 #include "foundation/qorerror.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/qorstream.h"
 #include "foundation/qortypinfo.h"
 #include "foundation/qorvaluecheck_p.h"
@@ -55,7 +57,7 @@ qsizetype nextRecord(const QByteArray &Bytes, qsizetype Offset)
 
 // Reads the records one after the other, each without a parent, and hands
 // each component read to Take; a record that cannot be read is skipped and
-// reading goes on at the next one.
+// reading goes on at the next one. The records come from any program.
 template<typename Taker>
 void readRecords(const QByteArray &Bytes, Taker &&Take)
 {
@@ -67,7 +69,9 @@ void readRecords(const QByteArray &Bytes, Taker &&Take)
         QObject *component = nullptr;
         try {
             component = ReadComponent(buffer, nullptr, nullptr, nullptr);
-        } catch (const EQorError &) {
+        } catch (const EQorError &error) {
+            qCInfo(lcQorClipboard).noquote() << "Skipped the damaged clipboard record at byte" << start << "-"
+                                             << error.message();
             buffer.seek(nextRecord(Bytes, start));
             continue;
         }
@@ -285,7 +289,9 @@ QObject *TVhoClipboard::GetComponents(QObject *Owner, QWidget *Parent, int DX, i
                 InsertComponent(Owner, component);
             }
             last = component;
-        } catch (const EQorError &) {
+        } catch (const EQorError &error) {
+            qCInfo(lcQorClipboard).noquote() << "Dropped the pasted component" << component->objectName() << "-"
+                                             << error.message();
             discard(component);
         }
     });
@@ -383,11 +389,9 @@ void writeWidget(QXmlStreamWriter &Xml, QWidget *Widget)
     Xml.writeAttribute(QStringLiteral("class"), QString::fromLatin1(Widget->metaObject()->className()));
     Xml.writeAttribute(QStringLiteral("name"), Widget->objectName());
     // Only what differs from a new widget of the class, as Designer writes.
-    std::unique_ptr<QObject> fresh;
-    try {
-        fresh.reset(CreateRegisteredComponent(Widget->metaObject()));
-    } catch (const EQorError &) {
-    }
+    // A class the registry does not make has no defaults: all its values
+    // are written.
+    const std::unique_ptr<QObject> fresh(NewRegisteredInstance(Widget->metaObject()));
     const QMetaObject *meta = Widget->metaObject();
     for (int i = 0; i < meta->propertyCount(); ++i) {
         const QMetaProperty property = meta->property(i);
@@ -498,6 +502,10 @@ void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QPointer<QWidget>
         if (Xml.name() == QLatin1String("property") && !InLayout) {
             const QByteArray property = Xml.attributes().value(QLatin1String("name")).toLatin1();
             const int index = Widget->metaObject()->indexOfProperty(property.constData());
+            if (index < 0)
+                qCInfo(lcQorClipboard).noquote() << "Qt Designer text: skipped property" << QString::fromLatin1(property)
+                                                 << "which class" << QString::fromLatin1(Widget->metaObject()->className())
+                                                 << "does not have";
             if (index < 0 || !Xml.readNextStartElement()) {
                 if (!Xml.isEndElement())
                     Xml.skipCurrentElement();
@@ -507,6 +515,10 @@ void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QPointer<QWidget>
             const QVariant value = readValue(Xml, meta);
             if (value.isValid() && meta.isWritable())
                 meta.write(Widget, value);
+            else
+                qCInfo(lcQorClipboard).noquote() << "Qt Designer text: skipped a value of property"
+                                                 << QString::fromLatin1(meta.name()) << "of" << Widget->objectName()
+                                                 << "that cannot be read or written";
             // Past the end of the property element.
             Xml.skipCurrentElement();
         } else if (Xml.name() == QLatin1String("widget")) {
@@ -525,21 +537,19 @@ QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidg
     checkDepth(Depth);
     const QString className = Xml.attributes().value(QLatin1String("class")).toString();
     const QString name = Xml.attributes().value(QLatin1String("name")).toString();
-    QWidget *widget = nullptr;
-    try {
-        // A registered class that makes no widget (a timer) has no place in
-        // a form's widgets: what it made goes again.
-        std::unique_ptr<QObject> made(CreateRegisteredComponent(className));
-        widget = qobject_cast<QWidget *>(made.get());
-        if (widget)
-            made.release();
-    } catch (const EQorError &) {
-    }
+    // A registered class that makes no widget (a timer) has no place in a
+    // form's widgets: what it made goes again.
+    const QMetaObject *registered = GetClass(className);
+    std::unique_ptr<QObject> made(NewRegisteredInstance(registered));
+    QWidget *widget = qobject_cast<QWidget *>(made.get());
     if (!widget) {
         // An unknown class: its element and everything in it are skipped.
+        qCInfo(lcQorClipboard).noquote() << "Qt Designer text: skipped widget" << name << "and its contents - class"
+                                         << className << (registered ? "makes no widget" : "is not registered");
         Xml.skipCurrentElement();
         return nullptr;
     }
+    made.release();
     widget->setParent(Parent);
     widget->setObjectName(name);
     Made.append(widget);
@@ -647,7 +657,9 @@ QObject *pasteDesignerText(const QString &Text, QObject *Owner, QWidget *Parent,
     QList<QWidget *> widgets;
     try {
         widgets = WidgetsFromDesignerText(Text, Parent);
-    } catch (const EQorError &) {
+    } catch (const EQorError &error) {
+        qCInfo(lcQorClipboard).noquote() << "Nothing pasted: the Qt Designer text on the clipboard cannot be read -"
+                                         << error.message();
         return nullptr;
     }
     QObject *last = nullptr;
