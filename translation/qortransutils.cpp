@@ -2,10 +2,12 @@
 #include "translation/qortransutils.h"
 
 #include "foundation/qorerror.h"
+#include "foundation/qorlogging_p.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QHash>
+#include <QMutex>
 #include <QSet>
 #include <QMetaObject>
 #include <QObject>
@@ -52,6 +54,41 @@ std::unique_ptr<TQorTransMan> &globalManager()
 {
     static std::unique_ptr<TQorTransMan> manager;
     return manager;
+}
+
+// The dictionary a manager could not open, by the manager's connection:
+// every look-up tries to open it again, and it is reported once, until the
+// manager is given another file or the file opens.
+struct UnreadableReports
+{
+    QMutex mutex;
+    QHash<QString, QString> fileByConnection;
+};
+
+UnreadableReports &unreadableReports()
+{
+    // Never destroyed: a manager may go after the statics do.
+    static auto *reports = new UnreadableReports;
+    return *reports;
+}
+
+void reportUnreadable(const QString &Connection, const QString &FileName, const char *Why)
+{
+    UnreadableReports &reports = unreadableReports();
+    const QMutexLocker lock(&reports.mutex);
+    auto it = reports.fileByConnection.find(Connection);
+    if (it != reports.fileByConnection.end() && *it == FileName)
+        return;
+    reports.fileByConnection.insert(Connection, FileName);
+    qCInfo(lcQorTranslation).noquote() << "Dictionary" << FileName << "not used:" << Why
+                                       << "- texts stay untranslated";
+}
+
+void forgetUnreadable(const QString &Connection)
+{
+    UnreadableReports &reports = unreadableReports();
+    const QMutexLocker lock(&reports.mutex);
+    reports.fileByConnection.remove(Connection);
 }
 
 } // namespace
@@ -114,6 +151,7 @@ TQorTransMan::TQorTransMan(const QString &DbFileName)
 TQorTransMan::~TQorTransMan()
 {
     closeDb();
+    forgetUnreadable(m_connection);
 }
 
 void TQorTransMan::closeDb()
@@ -137,6 +175,7 @@ void TQorTransMan::SetDbFileName(const QString &Value)
     if (Value.compare(m_dbFileName, Qt::CaseInsensitive) == 0)
         return;
     m_dbFileName = Value;
+    forgetUnreadable(m_connection);
     closeDb();
     if (!Value.trimmed().isEmpty())
         OpenDb();
@@ -150,8 +189,12 @@ bool TQorTransMan::OpenDb()
         return false;
     // Qt's SQL drivers need the application object; and a file that is not
     // there would be created by SQLite, so it is looked for first.
-    if (!QCoreApplication::instance() || !QFileInfo(m_dbFileName).isFile())
+    if (!QCoreApplication::instance())
         return false;
+    if (!QFileInfo(m_dbFileName).isFile()) {
+        reportUnreadable(m_connection, m_dbFileName, "there is no such file");
+        return false;
+    }
     closeDb();
     bool ok = false;
     {
@@ -172,6 +215,7 @@ bool TQorTransMan::OpenDb()
     }
     if (!ok) {
         closeDb();
+        reportUnreadable(m_connection, m_dbFileName, "it is damaged, locked or not a dictionary");
         return false;
     }
     m_queries = std::make_unique<Queries>();
@@ -180,8 +224,10 @@ bool TQorTransMan::OpenDb()
         m_queries->db = *static_cast<sqlite3 *const *>(handle.constData());
     if (!m_queries->db) {
         closeDb();
+        reportUnreadable(m_connection, m_dbFileName, "Qt's SQLite driver gave no SQLite handle");
         return false;
     }
+    forgetUnreadable(m_connection);
     m_open = true;
     ++m_generation;
     return true;
@@ -251,7 +297,10 @@ QString TQorTransMan::IdentToLabel(TTransTypeKind Kind, TTypeKind, const QString
             return Ident;
         m_cache->AddItem(TransTypeKindStrs(Kind), event ? QString() : TypeName, Ident, label);
         return label;
-    } catch (const EQorError &) {
+    } catch (const EQorError &error) {
+        // The identifier stands for its label: an inspector keeps working
+        // on a dictionary that fails under it.
+        qCInfo(lcQorTranslation).noquote() << "Left untranslated:" << Ident << "-" << error.message();
         return Ident;
     }
 }
