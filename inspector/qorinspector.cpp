@@ -2,6 +2,7 @@
 #include "inspector/qorinspector.h"
 
 #include "foundation/qorerror.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
 #include "foundation/qortypinfo.h"
 
@@ -553,7 +554,9 @@ TVhoObjInspector::TVhoObjInspector(QWidget *Parent)
         // rather than leave the paint.
         try {
             return ObjInspecValueText(Object);
-        } catch (const std::exception &) {
+        } catch (const std::exception &error) {
+            qCInfo(lcQorInspector).noquote() << "Showed an empty value: reading it failed -"
+                                             << QString::fromUtf8(error.what());
             return QString();
         }
     });
@@ -883,16 +886,9 @@ void TVhoObjInspector::ValidateLine(int Row)
     QString propName;
     if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(Row)))
         propName = item->GetPropName();
-    // Nothing is thrown into the event loop: a refused value is shown, the
-    // line gets the objects' values back, and no object was changed.
-    try {
-        PropertyValueChanged(Row);
-        clearError();
-    } catch (const EQorError &error) {
-        showError(propName, error.message());
-    } catch (const std::exception &error) {
-        showError(propName, QString::fromUtf8(error.what()));
-    }
+    // A refused value leaves the line with the objects' values back, and
+    // no object changed.
+    guarded(propName, [this, Row] { PropertyValueChanged(Row); });
 }
 
 void TVhoObjInspector::DoOnValidate()
@@ -952,15 +948,10 @@ void TVhoObjInspector::EditButtonClick(QObject *)
     const PPropInfo info = item->GetPropInfoRef();
     if (info && info->PropType->Kind == tkMethod)
         return;
-    try {
+    guarded(item->GetPropName(), [this, item] {
         TPropertyEditor::SetDialogParent(this);
         item->PropEditor()->Edit();
-        clearError();
-    } catch (const EQorError &error) {
-        showError(item->GetPropName(), error.message());
-    } catch (const std::exception &error) {
-        showError(item->GetPropName(), QString::fromUtf8(error.what()));
-    }
+    });
     RefreshValues();
     if (IQorInspectorCenter *c = center())
         c->InspectorPropChanged();
@@ -979,6 +970,8 @@ bool TVhoObjInspector::toggleAtMarker(const QPoint &Point)
     const QModelIndex index = indexAt(Point);
     if (!index.isValid() || index.column() != 0 || !MarkerRect(index.row()).contains(Point))
         return false;
+    // The model's rows are the lines: a valid index names one of them.
+    Q_ASSERT(index.row() < Strings()->Count());
     auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(index.row()));
     if (!item || !item->GetExpandable())
         return false;
@@ -1004,15 +997,10 @@ void TVhoObjInspector::DoubleClicked(const QPoint &Point)
         return;
     }
     if (item->PropEditor() && (item->PropEditor()->GetAttributes() & paDialog)) {
-        try {
+        guarded(item->GetPropName(), [this, item] {
             TPropertyEditor::SetDialogParent(this);
             item->PropEditor()->Edit();
-            clearError();
-        } catch (const EQorError &error) {
-            showError(item->GetPropName(), error.message());
-        } catch (const std::exception &error) {
-            showError(item->GetPropName(), QString::fromUtf8(error.what()));
-        }
+        });
         RefreshValues();
     }
 }
@@ -1120,6 +1108,22 @@ void TVhoObjInspector::showError(const QString &PropName, const QString &Message
     m_errorLabel->raise();
     RefreshValues();
     emit PropertyValueRejected(PropName, Message);
+}
+
+void TVhoObjInspector::guarded(const QString &PropName, const std::function<void()> &Change)
+{
+    QString refusal;
+    try {
+        Change();
+        clearError();
+        return;
+    } catch (const EQorError &error) {
+        refusal = error.message();
+    } catch (const std::exception &error) {
+        refusal = QString::fromUtf8(error.what());
+    }
+    qCInfo(lcQorInspector).noquote() << "Refused a value of property" << PropName << "-" << refusal;
+    showError(PropName, refusal);
 }
 
 void TVhoObjInspector::clearError()

@@ -242,6 +242,9 @@ private:
     int PropertyFilterStylesInt() const { return int(PropertyFilterStyles()); }
     void SetPropertyFilterStylesInt(int Value) { SetPropertyFilterStyles(TPropertyFilterStyles(Value)); }
     void showError(const QString &PropName, const QString &Message);
+    // Runs a change the user asked for; a value refused on the way is shown
+    // and reported, never thrown into the event loop.
+    void guarded(const QString &PropName, const std::function<void()> &Change);
     void clearError();
     IQorInspectorCenter *center() const;
     void placeErrorLabel();

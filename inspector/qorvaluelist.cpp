@@ -17,6 +17,8 @@ TObject *TValueListStrings::liveObject(const Line &L)
 
 const TValueListStrings::Line &TValueListStrings::made(int Index) const
 {
+    // Callers check the index against the lines first.
+    Q_ASSERT(Index >= 0 && Index < Count());
     Line &line = m_lines[size_t(Index)];
     if (line.pending) {
         line.pending = false;
