@@ -2,6 +2,7 @@
 #include "console/qordesignconsole.h"
 
 #include "designer/qordesigner.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "foundation/vhosysutils.h"
@@ -84,8 +85,11 @@ void TQorDesignCenter::SetObjInspector(TVhoObjInspector *Inspector)
 
 void TQorDesignCenter::SetCompTreeView(QWidget *TreeView)
 {
-    if (TreeView && !dynamic_cast<IQorCompTreeView *>(TreeView))
+    if (TreeView && !dynamic_cast<IQorCompTreeView *>(TreeView)) {
+        qCInfo(lcQorConsole).noquote() << "Component tree view not taken:" << TreeView->objectName()
+                                       << "does not implement the tree view's interface";
         return;
+    }
     if (TreeView == m_compTreeView)
         return;
     if (IQorCompTreeView *old = treeView())
@@ -98,8 +102,11 @@ void TQorDesignCenter::SetCompTreeView(QWidget *TreeView)
 
 void TQorDesignCenter::SetCompPalleteToolBar(QObject *Pallete)
 {
-    if (Pallete && !dynamic_cast<IQorCompPallete *>(Pallete))
+    if (Pallete && !dynamic_cast<IQorCompPallete *>(Pallete)) {
+        qCInfo(lcQorConsole).noquote() << "Component palette not taken:" << Pallete->objectName()
+                                       << "does not implement the palette's interface";
         return;
+    }
     m_compPalleteToolBar = Pallete;
 }
 
@@ -375,8 +382,10 @@ void TQorDesignCenter::DelSelCtrls()
 void TQorDesignCenter::PasteComps()
 {
     QWidget *stage = GetDesignStage();
-    if (!stage)
+    if (!stage) {
+        qCInfo(lcQorConsole) << "Nothing pasted: there is no design stage";
         return;
+    }
     QWidget *parent = nullptr;
     if (ControlCountInCompList(m_selectedComps) < 2) {
         QWidget *control = nullptr;

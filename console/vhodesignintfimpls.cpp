@@ -6,6 +6,7 @@
 #include "designer/qormanager.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "foundation/vhosysutils.h"
 
@@ -88,8 +89,11 @@ QObject *TVhoDesigner::CreateComponent(const QMetaObject *ComponentClass, QObjec
                                        int Width, int Height)
 {
     QWidget *stage = GetDesignStage();
-    if (!m_designManager || !stage || !ComponentClass)
+    if (!m_designManager || !stage || !ComponentClass) {
+        qCInfo(lcQorConsole) << "No component created for a component editor:"
+                             << (!ComponentClass ? "no class is given" : "there is no design stage");
         return nullptr;
+    }
     const QString name = GetCompUniqueID(ComponentClass, stage);
     QObject *component = CreateRegisteredComponent(ComponentClass);
     component->setObjectName(name);

@@ -6,6 +6,7 @@
 #include "designer/qorstage.h"
 #include "designer/qorsizers.h"
 #include "foundation/qorerror.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/vhosysutils.h"
 
 #include <QCoreApplication>
@@ -172,6 +173,7 @@ void TQorDesignManager::AddProxiedControl(QWidget *Control)
     if (index < 0)
         return;
     TQorDesignWndProcProxy *proxy = m_designProxies->Proxies(index);
+    Q_ASSERT(proxy); // the index the list just answered
     proxy->SetOwnerControl(m_designStage);
     proxy->SetDesignManager(this);
 }
@@ -743,6 +745,7 @@ void TQorDesignManager::StartEmbedEdit()
 {
     if (m_sizers->Count() != 1)
         return;
+    Q_ASSERT(m_sizers->Sizers(0));
     m_sizers->Sizers(0)->StartEmbedEdit();
     m_embeddedEditing = m_sizers->Sizers(0)->IsInlineEditing();
 }
@@ -751,6 +754,7 @@ void TQorDesignManager::EndEmbedEdit()
 {
     if (m_sizers->Count() != 1)
         return;
+    Q_ASSERT(m_sizers->Sizers(0));
     m_sizers->Sizers(0)->EndEmbedEdit();
     m_embeddedEditing = false;
 }
@@ -982,6 +986,7 @@ QList<TQorSizer *> TQorDesignManager::sizersBackToFront() const
     std::vector<Entry> entries;
     for (int i = 0; i < m_sizers->Count(); ++i) {
         TQorSizer *sizer = m_sizers->Sizers(i);
+        Q_ASSERT(sizer); // i is within the list
         QWidget *control = sizer->Control();
         if (!control)
             continue;
@@ -1032,8 +1037,11 @@ void TQorDesignManager::SendSelCtrlsToBack()
 
 void TQorDesignManager::GetStageBitmap(QPixmap &Bitmap)
 {
-    if (!m_designStage || !m_designStage->isWindow())
+    if (!m_designStage || !m_designStage->isWindow()) {
+        qCInfo(lcQorDesigner) << "No stage image made:"
+                              << (m_designStage ? "the stage is not a window" : "there is no stage");
         return;
+    }
     DeselectAll();
     Bitmap = m_designStage->grab();
 }
@@ -1047,7 +1055,10 @@ void TQorDesignManager::GetStagePicture(QPixmap &Picture)
 
 void TQorDesignManager::PrintStage()
 {
-    if (!m_designStage || !m_designStage->isWindow())
+    if (!m_designStage || !m_designStage->isWindow()) {
+        qCInfo(lcQorDesigner) << "The stage is not printed:"
+                              << (m_designStage ? "the stage is not a window" : "there is no stage");
         return;
+    }
     DeselectAll();
 }

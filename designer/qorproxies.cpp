@@ -6,6 +6,7 @@
 #include "designer/qorsizers.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/qorlogging_p.h"
 #include "foundation/vhosysutils.h"
 
 #include <QAbstractButton>
@@ -763,8 +764,11 @@ void TQorDesignWndProcProxy::EndInLineEdit()
 
 QObject *TQorDesignWndProcProxy::DynCreateChildControl(const QMetaObject *ComponentClass, const QRect &Rect)
 {
-    if (!m_designManager || !m_designManager->DesignStage() || !ComponentClass)
+    if (!m_designManager || !m_designManager->DesignStage() || !ComponentClass) {
+        qCInfo(lcQorDesigner) << "No component inserted:"
+                              << (!ComponentClass ? "no class is given" : "the proxy has no design stage");
         return nullptr;
+    }
     QWidget *stage = m_designManager->DesignStage();
     const QString name = GetCompUniqueID(ComponentClass, stage);
     QObject *component = CreateRegisteredComponent(ComponentClass);

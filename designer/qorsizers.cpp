@@ -951,6 +951,8 @@ int TQorSizerList::GetControlIndex(const QWidget *Control) const
     // Searched from the end: a selection is taken apart from its last
     // member first, so the one asked for is usually there.
     const auto it = std::find(m_sizers.rbegin(), m_sizers.rend(), sizer);
+    // A sizer filed under its control is in the list: both lose it together.
+    Q_ASSERT(it != m_sizers.rend());
     return it == m_sizers.rend() ? -1 : int(m_sizers.rend() - it) - 1;
 }
 
