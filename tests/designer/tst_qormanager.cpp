@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+// The design manager: designing on, the selection and its order, Select
+// All, the grid's sizes, the names of dropped components, printing, and
+// what a selected widget, the stage or the manager itself freed while
+// designing leaves behind.
+#include "designer/qormanager.h"
+#include "designer/qorproxies.h"
+#include "designer/qorsizers.h"
+#include "designfixture.h"
+#include "foundation/qorcomponents.h"
+#include "harness/qorguitest.h"
+#include "harness/qorrealinput.h"
+
+#include <QFrame>
+#include <QPixmap>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace QorDesignFixture;
+
+class tst_QorManager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+
+    void cleanup()
+    {
+        QorGuiTest::endRealInputTest();
+    }
+
+    // Edge cases worth testing
+
+    void aSelectedWidgetDeletedByTheApplicationLeavesNoSizerAndNoProxy()
+    {
+        Form f;
+        QVERIFY(f.design());
+        f.manager->SelectControl(f.b1, QPoint(-1, -1), csmSelect, false, false);
+        f.manager->SelectControl(f.b2, QPoint(-1, -1), csmAdd, true, false);
+        delete f.b1;
+        QCOMPARE(f.manager->Sizers()->Count(), 1);
+        QCOMPARE(f.selected(), QList<QObject *>{f.b2});
+        QCOMPARE(f.manager->DesignProxies()->GetControlIndex(f.b2) >= 0, true);
+        for (int i = 0; i < f.manager->DesignProxies()->Count(); ++i)
+            QVERIFY(f.manager->DesignProxies()->Proxies(i)->Control());
+        RealInput::click(f.b3);
+        QTRY_COMPARE(f.selected(), QList<QObject *>{f.b3});
+    }
+
+    void theStageDeletedWhileDesigningFreesCleanly()
+    {
+        auto form = std::make_unique<QWidget>();
+        form->setObjectName(QStringLiteral("Form2"));
+        form->resize(300, 200);
+        placed<QPushButton>(form.get(), "Button1", QRect(10, 10, 80, 30));
+        TQorDesignManager manager;
+        manager.SetDesignStage(form.get());
+        manager.SetIsDesigning(true);
+        QVERIFY(QorGuiTest::showAndActivate(form.get()));
+        manager.SelectAllControls();
+        QCOMPARE(manager.Sizers()->Count(), 1);
+        form.reset();
+        QVERIFY(!manager.IsDesigning());
+        QCOMPARE(manager.Sizers()->Count(), 0);
+        QCOMPARE(manager.DesignProxies()->Count(), 0);
+        QCOMPARE(manager.DesignStage(), nullptr);
+    }
+
+    void theManagerDeletedWhileDesigningLeavesTheStageUsable()
+    {
+        Form f;
+        QVERIFY(f.design());
+        f.manager->SelectAllControls();
+        delete f.manager;
+        QSignalSpy clicked(f.b1, &QPushButton::clicked);
+        RealInput::click(f.b1);
+        QTRY_COMPARE(clicked.count(), 1);
+        QCOMPARE(f.form->findChildren<TQorSizer *>().size(), 0);
+    }
+
+    void gridSizesBelowOneBecomeFour()
+    {
+        TQorDesignManager manager;
+        QCOMPARE(manager.GridSizeX(), 4);
+        manager.SetGridSizeX(0);
+        QCOMPARE(manager.GridSizeX(), 4);
+        manager.SetGridSizeY(-3);
+        QCOMPARE(manager.GridSizeY(), 4);
+        manager.SetGridSizeX(8);
+        QCOMPARE(manager.GridSizeX(), 8);
+    }
+
+    void printStageOnAPanelStageDoesNothing()
+    {
+        QWidget host;
+        host.setObjectName(QStringLiteral("Host"));
+        host.resize(300, 200);
+        auto *panel = placed<QFrame>(&host, "Panel1", QRect(20, 20, 200, 150));
+        auto *button = placed<QPushButton>(panel, "Button1", QRect(10, 10, 80, 30));
+        TQorDesignManager manager(panel);
+        manager.SetIsDesigning(true);
+        manager.SelectControl(button, QPoint(-1, -1), csmSelect, true, false);
+        manager.PrintStage();
+        QCOMPARE(manager.SelectedComps().toList(), QList<QObject *>{button});
+        QPixmap image;
+        manager.GetStageBitmap(image);
+        QVERIFY(image.isNull());
+        QCOMPARE(manager.SelectedComps().toList(), QList<QObject *>{button});
+    }
+
+    void aDroppedComponentWithAClashingNameIsRenamed()
+    {
+        Form f;
+        QVERIFY(f.design());
+        auto *twin = new QPushButton(f.form.get());
+        twin->setObjectName(QStringLiteral("Form1"));
+        InsertComponent(f.form.get(), twin);
+        QCOMPARE(twin->objectName(), QStringLiteral("PushButton1"));
+        auto *unnamed = new QPushButton(f.form.get());
+        InsertComponent(f.form.get(), unnamed);
+        QCOMPARE(unnamed->objectName(), QStringLiteral("PushButton2"));
+        QVERIFY(f.manager->DesignProxies()->ProxyOf(unnamed));
+        QVERIFY(f.manager->Dirty());
+    }
+
+    // The other rules
+
+    void designingOnSelectsTheStage()
+    {
+        Form f;
+        QVERIFY(f.design());
+        QCOMPARE(f.selected(), QList<QObject *>{f.form.get()});
+        QCOMPARE(f.manager->StageSizer()->Control(), f.form.get());
+        QCOMPARE(f.manager->Sizers()->Count(), 0);
+        // Every named widget became a component of the stage and has a proxy.
+        QCOMPARE(Owner(f.b4), f.form.get());
+        QVERIFY(f.manager->DesignProxies()->ProxyOf(f.b4));
+        QVERIFY(f.manager->DesignProxies()->ProxyOf(f.page1));
+    }
+
+    void shiftClicksSelectInClickOrderAndToggleKeepsTheOthersOrder()
+    {
+        Form f;
+        QVERIFY(f.design());
+        RealInput::click(f.b1);
+        QTRY_COMPARE(f.selected(), QList<QObject *>{f.b1});
+        RealInput::click(f.b3, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
+        RealInput::click(f.b2, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(f.selected(), (QList<QObject *>{f.b1, f.b3, f.b2}));
+        RealInput::click(f.b3, QPoint(-1, -1), Qt::LeftButton, Qt::ShiftModifier);
+        QTRY_COMPARE(f.selected(), (QList<QObject *>{f.b1, f.b2}));
+    }
+
+    void selectAllSelectsEveryShowingControlInComponentOrder()
+    {
+        Form f;
+        QVERIFY(f.design());
+        f.manager->SelectAllControls();
+        // The tab widget's second page is not showing.
+        QList<QObject *> expected;
+        for (QObject *c : ComponentList(f.form.get())) {
+            if (c->isWidgetType() && c != f.page2)
+                expected.append(c);
+        }
+        QVERIFY(expected.contains(f.page1) && expected.contains(f.b5));
+        QCOMPARE(f.selected(), expected);
+        QCOMPARE(f.manager->StageSizer()->Control(), nullptr);
+        f.manager->DeselectAll();
+        QCOMPARE(f.manager->Sizers()->Count(), 0);
+    }
+
+    void deselectUnsiblingControlKeepsTheSiblingsInTheirOrder()
+    {
+        Form f;
+        QVERIFY(f.design());
+        for (QWidget *w : {static_cast<QWidget *>(f.b3), static_cast<QWidget *>(f.b4),
+                           static_cast<QWidget *>(f.b1), static_cast<QWidget *>(f.label)})
+            f.manager->SelectControl(w, QPoint(-1, -1), csmAdd, false, false);
+        f.manager->FillSelectedComps();
+        f.manager->DeselectUnsiblingControl(f.b1, true);
+        f.manager->FillSelectedComps();
+        QCOMPARE(f.selected(), (QList<QObject *>{f.b3, f.b1}));
+    }
+};
+
+QTEST_MAIN(tst_QorManager)
+#include "tst_qormanager.moc"
