@@ -31,6 +31,12 @@
 //
 // Records are concatenated with nothing between them; a reader stops at the
 // end of one record.
+//
+// This file holds the public functions; the stream itself lives beside it,
+// sharing qorstream_p.h: the record bytes and the plain tree they decode into
+// (qorstreamrecord.cpp), what the stream knows about a class
+// (qorstreamclass.cpp), writing components (qorstreamwrite.cpp), reading
+// them (qorstreamread.cpp) and the text form (qorstreamtext.cpp).
 #include "foundation/qorstream.h"
 
 #include "foundation/qorerror.h"
