@@ -29,7 +29,7 @@ deps:
 	@scripts/ensure-deps.sh
 
 release: deps
-	@cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQORDESIGN_BUILD_TESTS=OFF > /dev/null
+	@cmake --preset release -B $(RELEASE) > /dev/null
 	@ninja -C $(RELEASE)
 
 demo: release
@@ -52,8 +52,7 @@ bench: release
 SOAK_BUILD := build/asan
 STEPS ?= 20000
 soak: deps
-	@cmake -S . -B $(SOAK_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQORDESIGN_SANITIZE=ON \
-	  -DQORDESIGN_BUILD_TESTS=ON -DQORDESIGN_BUILD_DEMO=ON -DQORDESIGN_BUILD_BENCH=ON > $(SOAK_BUILD).configure.log
+	@cmake --preset asan -B $(SOAK_BUILD) > $(SOAK_BUILD).configure.log
 	@ninja -C $(SOAK_BUILD) -j2 tst_qorsoak
 	@QT_QPA_PLATFORM=xcb QTEST_FUNCTION_TIMEOUT=86400000 \
 	  QORDESIGN_SOAK_STEPS=$(STEPS) $(if $(SEED),QORDESIGN_SOAK_SEED=$(SEED)) \

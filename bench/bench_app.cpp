@@ -9,6 +9,7 @@
 // change from, in a window laid out like the designer's.
 #include "qorbench.h"
 
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"

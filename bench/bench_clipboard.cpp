@@ -6,6 +6,7 @@
 // loading the same buttons from the .ui file Qt's form writer saves.
 #include "qorbench.h"
 
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"

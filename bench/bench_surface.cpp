@@ -5,8 +5,9 @@
 // beside the plain widget work a user would see the same change from.
 #include "qorbench.h"
 
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 
 #include <QApplication>

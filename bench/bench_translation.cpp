@@ -9,6 +9,7 @@
 
 #include "inspector/qorinspector.h"
 #include "inspector/qortransinspector.h"
+#include "translation/qortranscache_p.h"
 #include "translation/qortransutils.h"
 
 #include <QFile>

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignconsole.h"
 
+#include "console/qordesignintfimpls.h"
 #include "designer/qordesigner.h"
+#include "designer/qormanager.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "foundation/vhosysutils.h"
-
+#include "inspector/qorinspector.h"
 
 IQorCompTreeView::~IQorCompTreeView() = default;
 IQorCompPallete::~IQorCompPallete() = default;
@@ -38,15 +40,25 @@ void TQorDesignCenter::ReleaseAllElements()
 
 IQorCompTreeView *TQorDesignCenter::treeView() const
 {
-    return dynamic_cast<IQorCompTreeView *>(m_compTreeView.data());
+    return qobject_cast<IQorCompTreeView *>(m_compTreeView.data());
 }
 
 IQorCompPallete *TQorDesignCenter::pallete() const
 {
-    return dynamic_cast<IQorCompPallete *>(m_compPalleteToolBar.data());
+    return qobject_cast<IQorCompPallete *>(m_compPalleteToolBar.data());
 }
 
 // ---- Links --------------------------------------------------------------
+
+TQorDesignManager *TQorDesignCenter::DesignManager() const
+{
+    return m_designManager;
+}
+
+TVhoObjInspector *TQorDesignCenter::ObjInspector() const
+{
+    return m_objInspector;
+}
 
 void TQorDesignCenter::SetDesignManager(TQorDesignManager *Manager)
 {
@@ -85,7 +97,7 @@ void TQorDesignCenter::SetObjInspector(TVhoObjInspector *Inspector)
 
 void TQorDesignCenter::SetCompTreeView(QWidget *TreeView)
 {
-    if (TreeView && !dynamic_cast<IQorCompTreeView *>(TreeView)) {
+    if (TreeView && !qobject_cast<IQorCompTreeView *>(TreeView)) {
         qCInfo(lcQorConsole).noquote() << "Component tree view not taken:" << TreeView->objectName()
                                        << "does not implement the tree view's interface";
         return;
@@ -102,7 +114,7 @@ void TQorDesignCenter::SetCompTreeView(QWidget *TreeView)
 
 void TQorDesignCenter::SetCompPalleteToolBar(QObject *Pallete)
 {
-    if (Pallete && !dynamic_cast<IQorCompPallete *>(Pallete)) {
+    if (Pallete && !qobject_cast<IQorCompPallete *>(Pallete)) {
         qCInfo(lcQorConsole).noquote() << "Component palette not taken:" << Pallete->objectName()
                                        << "does not implement the palette's interface";
         return;
@@ -114,10 +126,10 @@ void TQorDesignCenter::SetDesignPopupMenu(QMenu *Menu)
 {
     if (Menu == m_designPopupMenu)
         return;
-    if (auto *old = dynamic_cast<IQorCenterPopupMenu *>(m_designPopupMenu.data()))
+    if (auto *old = qobject_cast<IQorCenterPopupMenu *>(m_designPopupMenu.data()))
         old->SetConsoleCenter(nullptr);
     m_designPopupMenu = Menu;
-    if (auto *menu = dynamic_cast<IQorCenterPopupMenu *>(Menu))
+    if (auto *menu = qobject_cast<IQorCenterPopupMenu *>(Menu))
         menu->SetConsoleCenter(this);
     NotifyDesignPopupMenuChanged();
 }
@@ -225,7 +237,7 @@ void TQorDesignCenter::DesignerSelCompChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (IQorCompTreeView *tree = treeView())
         tree->SetSelectedComps(m_selectedComps);
-    emit OnCompsChange(this);
+    Q_EMIT OnCompsChange(this);
 }
 
 void TQorDesignCenter::CompTreeSelCompChanged()
@@ -252,14 +264,14 @@ void TQorDesignCenter::DesignerSelCompMoved()
 {
     if (m_objInspector)
         m_objInspector->RefreshValues();
-    emit OnControlsMoved(this);
+    Q_EMIT OnControlsMoved(this);
 }
 
 void TQorDesignCenter::InspectorPropChanged()
 {
     if (m_designManager)
         m_designManager->RefreshSizers();
-    emit OnInspectorPropChange(this);
+    Q_EMIT OnInspectorPropChange(this);
 }
 
 void TQorDesignCenter::CompTreeNodeNameChanged()
@@ -283,7 +295,7 @@ void TQorDesignCenter::DesignStageCompsModified(QObject *Component, TQorCompOper
 void TQorDesignCenter::DynCompCreated(QObject *Component)
 {
     PalleteSelCompDynCreated();
-    emit AfterDynInsComponent(this, Component);
+    Q_EMIT AfterDynInsComponent(this, Component);
 }
 
 void TQorDesignCenter::PalleteSelCompDynCreated()

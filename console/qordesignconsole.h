@@ -9,11 +9,11 @@
 
 #include "qordesign_export.h"
 
-#include "console/qordesignintfimpls.h"
+#include "console/qorconsoleintf.h"
+#include "designer/qordesigner.h"
 #include "designer/qordesignintf.h"
-#include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
-#include "inspector/qorinspector.h"
+#include "inspector/qorinspectorintf.h"
 
 #include <QMenu>
 #include <QObject>
@@ -22,7 +22,9 @@
 #include <initializer_list>
 #include <memory>
 
-class TQorDesignCenter;
+class TQorDesignManager;
+class TQorFormDesigner;
+class TVhoObjInspector;
 
 // The elements the center refreshes, in the order it refreshes them.
 enum TDesignElement { deDesignManager, deCompTreeView, deObjInspector };
@@ -43,49 +45,13 @@ private:
     unsigned m_bits = 0;
 };
 
-// What the center needs of a component tree view. The tree reports its
-// own selection changes to the center (CompTreeSelCompChanged) and never
-// to the other elements.
-class QORDESIGN_EXPORT IQorCompTreeView
-{
-public:
-    virtual ~IQorCompTreeView();
-
-    virtual void SetConsoleCenter(TQorDesignCenter *Center) = 0;
-    // The components the tree shows selected.
-    virtual TComponentList SelectedComps() const = 0;
-    virtual void SetSelectedComps(const TComponentList &List) = 0;
-    virtual void Refresh() = 0;
-    virtual bool Dirty() const = 0;
-    virtual void SetDirty(bool Value) = 0;
-    virtual void SetPopupMenu(QMenu *Menu) = 0;
-};
-
-// What the center needs of a component palette.
-class QORDESIGN_EXPORT IQorCompPallete
-{
-public:
-    virtual ~IQorCompPallete();
-
-    // The class chosen for insertion; null for the arrow.
-    virtual const QMetaObject *GetCurrClass() const = 0;
-    // Drops the choice: the palette goes back to the arrow.
-    virtual void DeselectComps() = 0;
-};
-
-// A design popup menu that wants to know the center it serves.
-class QORDESIGN_EXPORT IQorCenterPopupMenu
-{
-public:
-    virtual ~IQorCenterPopupMenu();
-
-    virtual void SetConsoleCenter(TQorDesignCenter *Center) = 0;
-};
-
 class QORDESIGN_EXPORT TQorDesignCenter : public QObject, public IQorDesignCenter, public IQorInspectorCenter
 {
     Q_OBJECT
+    Q_INTERFACES(IQorDesignCenter IQorInspectorCenter)
     Q_CLASSINFO("QorDesignObject", "true")
+    Q_MOC_INCLUDE("designer/qormanager.h")
+    Q_MOC_INCLUDE("inspector/qorinspector.h")
     Q_PROPERTY(bool Enabled READ GetEnabled WRITE SetEnabled)
     Q_PROPERTY(bool PersistEnabled READ PersistEnabled WRITE SetPersistEnabled)
     Q_PROPERTY(TVhoObjInspector *ObjInspector READ ObjInspector WRITE SetObjInspector)
@@ -104,9 +70,9 @@ public:
     // Each setter does nothing when the reference does not change. The
     // center holds its elements weakly: an element that is destroyed is
     // dropped from its link.
-    TQorDesignManager *DesignManager() const { return m_designManager; }
+    TQorDesignManager *DesignManager() const;
     void SetDesignManager(TQorDesignManager *Manager);
-    TVhoObjInspector *ObjInspector() const { return m_objInspector; }
+    TVhoObjInspector *ObjInspector() const;
     void SetObjInspector(TVhoObjInspector *Inspector);
     // A widget that implements IQorCompTreeView; other widgets are refused.
     QWidget *CompTreeView() const { return m_compTreeView; }
@@ -197,7 +163,7 @@ public:
     bool GetDirty() const;
     void SetDirty(bool Value) override;
 
-signals:
+Q_SIGNALS:
     // The design manager changed the selection.
     void OnCompsChange(QObject *Sender);
     // The design manager moved, resized or aligned the selection.

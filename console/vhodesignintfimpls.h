@@ -18,6 +18,7 @@
 class QORDESIGN_EXPORT TVhoDesigner : public QObject, public IDesigner
 {
     Q_OBJECT
+    Q_INTERFACES(IDesigner)
     Q_PROPERTY(bool IsDormant READ GetIsDormant)
     Q_PROPERTY(QWidget *DesignStage READ GetDesignStage WRITE SetDesignStage)
     Q_PROPERTY(TQorDesignManager *Designer READ Designer WRITE SetDesigner)

@@ -34,7 +34,7 @@ int main(int argc, char **argv)
         TQorDesignManager *manager = window.designManager();
         for (const char *name : {"LineEdit1", "CheckBox1", "ComboBox1"}) {
             if (auto *w = window.stage()->findChild<QWidget *>(QLatin1String(name)))
-                manager->SelectControl(w, QPoint(-1, -1), csmAdd, true, false);
+                manager->SelectControl(w, QPoint(-1, -1), QorDesigner::csmAdd, true, false);
         }
         const QString file = parser.value(screenshot);
         // Once the window has been laid out and painted.

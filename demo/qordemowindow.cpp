@@ -42,6 +42,9 @@
 
 #include <algorithm>
 
+// The arrange commands name their styles unqualified.
+using namespace QorDesigner;
+
 namespace {
 
 template<class T>
@@ -59,6 +62,9 @@ T *place(T *widget, const char *name, const QRect &geometry)
 // the center; the center's selection shows here without echo.
 class QorDemoWindow::DemoTree final : public QTreeWidget, public IQorCompTreeView
 {
+    Q_OBJECT
+    Q_INTERFACES(IQorCompTreeView)
+
 public:
     DemoTree(QorDemoWindow *Window, QWidget *Parent)
         : QTreeWidget(Parent)
@@ -163,6 +169,9 @@ private:
 // back to choosing nothing.
 class QorDemoWindow::DemoPalette final : public QObject, public IQorCompPallete
 {
+    Q_OBJECT
+    Q_INTERFACES(IQorCompPallete)
+
 public:
     DemoPalette(QListWidget *List)
         : QObject(List)
@@ -438,8 +447,8 @@ QString QorDemoWindow::dictionaryFile()
     // Beside the program in the build tree, else where it is installed or
     // kept in the sources.
     const QString dir = QCoreApplication::applicationDirPath();
-    for (const QString &candidate : {dir + QStringLiteral("/../dict/qordesign-zh.sqlite"),
-                                     dir + QStringLiteral("/../share/QorDesign/dict/qordesign-zh.sqlite"),
+    for (const QString &candidate : {QString(dir + QStringLiteral("/../dict/qordesign-zh.sqlite")),
+                                     QString(dir + QStringLiteral("/../share/QorDesign/dict/qordesign-zh.sqlite")),
                                      QStringLiteral(QORDESIGN_SOURCE_DICT)}) {
         if (QFileInfo(candidate).isFile())
             return QFileInfo(candidate).absoluteFilePath();
@@ -491,5 +500,7 @@ void QorDemoWindow::fillComponentTree()
             m_tree->resizeColumnToContents(column);
     }
     static_cast<DemoTree *>(m_tree)->SetSelectedComps(selected);
-    emit componentTreeRebuilt();
+    Q_EMIT componentTreeRebuilt();
 }
+
+#include "qordemowindow.moc"

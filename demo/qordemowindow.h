@@ -57,7 +57,7 @@ public:
     // Grows the stage to hold every control on it (it never shrinks).
     void fitStageToControls();
 
-signals:
+Q_SIGNALS:
     // The component tree was built anew from the stage.
     void componentTreeRebuilt();
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qordesigner.h"
+#include "designer/qordesigner_p.h"
 
 #include "foundation/qorcomponents.h"
 

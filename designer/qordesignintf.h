@@ -9,6 +9,8 @@
 
 #include "foundation/qorcomponents.h"
 
+#include <QtPlugin>
+
 class QObject;
 class QWidget;
 struct QMetaObject;
@@ -18,6 +20,8 @@ enum class TQorCompOperation { opInsert, opRemove };
 
 class QORDESIGN_EXPORT IQorDesignCenter
 {
+    Q_DISABLE_COPY_MOVE(IQorDesignCenter)
+
 public:
     virtual ~IQorDesignCenter();
 
@@ -39,13 +43,23 @@ public:
     virtual void DelSelCtrls() = 0;
     // The stacking order of controls changed: the component tree follows.
     virtual void RefreshCompTree() = 0;
+
+protected:
+    IQorDesignCenter() = default;
 };
+Q_DECLARE_INTERFACE(IQorDesignCenter, "org.qordesign.IQorDesignCenter/1.0")
 
 class QORDESIGN_EXPORT IQorObjInspector
 {
+    Q_DISABLE_COPY_MOVE(IQorObjInspector)
+
 public:
     virtual ~IQorObjInspector();
 
     // The components the inspector shows from now on.
     virtual void SetActiveComponents(const TComponentList &Components) = 0;
+
+protected:
+    IQorObjInspector() = default;
 };
+Q_DECLARE_INTERFACE(IQorObjInspector, "org.qordesign.IQorObjInspector/1.0")

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "designer/qormanager.h"
 
-#include "designer/qorproxies.h"
+#include "designer/qorproxies_p.h"
 #include "designer/qorrunlater_p.h"
+#include "designer/qordesigngrid_p.h"
+#include "designer/qorrubberband_p.h"
 #include "designer/qorstage.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/vhosysutils.h"
@@ -75,7 +77,7 @@ void TQorDesignManager::SetIsDesigning(bool Value)
         InitDesigning();
     else
         DoneDesigning();
-    emit IsDesigningChanged(Value);
+    Q_EMIT IsDesigningChanged(Value);
 }
 
 void TQorDesignManager::SetDesignStage(QWidget *Stage)
@@ -216,7 +218,7 @@ void TQorDesignManager::stageDestroyed()
     // them without touching them.
     m_isDesigning = false;
     DoneDesigning();
-    emit IsDesigningChanged(false);
+    Q_EMIT IsDesigningChanged(false);
 }
 
 void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Operation)
@@ -443,7 +445,7 @@ void TQorDesignManager::notifyCenterSelection()
     else
         // Without a center to pass it on, the inspector hears of it here.
         NotifyObjInspector();
-    emit SelectionChanged();
+    Q_EMIT SelectionChanged();
 }
 
 void TQorDesignManager::SelectControlInRect(const QRect &Rect, TControlSelectMode Mode)
@@ -650,7 +652,7 @@ void TQorDesignManager::checkMoved()
     if (m_destroying)
         return;
     if (signal)
-        emit OnControlsMoved(this);
+        Q_EMIT OnControlsMoved(this);
     if (m_consoleCenter)
         m_consoleCenter->DesignerSelCompMoved();
 }
@@ -659,7 +661,7 @@ void TQorDesignManager::SizersModified()
 {
     m_dirty = true;
     FillSelectedComps();
-    emit OnCompsChange(this);
+    Q_EMIT OnCompsChange(this);
     if (m_consoleCenter) {
         m_consoleCenter->DesignerSelCompChanged();
         m_consoleCenter->SetDirty(true);
@@ -713,7 +715,7 @@ void TQorDesignManager::EnvokeStageMouseMove(QWidget *Control, Qt::KeyboardModif
     }
     if (OnStageMouseMoveHandler)
         OnStageMouseMoveHandler(this, Control, Shift, at.x(), at.y());
-    emit OnStageMouseMove(this, Control, Shift, at.x(), at.y());
+    Q_EMIT OnStageMouseMove(this, Control, Shift, at.x(), at.y());
 }
 
 // ---- Insertion ---------------------------------------------------------
@@ -733,7 +735,7 @@ void TQorDesignManager::DynInsCompDone(QObject *Component)
     if (Component) {
         if (OnDynInsComponentHandler)
             OnDynInsComponentHandler(this, Component);
-        emit OnDynInsComponent(this, Component);
+        Q_EMIT OnDynInsComponent(this, Component);
     }
     if (m_consoleCenter)
         m_consoleCenter->DynCompCreated(Component);

@@ -213,7 +213,7 @@ public:
     void GetStagePicture(QPixmap &Picture);
     void PrintStage();
 
-signals:
+Q_SIGNALS:
     void OnStageMouseMove(QObject *Sender, QWidget *Control, Qt::KeyboardModifiers Shift, int X, int Y);
     void OnCompsChange(QObject *Sender);
     void OnControlsMoved(QObject *Sender);

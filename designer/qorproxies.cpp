@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "designer/qorproxies.h"
+#include "designer/qorproxies_p.h"
 
 #include "designer/qormanager.h"
 #include "designer/qorstage.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorlogging_p.h"
@@ -905,7 +905,7 @@ void TQorDesignStageProxy::ProxyMouseUp(TMessage &Message)
     if (Message.Msg == WM_RBUTTONUP && m_designManager && m_designManager->DesignPopupMenu() && m_control) {
         const QPoint global = m_control->mapToGlobal(LParamToPoint(Message.LParam));
         QMenu *menu = m_designManager->DesignPopupMenu();
-        emit m_designManager->OnDesignPopup(menu, m_control, global);
+        Q_EMIT m_designManager->OnDesignPopup(menu, m_control, global);
         menu->popup(global);
     }
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 
 #include "designer/qormanager.h"
-#include "designer/qorproxies.h"
+#include "designer/qorproxies_p.h"
 #include "designer/qorrunlater_p.h"
 #include "foundation/qorcomponents.h"
 #include "translation/qortransutils.h"
@@ -773,7 +773,7 @@ void TQorSizer::WMRButtonUp(const QPoint &GlobalPos)
     if (!m_popupMenu)
         return;
     if (m_sizerList && m_sizerList->DesignManager())
-        emit m_sizerList->DesignManager()->OnDesignPopup(m_popupMenu, m_control, GlobalPos);
+        Q_EMIT m_sizerList->DesignManager()->OnDesignPopup(m_popupMenu, m_control, GlobalPos);
     m_popupMenu->popup(GlobalPos);
 }
 

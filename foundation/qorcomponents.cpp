@@ -149,7 +149,7 @@ OwnerData *ownerData(const QObject *owner, bool create)
 void notifyRemoved(OwnerData *data, QObject *component)
 {
     if (data->notifier)
-        emit data->notifier->ComponentRemoved(component);
+        Q_EMIT data->notifier->ComponentRemoved(component);
 }
 
 // Takes a component out of its owner's list (its QObject parent stays).
@@ -314,7 +314,7 @@ void InsertComponent(QObject *Owner, QObject *Component)
     if (!Component->isWidgetType() && Component->parent() != Owner)
         Component->setParent(Owner);
     if (data->notifier)
-        emit data->notifier->ComponentInserted(Component);
+        Q_EMIT data->notifier->ComponentInserted(Component);
 }
 
 void RemoveComponent(QObject *Owner, QObject *Component)

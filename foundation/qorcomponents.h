@@ -27,7 +27,7 @@ public:
 
     QObject *owner() const { return m_owner; }
 
-signals:
+Q_SIGNALS:
     // After the component joined the owner's list (at its end).
     void ComponentInserted(QObject *Component);
     // After the component left the owner's list: removed, given to another

@@ -2,7 +2,8 @@
 #include "foundation/qortypinfo.h"
 
 #include "foundation/qorerror.h"
-#include "foundation/qorvaluetypes.h"
+#include "foundation/qorvaluetypes_p.h"
+#include "foundation/vhortti_p.h"
 
 #include <QCursor>
 #include <QHash>

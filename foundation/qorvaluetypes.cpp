@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "foundation/qorvaluetypes.h"
+#include "foundation/qorvaluetypes_p.h"
 
 namespace {
 

@@ -3,7 +3,8 @@
 
 #include "foundation/qorerror.h"
 #include "foundation/qortypinfo.h"
-#include "foundation/qorvaluetypes.h"
+#include "foundation/qorvaluetypes_p.h"
+#include "foundation/vhortti_p.h"
 
 #include <QColor>
 #include <QCursor>

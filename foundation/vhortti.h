@@ -52,7 +52,6 @@ Q_ENUM_NS(TTypeKind)
 } // namespace VhoRTTI
 
 using VhoRTTI::TTypeKind;
-using enum VhoRTTI::TTypeKind;
 
 // A set of type kinds.
 class QORDESIGN_EXPORT TTypeKinds
@@ -68,7 +67,7 @@ public:
     static constexpr TTypeKinds all()
     {
         TTypeKinds kinds;
-        kinds.m_bits = (quint32(1) << (int(tkDynArray) + 1)) - 1;
+        kinds.m_bits = (quint32(1) << (int(VhoRTTI::tkDynArray) + 1)) - 1;
         return kinds;
     }
     constexpr bool contains(TTypeKind kind) const { return (m_bits & bit(kind)) != 0; }
@@ -110,7 +109,7 @@ using PTypeData = const TTypeData *;
 // process, so pointers to them can be compared and kept.
 struct TTypeInfo
 {
-    TTypeKind Kind = tkUnknown;
+    TTypeKind Kind = VhoRTTI::tkUnknown;
     QString Name;
     // The Qt type of values of this type; invalid for classes and methods.
     QMetaType MetaType;

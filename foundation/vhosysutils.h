@@ -18,6 +18,7 @@
 #include <QChar>
 #include <QList>
 #include <QString>
+#include <QtPlugin>
 
 class QObject;
 class QWidget;
@@ -29,12 +30,18 @@ struct QMetaObject;
 // name.
 class QORDESIGN_EXPORT IQorClassLabels
 {
+    Q_DISABLE_COPY_MOVE(IQorClassLabels)
+
 public:
     virtual ~IQorClassLabels() = default;
     // The translated label of a non-null class, or its class name when it
     // has none.
     virtual QString ClassLabel(const QMetaObject *AClass) const = 0;
+
+protected:
+    IQorClassLabels() = default;
 };
+Q_DECLARE_INTERFACE(IQorClassLabels, "org.qordesign.IQorClassLabels/1.0")
 
 // Installs Labels (null: none) and answers the one it replaces. The object
 // stays the caller's and must outlive its use.

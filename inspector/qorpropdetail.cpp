@@ -4,6 +4,7 @@
 #include "foundation/qortypinfo.h"
 #include "foundation/vhosysutils.h"
 #include "translation/objtranslate.h"
+#include "foundation/vhortti_p.h"
 
 #include <QHash>
 #include <QVarLengthArray>

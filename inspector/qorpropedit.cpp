@@ -3,6 +3,7 @@
 
 #include "foundation/qortypinfo.h"
 #include "inspector/qorpropdetail.h"
+#include "foundation/vhortti_p.h"
 
 #include <QHash>
 #include <QPointer>

@@ -6,6 +6,7 @@
 #include "foundation/qortypinfo.h"
 #include "foundation/vhosysutils.h"
 #include "inspector/qorinspector.h"
+#include "foundation/vhortti_p.h"
 
 #include <QVarLengthArray>
 #include <QWidget>

@@ -48,7 +48,7 @@ void TValueListStrings::SetStrings(int Index, const QString &S)
     if (Updating())
         m_changedWhileUpdating = true;
     else
-        emit LineChanged(Index);
+        Q_EMIT LineChanged(Index);
 }
 
 QString TValueListStrings::Names(int Index) const
@@ -140,7 +140,7 @@ void TValueListStrings::EndUpdate()
         return;
     if (--m_updateCount == 0 && m_changedWhileUpdating) {
         m_changedWhileUpdating = false;
-        emit Changed();
+        Q_EMIT Changed();
     }
 }
 
@@ -149,5 +149,5 @@ void TValueListStrings::changed()
     if (Updating())
         m_changedWhileUpdating = true;
     else
-        emit Changed();
+        Q_EMIT Changed();
 }

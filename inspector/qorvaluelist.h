@@ -75,7 +75,7 @@ public:
     void EndUpdate();
     bool Updating() const { return m_updateCount > 0; }
 
-signals:
+Q_SIGNALS:
     // Lines were added, removed or replaced.
     void Changed();
     // One line's text changed (outside an update).

@@ -18,8 +18,8 @@ for arg in "$@"; do
 done
 
 mkdir -p "$BUILD"
-cmake -S . -B "$BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQORDESIGN_SANITIZE=ON \
-  -DQORDESIGN_BUILD_TESTS=ON -DQORDESIGN_BUILD_DEMO=ON -DQORDESIGN_BUILD_BENCH=ON >"$BUILD.configure.log" 2>&1 \
+# The sanitizer preset of CMakePresets.json, in BUILD.
+cmake --preset asan -B "$BUILD" >"$BUILD.configure.log" 2>&1 \
   || { cat "$BUILD.configure.log"; echo "0 passed, 1 failed, 0 skipped"; exit 1; }
 if ! ninja -C "$BUILD" >"$BUILD.build.log" 2>&1; then
   grep -E "error|FAILED" -A5 "$BUILD.build.log" | head -n 60

@@ -69,7 +69,9 @@ Result readCsv(const QByteArray &Bytes)
         fieldStarted = false;
         if (!(fields.size() == 1 && fields.first().isEmpty())) {
             if (header) {
-                if (fields != QStringList({"TranTypeKind", "TypeName", "Indent", "CnLabel"}))
+                if (fields
+                    != QStringList({QStringLiteral("TranTypeKind"), QStringLiteral("TypeName"),
+                                    QStringLiteral("Indent"), QStringLiteral("CnLabel")}))
                     result.problems.append(
                         {recordLine, QStringLiteral("the header must be TranTypeKind,TypeName,Indent,CnLabel")});
                 header = false;

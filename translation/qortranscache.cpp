@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "translation/qortranscache.h"
+#include "translation/qortranscache_p.h"
 
 #include "foundation/qorerror.h"
 

@@ -3,6 +3,8 @@
 
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
+#include "translation/qortranscache_p.h"
+#include "foundation/vhortti_p.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -16,7 +16,6 @@
 
 #include "foundation/vhortti.h"
 #include "foundation/vhosysutils.h"
-#include "translation/qortranscache.h"
 
 #include <QString>
 
@@ -24,7 +23,15 @@
 #include <memory>
 
 class QObject;
+class TQorTransCache;
 struct QMetaObject;
+
+// What a dictionary identifier is.
+enum TTransTypeKind { ttkEnum, ttkSet, ttkClass, ttkClassValue, ttkPropName, ttkCompName, ttkEvent };
+
+// The dictionary's text of each kind: "ENUM", "SET", "CLASS", "CLASSVALUE",
+// "PROPNAME", "COMPNAME", "EVENT".
+QORDESIGN_EXPORT QString TransTypeKindStrs(TTransTypeKind Kind);
 
 // What an inspector text is: a property's name or its value.
 enum TTransRole { trPropName, trPropValue };

@@ -2,10 +2,11 @@
 // Component editors: the registry's choice, the page verbs on a designed
 // stage (a new page owned, named and selectable), the items of item views
 // and combo boxes, and a real double click opening the items dialog.
+#include "designer/qordesigner_p.h"
 #include "console/qorcompeditors.h"
 #include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
@@ -73,16 +74,16 @@ QStringList verbs(const TComponentEditorRef &editor)
 
 } // namespace
 
-class tst_QorCompEditors : public QObject
+class tst_QorCompEditors : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+private Q_SLOTS:
+    void initTestCase() { RealInputTestCase::initTestCase(); }
     void cleanup()
     {
         UnregisterComponentEditors(&FancyTabs::staticMetaObject);
-        QorGuiTest::endRealInputTest();
+        RealInputTestCase::cleanup();
     }
 
     void theNearestRegisteredClassGivesTheEditor()
@@ -91,17 +92,18 @@ private slots:
         FancyTabs fancy;
         QPushButton button;
         QCOMPARE(verbs(GetComponentEditor(&tabs, nullptr)),
-                 QStringList({"Add Page", "Delete Page", "Next Page", "Previous Page"}));
+                 QStringList({QStringLiteral("Add Page"), QStringLiteral("Delete Page"), QStringLiteral("Next Page"),
+                              QStringLiteral("Previous Page")}));
         QCOMPARE(verbs(GetComponentEditor(&fancy, nullptr)).size(), 4);
         RegisterComponentEditor<FancyEditor>(&FancyTabs::staticMetaObject);
-        QCOMPARE(verbs(GetComponentEditor(&fancy, nullptr)), QStringList({"Fancy"}));
+        QCOMPARE(verbs(GetComponentEditor(&fancy, nullptr)), QStringList({QStringLiteral("Fancy")}));
         QCOMPARE(verbs(GetComponentEditor(&tabs, nullptr)).size(), 4);
         UnregisterComponentEditors(&FancyTabs::staticMetaObject);
         QCOMPARE(verbs(GetComponentEditor(&fancy, nullptr)).size(), 4);
         QCOMPARE(GetComponentEditor(&button, nullptr)->GetVerbCount(), 0);
         QCOMPARE(GetComponentEditor(nullptr, nullptr), nullptr);
         QListWidget list;
-        QCOMPARE(verbs(GetComponentEditor(&list, nullptr)), QStringList({"Edit Items..."}));
+        QCOMPARE(verbs(GetComponentEditor(&list, nullptr)), QStringList({QStringLiteral("Edit Items...")}));
     }
 
     void aNewPageIsOwnedNamedAndSelectable()

@@ -3,9 +3,11 @@
 // change between the design manager, the inspector and the tree, the
 // clipboard and deletion commands on the shared selection, the dirty flag,
 // and the three selection lists kept equal through all of it.
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
+#include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorstream.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -30,6 +32,9 @@ namespace {
 // A tree view that only records what the center asks of it.
 class RecordingTree : public QWidget, public IQorCompTreeView
 {
+    Q_OBJECT
+    Q_INTERFACES(IQorCompTreeView)
+
 public:
     void SetConsoleCenter(TQorDesignCenter *Center) override { center = Center; }
     TComponentList SelectedComps() const override { return selected; }
@@ -53,6 +58,9 @@ public:
 
 class RecordingPallete : public QObject, public IQorCompPallete
 {
+    Q_OBJECT
+    Q_INTERFACES(IQorCompPallete)
+
 public:
     const QMetaObject *GetCurrClass() const override { return chosen; }
     void DeselectComps() override { chosen = nullptr; }
@@ -62,6 +70,9 @@ public:
 
 class CenterMenu : public QMenu, public IQorCenterPopupMenu
 {
+    Q_OBJECT
+    Q_INTERFACES(IQorCenterPopupMenu)
+
 public:
     void SetConsoleCenter(TQorDesignCenter *Center) override { center = Center; }
     TQorDesignCenter *center = nullptr;
@@ -202,17 +213,11 @@ bool nothingHalfMade(QWidget *Stage)
 
 } // namespace
 
-class tst_QorDesignCenter : public QObject
+class tst_QorDesignCenter : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // Edge cases worth testing
 
     void linkingTheSameDesignManagerTwiceNotifiesOnce()

@@ -2,9 +2,10 @@
 // The run-time designer: the selection, names and components through the
 // design manager, creating a component on the stage, the clipboard
 // commands, and the answers that stand for what has no counterpart.
+#include "designer/qordesigner_p.h"
 #include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
@@ -47,7 +48,7 @@ class tst_QorDesignerImpl : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
     // Edge cases worth testing

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The demo designer's window: its areas, the stage's widgets and the
 // components the stage owns, shown in the component tree.
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
@@ -50,17 +51,11 @@ int lineOf(TQorObjInspector *inspector, const QString &name)
 
 } // namespace
 
-class tst_Demo : public QObject
+class tst_Demo : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     void theWindowHasAreasForPaletteTreeAndInspector()
     {
         QorDemoWindow window;
@@ -68,7 +63,8 @@ private slots:
         for (QDockWidget *dock : window.findChildren<QDockWidget *>())
             docks << dock->windowTitle();
         docks.sort();
-        QCOMPARE(docks, QStringList({"Components", "Inspector", "Palette"}));
+        QCOMPARE(docks,
+                 QStringList({QStringLiteral("Components"), QStringLiteral("Inspector"), QStringLiteral("Palette")}));
         QVERIFY(window.paletteList()->count() >= 30);
         QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
     }
@@ -79,9 +75,11 @@ private slots:
         QStringList names;
         for (QObject *c : ComponentList(window.stage()))
             names << c->objectName();
-        QCOMPARE(names, QStringList({"GroupBox1", "Label1", "Button1", "LineEdit1", "CheckBox1",
-                                     "ComboBox1", "SpinBox1", "TextEdit1", "TabWidget1",
-                                     "TabPage1", "Button2", "TabPage2"}));
+        QCOMPARE(names,
+                 QStringList({QStringLiteral("GroupBox1"), QStringLiteral("Label1"), QStringLiteral("Button1"),
+                              QStringLiteral("LineEdit1"), QStringLiteral("CheckBox1"), QStringLiteral("ComboBox1"),
+                              QStringLiteral("SpinBox1"), QStringLiteral("TextEdit1"), QStringLiteral("TabWidget1"),
+                              QStringLiteral("TabPage1"), QStringLiteral("Button2"), QStringLiteral("TabPage2")}));
         auto *group = window.stage()->findChild<QGroupBox *>(QStringLiteral("GroupBox1"));
         QVERIFY(group);
         QCOMPARE(window.stage()->findChild<QPushButton *>(QStringLiteral("Button1"))->parentWidget(), group);

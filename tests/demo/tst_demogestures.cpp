@@ -2,9 +2,10 @@
 // The demo designer used as a user uses it, with real input: the keys of a
 // selection however it was made, controls the user cannot see, the stage's
 // own handles, and what the palette and the arrange commands leave behind.
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
@@ -125,17 +126,11 @@ void addSelectionRows()
 
 Q_DECLARE_METATYPE(SelectBy)
 
-class tst_DemoGestures : public QObject
+class tst_DemoGestures : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // ---- Keys of a selection ----
 
     void ctrlArrowsMoveEverySelectedControl_data() { addSelectionRows(); }

@@ -5,6 +5,7 @@
 // sizers', the manager's and the surface's tests.
 #pragma once
 
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
 #include "harness/qorguitest.h"
 

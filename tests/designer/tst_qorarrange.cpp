@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Arranging the selection: aligning to the box around it or to the
 // parent, spreading edges, making sizes equal, scaling and flipping.
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
 #include "harness/qorguitest.h"
@@ -57,7 +58,7 @@ class tst_QorArrange : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
     // Edge cases worth testing

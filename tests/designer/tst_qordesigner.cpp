@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The design messages and the definitions the design surface shares.
+#include "designer/qordesigner_p.h"
 #include "designer/qordesigner.h"
 
 #include <QFrame>
@@ -105,7 +106,7 @@ class tst_QorDesigner : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     // Edge cases worth testing
     void pointOnTheRightOrBottomEdgeIsInside()
     {
@@ -216,18 +217,24 @@ private slots:
 
     void enumerationValuesAreInOrder()
     {
-        QCOMPARE(keysOf<TQorSizerMode>(), QStringList({"smSingle", "smMulti", "smConceal", "smNone"}));
+        QCOMPARE(keysOf<TQorSizerMode>(),
+                 QStringList({QStringLiteral("smSingle"), QStringLiteral("smMulti"), QStringLiteral("smConceal"),
+                              QStringLiteral("smNone")}));
         QCOMPARE(keysOf<TQorStageSizerMode>(),
-                 QStringList({"ssmNormal", "ssmFixed", "ssmFixedTopLeft"}));
+                 QStringList(
+                     {QStringLiteral("ssmNormal"), QStringLiteral("ssmFixed"), QStringLiteral("ssmFixedTopLeft")}));
         QCOMPARE(keysOf<TControlSelectMode>(),
-                 QStringList({"csmSelect", "csmAdd", "csmDel", "csmToggle", "csmClear"}));
-        QCOMPARE(keysOf<TFlipChildrenMode>(), QStringList({"fcSelected", "fcAll"}));
+                 QStringList({QStringLiteral("csmSelect"), QStringLiteral("csmAdd"), QStringLiteral("csmDel"),
+                              QStringLiteral("csmToggle"), QStringLiteral("csmClear")}));
+        QCOMPARE(keysOf<TFlipChildrenMode>(), QStringList({QStringLiteral("fcSelected"), QStringLiteral("fcAll")}));
         QCOMPARE(keysOf<TQorDesignAlignmentStyle>(),
-                 QStringList({"asNoChange", "asLeftOrTop", "asCenters", "asRightOrBottom",
-                              "asSpaceEqual", "asCenterInWindow"}));
+                 QStringList({QStringLiteral("asNoChange"), QStringLiteral("asLeftOrTop"), QStringLiteral("asCenters"),
+                              QStringLiteral("asRightOrBottom"), QStringLiteral("asSpaceEqual"),
+                              QStringLiteral("asCenterInWindow")}));
         QCOMPARE(keysOf<TQorDesignSizeStyle>(),
-                 QStringList({"ssNoChange", "ssToSmallest", "ssToLargest", "ssCustom"}));
-        QCOMPARE(keysOf<TQorDesignScaleStyle>(), QStringList({"ssAll", "ssSelected"}));
+                 QStringList({QStringLiteral("ssNoChange"), QStringLiteral("ssToSmallest"),
+                              QStringLiteral("ssToLargest"), QStringLiteral("ssCustom")}));
+        QCOMPARE(keysOf<TQorDesignScaleStyle>(), QStringList({QStringLiteral("ssAll"), QStringLiteral("ssSelected")}));
         QCOMPARE(int(smNone), 3);
         QCOMPARE(int(csmClear), 4);
         QCOMPARE(int(asCenterInWindow), 5);

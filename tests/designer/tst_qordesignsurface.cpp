@@ -3,9 +3,12 @@
 // proxies, the sizers and the design manager together (a click that
 // selects, a drag that moves, an insertion, designing off, also in the
 // middle of a drag) and the pictures of the documentation.
+#include "designer/qordesigner_p.h"
+#include "designer/qordesigngrid_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorproxies.h"
-#include "designer/qorsizers.h"
+#include "designer/qorproxies_p.h"
+#include "designer/qorsizers_p.h"
+#include "designer/qorrubberband_p.h"
 #include "designer/qorstage.h"
 #include "designfixture.h"
 #include "foundation/qorcomponents.h"
@@ -18,18 +21,11 @@
 
 using namespace QorDesignFixture;
 
-class tst_QorDesignSurface : public QObject
+class tst_QorDesignSurface : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // ---- Selecting ----
 
     void aClickSelectsAButtonWithoutPressingIt()

@@ -3,9 +3,10 @@
 // All, the grid's sizes, the names of dropped components, printing, and
 // what a selected widget, the stage or the manager itself freed while
 // designing leaves behind.
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorproxies.h"
-#include "designer/qorsizers.h"
+#include "designer/qorproxies_p.h"
+#include "designer/qorsizers_p.h"
 #include "designfixture.h"
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
@@ -18,18 +19,11 @@
 
 using namespace QorDesignFixture;
 
-class tst_QorManager : public QObject
+class tst_QorManager : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // Edge cases worth testing
 
     void aSelectedWidgetDeletedByTheApplicationLeavesNoSizerAndNoProxy()

@@ -4,9 +4,12 @@
 // inserted where it is clicked, double and right clicks, inline editing,
 // moves reported to the stage, and designed widgets that do not act, show
 // no tool tip and keep no cursor of their own.
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorproxies.h"
-#include "designer/qorsizers.h"
+#include "designer/qorproxies_p.h"
+#include "designer/qorsizers_p.h"
+#include "designer/qordesigngrid_p.h"
+#include "designer/qorrubberband_p.h"
 #include "designer/qorstage.h"
 #include "designfixture.h"
 #include "harness/qorguitest.h"
@@ -28,18 +31,11 @@
 
 using namespace QorDesignFixture;
 
-class tst_QorProxies : public QObject
+class tst_QorProxies : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // Edge cases worth testing
 
     void destroyingAProxyDuringInlineEditingEndsTheEditingFirst()

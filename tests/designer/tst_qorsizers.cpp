@@ -3,8 +3,9 @@
 // one and for several selected controls, resizing by each handle, moving
 // the selection by a drag and by Ctrl+arrows, deleting it by the Delete
 // key, and the stage sizer around a panel stage.
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "designfixture.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
@@ -14,18 +15,11 @@
 
 using namespace QorDesignFixture;
 
-class tst_QorSizers : public QObject
+class tst_QorSizers : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // Edge cases worth testing
 
     void aSizerOverA40By20ControlIs44By24WithTheTopMiddleHandleAt19To24()

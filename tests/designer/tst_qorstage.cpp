@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The stage's small pieces: the rubber band's bounds and looks, the grid's
 // spacing, template and dots, and the ready-made stage with its sizers.
+#include "designer/qordesigner_p.h"
 #include "designer/qordesigner.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
+#include "designer/qordesigngrid_p.h"
+#include "designer/qorrubberband_p.h"
 #include "designer/qorstage.h"
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
@@ -61,17 +64,11 @@ struct StageForm
 
 } // namespace
 
-class tst_QorStage : public QObject
+class tst_QorStage : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     void aNewBandHasNoPoints()
     {
         TQorRubberBand band;

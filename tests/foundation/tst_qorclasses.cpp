@@ -33,7 +33,7 @@ class tst_QorClasses : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup()
     {
         UnRegisterClass(&RegisteredPanel::staticMetaObject);

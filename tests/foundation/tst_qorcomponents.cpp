@@ -54,7 +54,7 @@ class tst_QorComponents : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
     // A container of many changed widgets is held from repainting while
@@ -353,10 +353,12 @@ private slots:
             InsertComponent(&form, list.last());
         }
         SetComponentIndex(list.at(3), 1);
-        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"A", "D", "B", "C"}));
+        QCOMPARE(namesOf(ComponentList(&form)),
+                 QStringList({QStringLiteral("A"), QStringLiteral("D"), QStringLiteral("B"), QStringLiteral("C")}));
         QCOMPARE(ComponentIndex(list.at(1)), 2);
         SetComponentIndex(list.at(0), 99);
-        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"D", "B", "C", "A"}));
+        QCOMPARE(namesOf(ComponentList(&form)),
+                 QStringList({QStringLiteral("D"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("A")}));
         QCOMPARE(ComponentIndex(list.at(0)), 3);
     }
 
@@ -404,7 +406,8 @@ private slots:
         auto *timer = named(new QTimer(&form), "Timer1");
         QCOMPARE(AdoptNamedDescendants(&form), 5);
         QCOMPARE(namesOf(ComponentList(&form)),
-                 QStringList({"GroupBox1", "Button1", "Label1", "Button2", "Timer1"}));
+                 QStringList({QStringLiteral("GroupBox1"), QStringLiteral("Button1"), QStringLiteral("Label1"),
+                              QStringLiteral("Button2"), QStringLiteral("Timer1")}));
         QCOMPARE(timer->parent(), &form);
         // Adopting again takes nothing new.
         QCOMPARE(AdoptNamedDescendants(&form), 0);
@@ -436,8 +439,9 @@ private slots:
         // spin box's line edit and the tab bar (with its named scroll
         // buttons) are not taken.
         QCOMPARE(namesOf(ComponentList(&form)),
-                 QStringList({"SpinBox1", "TabWidget1", "Page1", "PageButton", "ScrollArea1",
-                              "ScrollArea2", "Contents", "InArea"}));
+                 QStringList({QStringLiteral("SpinBox1"), QStringLiteral("TabWidget1"), QStringLiteral("Page1"),
+                              QStringLiteral("PageButton"), QStringLiteral("ScrollArea1"),
+                              QStringLiteral("ScrollArea2"), QStringLiteral("Contents"), QStringLiteral("InArea")}));
         for (QObject *c : ComponentList(&form))
             QVERIFY(!IsInnerPart(c));
     }
@@ -449,7 +453,7 @@ private slots:
         named(new DerivedLibraryHelper, "Manager2")->setParent(&form);
         named(new QLabel(&form), "Label1");
         AdoptNamedDescendants(&form);
-        QCOMPARE(namesOf(ComponentList(&form)), QStringList({"Label1"}));
+        QCOMPARE(namesOf(ComponentList(&form)), QStringList({QStringLiteral("Label1")}));
         QVERIFY(IsQorDesignObject(OwnerNotifier(&form)));
         QVERIFY(!IsQorDesignObject(&form));
         QVERIFY(!IsQorDesignObject(nullptr));

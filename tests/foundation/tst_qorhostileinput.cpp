@@ -257,7 +257,7 @@ QByteArray withCorners(QByteArray record, qint64 x1, qint64 y1, qint64 x2, qint6
     const qsizetype at = record.indexOf(original);
     if (at < 0)
         return {};
-    record.replace(at, original.size(), be32(x1) + be32(y1) + be32(x2) + be32(y2));
+    record.replace(at, original.size(), QByteArray(be32(x1) + be32(y1) + be32(x2) + be32(y2)));
     return record;
 }
 
@@ -279,7 +279,7 @@ QString nestedUi(int depth, const QString &element)
     const QString open = element == QLatin1String("widget") ? QStringLiteral("<widget class=\"QWidget\" name=\"w\">")
                                                              : QLatin1Char('<') + element + QLatin1Char('>');
     return QStringLiteral("<?xml version=\"1.0\"?><ui version=\"4.0\">") + open.repeated(depth)
-        + (QStringLiteral("</") + element + QLatin1Char('>')).repeated(depth) + QStringLiteral("</ui>");
+        + QString(QStringLiteral("</") + element + QLatin1Char('>')).repeated(depth) + QStringLiteral("</ui>");
 }
 
 QString uiWithRect(qint64 x, qint64 width)
@@ -346,7 +346,7 @@ class tst_QorHostileInput : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void initTestCase() { m_clock.start(); }
 
     void cleanupTestCase() { qInfo("hostile input: %lld ms in all", qlonglong(m_clock.elapsed())); }
@@ -803,7 +803,8 @@ private slots:
             try {
                 back = ComponentTextToBinary(text);
             } catch (const EQorError &e) {
-                QFAIL((QorMutator::where(kSeed + 2, i, "binary to text to binary") + ": " + e.what()).constData());
+                QFAIL(
+                    QByteArray(QorMutator::where(kSeed + 2, i, "binary to text to binary") + ": " + e.what()).constData());
             }
             // Texts that are not UTF-8 come back with replacement
             // characters; everything else comes back byte for byte.
@@ -838,7 +839,7 @@ private slots:
             try {
                 ComponentBinaryToText(bytes);
             } catch (const EQorError &e) {
-                QFAIL((QorMutator::where(kSeed + 3, i, "text to binary to text") + ": " + e.what()).constData());
+                QFAIL(QByteArray(QorMutator::where(kSeed + 3, i, "text to binary to text") + ": " + e.what()).constData());
             }
         }
         qInfo("texts: %d of %d read", read, kMutations);

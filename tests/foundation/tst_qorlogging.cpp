@@ -93,7 +93,7 @@ class tst_QorLogging : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void init()
     {
         // A pasted duplicate is renamed, not dropped (which is reported too).

@@ -145,7 +145,7 @@ class tst_QorStream : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void initTestCase()
     {
         RegisterClass<TLinkWidget>();

@@ -82,7 +82,7 @@ class tst_QtDesignerExchange : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY2(RealInput::open(), "no X display with XTest");

@@ -44,7 +44,7 @@ class tst_VhoClipbrdUtils : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
     // Edge cases worth testing

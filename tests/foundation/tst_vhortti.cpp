@@ -3,8 +3,9 @@
 // enumeration information, published properties, the colour and cursor
 // rules and the fields of value types.
 #include "foundation/qorerror.h"
-#include "foundation/qorvaluetypes.h"
+#include "foundation/qorvaluetypes_p.h"
 #include "foundation/vhortti.h"
+#include "foundation/vhortti_p.h"
 
 #include <QCheckBox>
 #include <QDate>
@@ -73,13 +74,18 @@ private:
         return result;
     }
 
-private slots:
+private Q_SLOTS:
     void typeKindNamesFollowTheKindsInOrder()
     {
-        const QStringList expected = {"tkUnknown", "tkInteger", "tkChar",      "tkEnumeration", "tkFloat",
-                                      "tkString",  "tkSet",     "tkClass",     "tkMethod",      "tkWChar",
-                                      "tkLString", "tkWString", "tkVariant",   "tkArray",       "tkRecord",
-                                      "tkInterface", "tkInt64", "tkDynArray"};
+        const QStringList expected = {QStringLiteral("tkUnknown"), QStringLiteral("tkInteger"),
+                                      QStringLiteral("tkChar"),    QStringLiteral("tkEnumeration"),
+                                      QStringLiteral("tkFloat"),   QStringLiteral("tkString"),
+                                      QStringLiteral("tkSet"),     QStringLiteral("tkClass"),
+                                      QStringLiteral("tkMethod"),  QStringLiteral("tkWChar"),
+                                      QStringLiteral("tkLString"), QStringLiteral("tkWString"),
+                                      QStringLiteral("tkVariant"), QStringLiteral("tkArray"),
+                                      QStringLiteral("tkRecord"),  QStringLiteral("tkInterface"),
+                                      QStringLiteral("tkInt64"),   QStringLiteral("tkDynArray")};
         for (int kind = 0; kind < expected.size(); ++kind)
             QCOMPARE(TypeKindToString(TTypeKind(kind)), expected.at(kind));
         QCOMPARE(int(tkDynArray), 17);
@@ -131,18 +137,18 @@ private slots:
     void propertiesOfAWidgetHaveTheirKinds()
     {
         const QMetaObject *label = &QLabel::staticMetaObject;
-        PPropInfo alignment = GetPropInfo(label, "alignment");
+        PPropInfo alignment = GetPropInfo(label, QStringLiteral("alignment"));
         QVERIFY(alignment);
         QCOMPARE(alignment->PropType->Kind, tkSet);
-        QCOMPARE(alignment->PropType->Name, QString("Qt::Alignment"));
-        PPropInfo focus = GetPropInfo(label, "focusPolicy");
+        QCOMPARE(alignment->PropType->Name, QStringLiteral("Qt::Alignment"));
+        PPropInfo focus = GetPropInfo(label, QStringLiteral("focusPolicy"));
         QCOMPARE(focus->PropType->Kind, tkEnumeration);
-        QCOMPARE(focus->PropType->Name, QString("Qt::FocusPolicy"));
-        QCOMPARE(GetPropInfo(label, "text")->PropType->Kind, tkLString);
-        QCOMPARE(GetPropInfo(label, "enabled")->PropType->Name, QString("bool"));
-        QCOMPARE(GetPropInfo(label, "geometry")->PropType->Name, QString("QRect"));
-        QCOMPARE(GetPropInfo(label, "font")->PropType->Kind, tkClass);
-        PPropInfo partner = GetPropInfo(&IntValueHolder::staticMetaObject, "partner");
+        QCOMPARE(focus->PropType->Name, QStringLiteral("Qt::FocusPolicy"));
+        QCOMPARE(GetPropInfo(label, QStringLiteral("text"))->PropType->Kind, tkLString);
+        QCOMPARE(GetPropInfo(label, QStringLiteral("enabled"))->PropType->Name, QStringLiteral("bool"));
+        QCOMPARE(GetPropInfo(label, QStringLiteral("geometry"))->PropType->Name, QStringLiteral("QRect"));
+        QCOMPARE(GetPropInfo(label, QStringLiteral("font"))->PropType->Kind, tkClass);
+        PPropInfo partner = GetPropInfo(&IntValueHolder::staticMetaObject, QStringLiteral("partner"));
         QCOMPARE(partner->PropType->Kind, tkClass);
         QCOMPARE(partner->PropType, TypeInfoOf<QObject>());
     }
@@ -151,15 +157,16 @@ private slots:
     {
         QCOMPARE(TypeInfoOf<int>(), TypeInfoOfMetaType(QMetaType::fromType<int>()));
         QCOMPARE(TypeInfoOf<QPushButton>(), TypeInfoOfClass(&QPushButton::staticMetaObject));
-        QCOMPARE(GetPropInfo(&QLabel::staticMetaObject, "font")->PropType, TypeInfoOf<QFont>());
-        QCOMPARE(GetPropInfo(&QLabel::staticMetaObject, "text"), GetPropInfo(&QLabel::staticMetaObject, "text"));
+        QCOMPARE(GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("font"))->PropType, TypeInfoOf<QFont>());
+        QCOMPARE(GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("text")),
+                 GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("text")));
         QVERIFY(TypeInfoOf<int>() != TypeInfoOf<uint>());
     }
 
     void classWithoutPublishedPropertiesHasNoPropList()
     {
         PTypeInfo empty = TypeInfoOfClass(&EmptyGadget::staticMetaObject);
-        QStringList names{"stale"};
+        QStringList names{QStringLiteral("stale")};
         GetClassPropertyNames(empty, names);
         QVERIFY(names.isEmpty());
         TClassInformation info;
@@ -171,7 +178,7 @@ private slots:
 
     void rootClassHasNoParentClassNames()
     {
-        QStringList names{"stale"};
+        QStringList names{QStringLiteral("stale")};
         GetParentClassNames(GetTypeData(TypeInfoOf<QObject>()), names);
         QVERIFY(names.isEmpty());
         TClassInformation info;
@@ -184,10 +191,12 @@ private slots:
     {
         QStringList names;
         GetParentClassNames(GetTypeData(TypeInfoOf<QCheckBox>()), names);
-        QCOMPARE(names, QStringList({"QAbstractButton", "QWidget", "QObject"}));
+        QCOMPARE(names,
+                 QStringList({QStringLiteral("QAbstractButton"), QStringLiteral("QWidget"), QStringLiteral("QObject")}));
         TClassInformation info;
         info.SetPTI(TypeInfoOf<QPushButton>());
-        QCOMPARE(info.ParentClassNames(), QStringList({"QAbstractButton", "QWidget", "QObject"}));
+        QCOMPARE(info.ParentClassNames(),
+                 QStringList({QStringLiteral("QAbstractButton"), QStringLiteral("QWidget"), QStringLiteral("QObject")}));
         QCOMPARE(info.ParentClass(), &QAbstractButton::staticMetaObject);
         QCOMPARE(GetTypeData(TypeInfoOf<QPushButton>())->ParentInfo, TypeInfoOf<QAbstractButton>());
     }
@@ -204,24 +213,25 @@ private slots:
 
     void setTypesAreNotShownAsNamedValues()
     {
-        PTypeInfo alignment = GetPropInfo(&QLabel::staticMetaObject, "alignment")->PropType;
+        PTypeInfo alignment = GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("alignment"))->PropType;
         QCOMPARE(alignment->Kind, tkSet);
         QVERIFY(!TEnumInformation::IsEnumExType(alignment));
         QVERIFY(!TEnumInformation::IsEnumExType(TypeInfoOf<int>()));
         QVERIFY(!TEnumInformation::IsEnumExType(TypeInfoOf<QString>()));
         QVERIFY(!TEnumInformation::IsEnumExType(nullptr));
         QVERIFY(TEnumInformation::IsEnumExType(TypeInfoOf<bool>()));
-        QVERIFY(TEnumInformation::IsEnumExType(GetPropInfo(&QLabel::staticMetaObject, "focusPolicy")->PropType));
+        QVERIFY(TEnumInformation::IsEnumExType(
+            GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("focusPolicy"))->PropType));
     }
 
     void boolListsFalseThenTrue()
     {
         TEnumInformation info;
-        QStringList strings{"stale"};
+        QStringList strings{QStringLiteral("stale")};
         info.ListEnumValuesEx(TypeInfoOf<bool>(), strings);
-        QCOMPARE(strings, QStringList({"False", "True"}));
+        QCOMPARE(strings, QStringList({QStringLiteral("False"), QStringLiteral("True")}));
         info.SetPTI(TypeInfoOf<bool>());
-        QCOMPARE(info.EnumNames(), QStringList({"False", "True"}));
+        QCOMPARE(info.EnumNames(), QStringList({QStringLiteral("False"), QStringLiteral("True")}));
         QCOMPARE(info.MinValue(), 0);
         QCOMPARE(info.MaxValue(), 1);
     }
@@ -229,7 +239,7 @@ private slots:
     void colourNamesGoIntoTheInformationsOwnList()
     {
         TEnumInformation info;
-        QStringList strings{"stale"};
+        QStringList strings{QStringLiteral("stale")};
         info.ListEnumValuesEx(TypeInfoOf<QColor>(), strings);
         QVERIFY(strings.isEmpty());
         const int once = info.EnumNames().size();
@@ -245,12 +255,12 @@ private slots:
     void colourNamesAreQtsColoursThenTheNamedColours()
     {
         const QStringList names = ColorValueNames();
-        QCOMPARE(names.first(), QString("black"));
-        QVERIFY(!names.contains("color0"));
-        QVERIFY(!names.contains("color1"));
-        QVERIFY(names.indexOf("transparent") < names.indexOf("aliceblue"));
-        QVERIFY(names.contains("darkGray"));
-        QVERIFY(!names.contains("darkgray"));
+        QCOMPARE(names.first(), QStringLiteral("black"));
+        QVERIFY(!names.contains(QStringLiteral("color0")));
+        QVERIFY(!names.contains(QStringLiteral("color1")));
+        QVERIFY(names.indexOf(QStringLiteral("transparent")) < names.indexOf(QStringLiteral("aliceblue")));
+        QVERIFY(names.contains(QStringLiteral("darkGray")));
+        QVERIFY(!names.contains(QStringLiteral("darkgray")));
         QStringList folded;
         for (const QString &name : names) {
             QVERIFY2(!folded.contains(name.toLower()), qPrintable(name));
@@ -265,12 +275,12 @@ private slots:
         TEnumInformation info;
         info.SetPTI(TypeInfoOf<QCursor>());
         const QStringList names = info.EnumNames();
-        QCOMPARE(names.first(), QString("ArrowCursor"));
-        QVERIFY(names.contains("PointingHandCursor"));
-        QVERIFY(names.contains("DragLinkCursor"));
-        QVERIFY(!names.contains("BitmapCursor"));
-        QVERIFY(!names.contains("CustomCursor"));
-        QVERIFY(!names.contains("LastCursor"));
+        QCOMPARE(names.first(), QStringLiteral("ArrowCursor"));
+        QVERIFY(names.contains(QStringLiteral("PointingHandCursor")));
+        QVERIFY(names.contains(QStringLiteral("DragLinkCursor")));
+        QVERIFY(!names.contains(QStringLiteral("BitmapCursor")));
+        QVERIFY(!names.contains(QStringLiteral("CustomCursor")));
+        QVERIFY(!names.contains(QStringLiteral("LastCursor")));
         QCOMPARE(names.size(), int(Qt::LastCursor) + 1);
     }
 
@@ -278,7 +288,7 @@ private slots:
     {
         IntValueHolder numbers;
         TextValueHolder texts;
-        PPropInfo value = GetPropInfo(&numbers, "value");
+        PPropInfo value = GetPropInfo(&numbers, QStringLiteral("value"));
         QVERIFY(value);
         QVERIFY(!PropInfoInComps(value, {&texts}));
         QVERIFY(!PropInfoInComps(value, {&numbers, &texts}));
@@ -287,7 +297,7 @@ private slots:
 
     void sharedPropertyForNoObjectsIsShared()
     {
-        QVERIFY(PropInfoInComps(GetPropInfo(&QLabel::staticMetaObject, "text"), {}));
+        QVERIFY(PropInfoInComps(GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("text")), {}));
     }
 
     void sharedPropertyMissingInOneObjectIsNotShared()
@@ -295,7 +305,7 @@ private slots:
         QLabel label;
         QPushButton button;
         QTimer timer;
-        PPropInfo text = GetPropInfo(&label, "text");
+        PPropInfo text = GetPropInfo(&label, QStringLiteral("text"));
         QVERIFY(PropInfoInComps(text, {&label, &button}));
         QVERIFY(!PropInfoInComps(text, {&label, &timer, &button}));
         QVERIFY(!PropInfoInComps(text, {&label, nullptr}));
@@ -317,35 +327,35 @@ private slots:
     {
         TClassInformation info;
         info.SetPTI(TypeInfoOf<QPushButton>());
-        QCOMPARE(info.ClassNameStr(), QString("QPushButton"));
+        QCOMPARE(info.ClassNameStr(), QStringLiteral("QPushButton"));
         QCOMPARE(info.ClassTypeRef(), &QPushButton::staticMetaObject);
         QCOMPARE(info.PropCount(), GetPropInfos(&QPushButton::staticMetaObject).size());
         QCOMPARE(info.PropList().size(), info.PropCount());
         QVERIFY(info.PropCount() > 50);
         const QStringList listed = names(info.PropList());
-        QVERIFY(listed.contains("text"));
-        QVERIFY(listed.contains("objectName"));
-        QVERIFY(listed.contains("enabled"));
+        QVERIFY(listed.contains(QStringLiteral("text")));
+        QVERIFY(listed.contains(QStringLiteral("objectName")));
+        QVERIFY(listed.contains(QStringLiteral("enabled")));
         for (int i = 1; i < listed.size(); ++i)
             QVERIFY2(listed.at(i - 1).compare(listed.at(i), Qt::CaseInsensitive) <= 0, qPrintable(listed.at(i)));
-        const int text = listed.indexOf("text");
-        QCOMPARE(info.PropNameStr(text), QString("text"));
-        QCOMPARE(info.PropTypeStr(text), QString("QString"));
-        QCOMPARE(info.PropTypeStr(listed.indexOf("alignment")), QString());
+        const int text = listed.indexOf(QStringLiteral("text"));
+        QCOMPARE(info.PropNameStr(text), QStringLiteral("text"));
+        QCOMPARE(info.PropTypeStr(text), QStringLiteral("QString"));
+        QCOMPARE(info.PropTypeStr(listed.indexOf(QStringLiteral("alignment"))), QString());
         QCOMPARE(info.PropNameStr(-1), QString());
         QCOMPARE(info.PropNameStr(info.PropCount()), QString());
     }
 
     void undesignablePropertiesAreNotPublished()
     {
-        QVERIFY(!names(GetPropInfos(&IntValueHolder::staticMetaObject)).contains("hiddenNumber"));
-        QCOMPARE(GetPropInfo(&IntValueHolder::staticMetaObject, "hiddenNumber"), nullptr);
+        QVERIFY(!names(GetPropInfos(&IntValueHolder::staticMetaObject)).contains(QStringLiteral("hiddenNumber")));
+        QCOMPARE(GetPropInfo(&IntValueHolder::staticMetaObject, QStringLiteral("hiddenNumber")), nullptr);
         // A class that declares the name again without designability hides
         // the ancestor's property.
-        QVERIFY(names(GetPropInfos(&IntValueHolder::staticMetaObject)).contains("value"));
-        QVERIFY(!names(GetPropInfos(&HidingHolder::staticMetaObject)).contains("value"));
-        QCOMPARE(GetPropInfo(&HidingHolder::staticMetaObject, "value"), nullptr);
-        QVERIFY(names(GetPropInfos(&HidingHolder::staticMetaObject)).contains("partner"));
+        QVERIFY(names(GetPropInfos(&IntValueHolder::staticMetaObject)).contains(QStringLiteral("value")));
+        QVERIFY(!names(GetPropInfos(&HidingHolder::staticMetaObject)).contains(QStringLiteral("value")));
+        QCOMPARE(GetPropInfo(&HidingHolder::staticMetaObject, QStringLiteral("value")), nullptr);
+        QVERIFY(names(GetPropInfos(&HidingHolder::staticMetaObject)).contains(QStringLiteral("partner")));
     }
 
     void nilTypeLeavesTheClassDataAsItWas()
@@ -361,7 +371,7 @@ private slots:
         QCOMPARE(info.PropCount(), count);
         QCOMPARE(info.PropList().size(), count);
         QCOMPARE(info.TypeKind(), tkUnknown);
-        QCOMPARE(info.TypeKindName(), QString("tkUnknown"));
+        QCOMPARE(info.TypeKindName(), QStringLiteral("tkUnknown"));
         QCOMPARE(info.TypeName(), QString());
         QCOMPARE(info.ClassTypeRef(), nullptr);
     }
@@ -370,111 +380,114 @@ private slots:
     {
         TClassInformation info;
         info.SetPTI(TypeInfoOf<QPushButton>());
-        QVERIFY(names(info.PropList()).contains("autoDefault"));
+        QVERIFY(names(info.PropList()).contains(QStringLiteral("autoDefault")));
         info.SetPTI(TypeInfoOf<QLabel>());
-        QCOMPARE(info.ParentClassNames(), QStringList({"QFrame", "QWidget", "QObject"}));
-        QVERIFY(!names(info.PropList()).contains("autoDefault"));
-        QVERIFY(names(info.PropList()).contains("alignment"));
+        QCOMPARE(info.ParentClassNames(),
+                 QStringList({QStringLiteral("QFrame"), QStringLiteral("QWidget"), QStringLiteral("QObject")}));
+        QVERIFY(!names(info.PropList()).contains(QStringLiteral("autoDefault")));
+        QVERIFY(names(info.PropList()).contains(QStringLiteral("alignment")));
         QCOMPARE(info.PTD(), GetTypeData(TypeInfoOf<QLabel>()));
         QCOMPARE(info.TypeKind(), tkClass);
-        QCOMPARE(info.TypeKindName(), QString("tkClass"));
-        QCOMPARE(info.TypeName(), QString("QLabel"));
+        QCOMPARE(info.TypeKindName(), QStringLiteral("tkClass"));
+        QCOMPARE(info.TypeName(), QStringLiteral("QLabel"));
     }
 
     void defineUnitNamesTheModuleOfTheClass()
     {
         TClassInformation info;
         info.SetPTI(TypeInfoOf<QPushButton>());
-        QCOMPARE(info.DefineUnit(), QString("Qt6Widgets"));
+        QCOMPARE(info.DefineUnit(), QStringLiteral("Qt6Widgets"));
         info.SetPTI(TypeInfoOf<QObject>());
-        QCOMPARE(info.DefineUnit(), QString("Qt6Core"));
+        QCOMPARE(info.DefineUnit(), QStringLiteral("Qt6Core"));
         info.SetPTI(TypeInfoOf<QFont>());
-        QCOMPARE(info.DefineUnit(), QString("QorDesign"));
+        QCOMPARE(info.DefineUnit(), QStringLiteral("QorDesign"));
         info.SetPTI(TypeInfoOf<TextValueHolder>());
-        QCOMPARE(info.DefineUnit(), QString("tst_vhortti"));
+        QCOMPARE(info.DefineUnit(), QStringLiteral("tst_vhortti"));
         info.SetPTI(TypeInfoOf<UnitNamedClass>());
-        QCOMPARE(info.DefineUnit(), QString("MyUnit"));
+        QCOMPARE(info.DefineUnit(), QStringLiteral("MyUnit"));
     }
 
     void enumerationInformationHasItsRangeAndNames()
     {
         TEnumInformation info;
-        info.SetPTI(GetPropInfo(&QLabel::staticMetaObject, "focusPolicy")->PropType);
+        info.SetPTI(GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("focusPolicy"))->PropType);
         QCOMPARE(info.MinValue(), int(Qt::NoFocus));
         QCOMPARE(info.MaxValue(), int(Qt::WheelFocus));
         QCOMPARE(info.BasedTypeInfo(), info.PTI());
         QCOMPARE(info.EnumNames(),
-                 QStringList({"NoFocus", "TabFocus", "ClickFocus", "StrongFocus", "WheelFocus"}));
+                 QStringList({QStringLiteral("NoFocus"), QStringLiteral("TabFocus"), QStringLiteral("ClickFocus"),
+                              QStringLiteral("StrongFocus"), QStringLiteral("WheelFocus")}));
     }
 
     void enumerationListsOneNamePerValueInAscendingOrder()
     {
-        PTypeInfo letters = GetPropInfo(&IntValueHolder::staticMetaObject, "letter")->PropType;
+        PTypeInfo letters = GetPropInfo(&IntValueHolder::staticMetaObject, QStringLiteral("letter"))->PropType;
         QCOMPARE(letters->Kind, tkEnumeration);
-        QStringList strings{"stale"};
+        QStringList strings{QStringLiteral("stale")};
         ListEnumValues(letters, strings);
-        QCOMPARE(strings, QStringList({"LetterA", "LetterB", "LetterF"}));
-        QCOMPARE(GetEnumName(letters, 1), QString("LetterB"));
+        QCOMPARE(strings, QStringList({QStringLiteral("LetterA"), QStringLiteral("LetterB"), QStringLiteral("LetterF")}));
+        QCOMPARE(GetEnumName(letters, 1), QStringLiteral("LetterB"));
         QCOMPARE(GetEnumName(letters, 3), QString());
     }
 
     void listingANonEnumerationClearsTheList()
     {
-        QStringList strings{"stale"};
+        QStringList strings{QStringLiteral("stale")};
         ListEnumValues(TypeInfoOf<QString>(), strings);
         QVERIFY(strings.isEmpty());
-        strings = {"stale"};
+        strings = {QStringLiteral("stale")};
         ListEnumValues(nullptr, strings);
         QVERIFY(strings.isEmpty());
     }
 
     void enumerationNamesAndValuesConvert()
     {
-        PTypeInfo focus = GetPropInfo(&QLabel::staticMetaObject, "focusPolicy")->PropType;
-        QCOMPARE(GetEnumName(focus, Qt::StrongFocus), QString("StrongFocus"));
-        QCOMPARE(GetEnumValue(focus, "strongfocus"), int(Qt::StrongFocus));
-        QCOMPARE(GetEnumValue(focus, "Strong"), -1);
-        QCOMPARE(GetEnumValue(TypeInfoOf<bool>(), "true"), 1);
-        QCOMPARE(GetEnumName(TypeInfoOf<bool>(), 0), QString("False"));
-        QCOMPARE(GetEnumValue(TypeInfoOf<int>(), "1"), -1);
+        PTypeInfo focus = GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("focusPolicy"))->PropType;
+        QCOMPARE(GetEnumName(focus, Qt::StrongFocus), QStringLiteral("StrongFocus"));
+        QCOMPARE(GetEnumValue(focus, QStringLiteral("strongfocus")), int(Qt::StrongFocus));
+        QCOMPARE(GetEnumValue(focus, QStringLiteral("Strong")), -1);
+        QCOMPARE(GetEnumValue(TypeInfoOf<bool>(), QStringLiteral("true")), 1);
+        QCOMPARE(GetEnumName(TypeInfoOf<bool>(), 0), QStringLiteral("False"));
+        QCOMPARE(GetEnumValue(TypeInfoOf<int>(), QStringLiteral("1")), -1);
     }
 
     void setTypeNamesItsEnumeration()
     {
-        PTypeInfo alignment = GetPropInfo(&QLabel::staticMetaObject, "alignment")->PropType;
+        PTypeInfo alignment = GetPropInfo(&QLabel::staticMetaObject, QStringLiteral("alignment"))->PropType;
         PTypeInfo flag = GetTypeData(alignment)->CompType;
         QVERIFY(flag);
         QCOMPARE(flag->Kind, tkEnumeration);
-        QCOMPARE(flag->Name, QString("Qt::AlignmentFlag"));
-        QCOMPARE(GetEnumName(flag, Qt::AlignRight), QString("AlignRight"));
+        QCOMPARE(flag->Name, QStringLiteral("Qt::AlignmentFlag"));
+        QCOMPARE(GetEnumName(flag, Qt::AlignRight), QStringLiteral("AlignRight"));
     }
 
     void textPropertyIsWrittenByName()
     {
         QPushButton button;
-        QVERIFY(SetObjStrProp(&button, "text", "Go"));
-        QCOMPARE(button.text(), QString("Go"));
+        QVERIFY(SetObjStrProp(&button, QStringLiteral("text"), QStringLiteral("Go")));
+        QCOMPARE(button.text(), QStringLiteral("Go"));
     }
 
     void missingPropertyIsReportedByTheResult()
     {
-        QPushButton button("Stay");
-        QVERIFY(!SetObjStrProp(&button, "caption", "Go"));
-        QVERIFY(!SetObjStrProp(&button, "", "Go"));
-        QVERIFY(!SetObjStrProp(nullptr, "text", "Go"));
-        QCOMPARE(button.text(), QString("Stay"));
+        QPushButton button(QStringLiteral("Stay"));
+        QVERIFY(!SetObjStrProp(&button, QStringLiteral("caption"), QStringLiteral("Go")));
+        QVERIFY(!SetObjStrProp(&button, QStringLiteral(""), QStringLiteral("Go")));
+        QVERIFY(!SetObjStrProp(nullptr, QStringLiteral("text"), QStringLiteral("Go")));
+        QCOMPARE(button.text(), QStringLiteral("Stay"));
     }
 
     void textWrittenIntoAnotherKindRaisesAnError()
     {
         QPushButton button;
-        QVERIFY_THROWS_EXCEPTION(EPropertyError, SetObjStrProp(&button, "enabled", "False"));
+        QVERIFY_THROWS_EXCEPTION(EPropertyError,
+                                 SetObjStrProp(&button, QStringLiteral("enabled"), QStringLiteral("False")));
         QVERIFY(button.isEnabled());
         try {
-            SetObjStrProp(&button, "enabled", "False");
+            SetObjStrProp(&button, QStringLiteral("enabled"), QStringLiteral("False"));
             QFAIL("no error");
         } catch (const EPropertyError &e) {
-            QVERIFY(e.message().contains("enabled"));
+            QVERIFY(e.message().contains(QStringLiteral("enabled")));
         }
     }
 
@@ -503,20 +516,20 @@ private slots:
     void propertyLookUpFiltersByKind()
     {
         const QMetaObject *button = &QPushButton::staticMetaObject;
-        QCOMPARE(GetPropInfo(button, "text", {tkInteger}), nullptr);
-        QVERIFY(GetPropInfo(button, "text", {tkInteger, tkLString}));
-        QCOMPARE(GetPropInfo(button, "noSuchProperty"), nullptr);
-        QCOMPARE(GetPropInfo(static_cast<const QMetaObject *>(nullptr), "text"), nullptr);
-        QCOMPARE(GetPropInfo(button, "Text"), nullptr);
+        QCOMPARE(GetPropInfo(button, QStringLiteral("text"), {tkInteger}), nullptr);
+        QVERIFY(GetPropInfo(button, QStringLiteral("text"), {tkInteger, tkLString}));
+        QCOMPARE(GetPropInfo(button, QStringLiteral("noSuchProperty")), nullptr);
+        QCOMPARE(GetPropInfo(static_cast<const QMetaObject *>(nullptr), QStringLiteral("text")), nullptr);
+        QCOMPARE(GetPropInfo(button, QStringLiteral("Text")), nullptr);
     }
 
     void fontFieldsAreReflectedLikeProperties()
     {
         const QList<PPropInfo> fields = GetPropInfos(TypeInfoOf<QFont>());
         const QStringList listed = names(fields);
-        QVERIFY(listed.contains("family"));
-        QVERIFY(listed.contains("pointSize"));
-        PPropInfo bold = fields.at(listed.indexOf("bold"));
+        QVERIFY(listed.contains(QStringLiteral("family")));
+        QVERIFY(listed.contains(QStringLiteral("pointSize")));
+        PPropInfo bold = fields.at(listed.indexOf(QStringLiteral("bold")));
         QFont font;
         font.setBold(true);
         QVariant value = QVariant::fromValue(font);
@@ -535,22 +548,24 @@ private slots:
     void rectFieldsMoveWithoutResizing()
     {
         const QList<PPropInfo> fields = GetPropInfos(TypeInfoOf<QRect>());
-        QCOMPARE(names(fields), QStringList({"x", "y", "width", "height"}));
+        QCOMPARE(names(fields),
+                 QStringList(
+                     {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("width"), QStringLiteral("height")}));
         QVariant rect = QRect(10, 10, 50, 20);
         QVERIFY(SetValueTypeField(rect, fields.at(0), 30));
         QCOMPARE(rect.toRect(), QRect(30, 10, 50, 20));
         QVERIFY(SetValueTypeField(rect, fields.at(3), 7));
         QCOMPARE(rect.toRect(), QRect(30, 10, 50, 7));
-        QVERIFY(!SetValueTypeField(rect, fields.at(2), "abc"));
+        QVERIFY(!SetValueTypeField(rect, fields.at(2), QStringLiteral("abc")));
         QCOMPARE(rect.toRect(), QRect(30, 10, 50, 7));
     }
 
     void sizePolicyFieldsAreEnumerations()
     {
-        PPropInfo horizontal = GetPropInfo(&TQorSizePolicyFields::staticMetaObject, "horizontalPolicy");
+        PPropInfo horizontal = GetPropInfo(&TQorSizePolicyFields::staticMetaObject, QStringLiteral("horizontalPolicy"));
         QVERIFY(horizontal);
         QCOMPARE(horizontal->PropType->Kind, tkEnumeration);
-        QCOMPARE(horizontal->PropType->Name, QString("QSizePolicy::Policy"));
+        QCOMPARE(horizontal->PropType->Name, QStringLiteral("QSizePolicy::Policy"));
         QVariant policy = QVariant::fromValue(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
         QVERIFY(SetValueTypeField(policy, horizontal, QVariant::fromValue(QSizePolicy::Expanding)));
         QCOMPARE(policy.value<QSizePolicy>().horizontalPolicy(), QSizePolicy::Expanding);
@@ -559,9 +574,9 @@ private slots:
 
     void paletteFieldsWriteEveryGroup()
     {
-        PPropInfo window = GetPropInfo(&TQorPaletteFields::staticMetaObject, "window");
+        PPropInfo window = GetPropInfo(&TQorPaletteFields::staticMetaObject, QStringLiteral("window"));
         QVERIFY(window);
-        QCOMPARE(window->PropType->Name, QString("QColor"));
+        QCOMPARE(window->PropType->Name, QStringLiteral("QColor"));
         QVariant palette = QVariant::fromValue(QPalette());
         QVERIFY(SetValueTypeField(palette, window, QColor(Qt::red)));
         const QPalette written = palette.value<QPalette>();
@@ -576,8 +591,8 @@ private slots:
         QCOMPARE(ValueTypeDescriptor(QMetaType::fromType<QFont>()), &TQorFontFields::staticMetaObject);
         QCOMPARE(DescribedValueType(&TQorMarginsFields::staticMetaObject), QMetaType::fromType<QMargins>());
         QCOMPARE(ValueTypeDescriptor(QMetaType::fromType<int>()), nullptr);
-        QCOMPARE(QorClassName(&TQorFontFields::staticMetaObject), QString("QFont"));
-        QCOMPARE(QorClassName(&QLabel::staticMetaObject), QString("QLabel"));
+        QCOMPARE(QorClassName(&TQorFontFields::staticMetaObject), QStringLiteral("QFont"));
+        QCOMPARE(QorClassName(&QLabel::staticMetaObject), QStringLiteral("QLabel"));
         QCOMPARE(TypeInfoOf<QFont>()->MetaType, QMetaType::fromType<QFont>());
     }
 
@@ -586,11 +601,11 @@ private slots:
         const QMetaObject *button = &QPushButton::staticMetaObject;
         PTypeInfo clicked = TypeInfoOfMethod(button->method(button->indexOfSignal("clicked(bool)")));
         QCOMPARE(clicked->Kind, tkMethod);
-        QCOMPARE(clicked->Name, QString("void(bool)"));
+        QCOMPARE(clicked->Name, QStringLiteral("void(bool)"));
         PTypeInfo toggled = TypeInfoOfMethod(button->method(button->indexOfSignal("toggled(bool)")));
         QCOMPARE(toggled, clicked);
         PTypeInfo pressed = TypeInfoOfMethod(button->method(button->indexOfSignal("pressed()")));
-        QCOMPARE(pressed->Name, QString("void()"));
+        QCOMPARE(pressed->Name, QStringLiteral("void()"));
     }
 
     void classTypeDataCountsInheritedProperties()

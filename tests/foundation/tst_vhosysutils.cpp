@@ -105,7 +105,7 @@ class tst_VhoSysUtils : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup()
     {
         QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
@@ -330,7 +330,7 @@ private slots:
                                    QStringLiteral("Edit"), QStringLiteral("Button"), QStringLiteral("x")};
         for (int round = 0; round < 300; ++round) {
             QObject owner;
-            const auto randomName = [&] {
+            const auto randomName = [&]() -> QString {
                 QString name = stems.at(random.bounded(int(stems.size())));
                 switch (random.bounded(6)) {
                 case 0:

@@ -5,7 +5,7 @@
 #include "qorfuzzfixture_p.h"
 
 #include "foundation/qorerror.h"
-#include "translation/qortranscache.h"
+#include "translation/qortranscache_p.h"
 #include "translation/qortransutils.h"
 
 #include <QDir>

@@ -49,7 +49,7 @@ class TstFuzzRegressions : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     // Edge cases worth testing
     void everyTargetHasSeeds()
     {

@@ -47,6 +47,16 @@ void endRealInputTest()
     QTRY_COMPARE(liveTopLevelWidgets(), 0);
 }
 
+void RealInputTestCase::initTestCase()
+{
+    QVERIFY2(RealInput::open(), "no X display with XTest");
+}
+
+void RealInputTestCase::cleanup()
+{
+    endRealInputTest();
+}
+
 std::shared_ptr<bool> whenModalOpens(std::function<void(QWidget *)> Drive, int TimeoutMs)
 {
     auto driven = std::make_shared<bool>(false);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QObject>
 #include <QPoint>
 
 #include <functional>
@@ -30,6 +31,19 @@ int liveTopLevelWidgets();
 // buttons it still holds are let go, and no window of it is left alive.
 // A window left over fails the test function that left it.
 void endRealInputTest();
+
+// The base of a test class whose functions use real X input: the run
+// fails at once without an X display that has XTest, and every test
+// function ends as endRealInputTest() says. A class that needs more at
+// either point defines its own slot and calls these first.
+class RealInputTestCase : public QObject
+{
+    Q_OBJECT
+
+protected Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+};
 
 // Runs Drive on the next modal window once it is shown and active, from
 // inside that window's own event loop: a modal dialog blocks the code

@@ -53,17 +53,11 @@ protected:
 
 } // namespace
 
-class tst_RealInput : public QObject
+class tst_RealInput : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     void realClickOnAButtonEmitsClicked()
     {
         QWidget window;

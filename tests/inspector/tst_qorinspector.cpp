@@ -3,8 +3,9 @@
 // picking from a list, expanding rows, dragging the column line, editing
 // several widgets at once, refused values, and the link with the design
 // surface; and its rows, positions and events.
+#include "designer/qordesigner_p.h"
 #include "designer/qormanager.h"
-#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
@@ -124,17 +125,11 @@ struct PaintCounter : QObject {
 
 } // namespace
 
-class tst_QorInspector : public QObject
+class tst_QorInspector : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // The grid's model keeps Qt's rules for item models through what a
     // user does with the inspector: components shown, a row opened and
     // closed, a value written, a component freed, the grid emptied.

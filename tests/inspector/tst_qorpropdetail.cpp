@@ -4,6 +4,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qortypinfo.h"
 #include "inspector/qorpropdetail.h"
+#include "foundation/vhortti_p.h"
 
 #include <QCursor>
 #include <QDialog>
@@ -92,7 +93,7 @@ class tst_QorPropDetail : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void everyKindReadsAsText()
     {
         Sample s;
@@ -391,7 +392,8 @@ private slots:
         Sample s;
         TPropertyDetailEx sides(&s, prop("sides"));
         QCOMPARE(sides.GetEnumInformation().EnumNames(),
-                 QStringList({"Left", "Top", "Right", "Edge", "EdgeX"}));
+                 QStringList({QStringLiteral("Left"), QStringLiteral("Top"), QStringLiteral("Right"),
+                              QStringLiteral("Edge"), QStringLiteral("EdgeX")}));
         TSetItemConst left(&sides, 0), top(&sides, 1), right(&sides, 2);
         QCOMPARE(left.GetValueString(), QStringLiteral("Left"));
         QVERIFY(ChangeSetValueStr(&left, true));
@@ -456,7 +458,8 @@ private slots:
         TPropertyDetailEx detail(&a, QStringLiteral("shape"));
         QCOMPARE(detail.GetPropName(), QStringLiteral("shape"));
         QCOMPARE(detail.GetPropTypeInfoRef()->Kind, tkEnumeration);
-        QCOMPARE(detail.GetEnumInformation().EnumNames(), QStringList({"Circle", "Square", "Triangle"}));
+        QCOMPARE(detail.GetEnumInformation().EnumNames(),
+                 QStringList({QStringLiteral("Circle"), QStringLiteral("Square"), QStringLiteral("Triangle")}));
         QCOMPARE(detail.ClassInformation().ClassNameStr(), QStringLiteral("Sample"));
         detail.SetBasedObject(&b);
         QCOMPARE(detail.ClassInformation().ClassNameStr(), QStringLiteral("QPushButton"));

@@ -10,6 +10,7 @@
 #include "harness/qorrealinput.h"
 #include "inspector/qoreditorintf.h"
 #include "inspector/qorpropeditors.h"
+#include "foundation/vhortti_p.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -87,7 +88,7 @@ public:
     QVariant anything;
     QBrush brush;
 
-signals:
+Q_SIGNALS:
     void levelChanged(int value);
 };
 
@@ -101,7 +102,7 @@ public:
     int received = -1;
     int pings = 0;
 
-public slots:
+public Q_SLOTS:
     void onLevel(int value) { received = value; }
     void ping() { ++pings; }
     void takesText(const QString &) {}
@@ -205,17 +206,17 @@ QString writeImage(const QTemporaryDir &dir, const QString &name, const QSize &s
 
 } // namespace
 
-class tst_QorPropEditors : public QObject
+class tst_QorPropEditors : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
+private Q_SLOTS:
+    void initTestCase() { RealInputTestCase::initTestCase(); }
     void cleanup()
     {
         UnregisterPropertyEditors(&Gauge::staticMetaObject);
         UnregisterPropertyEditors(&QWidget::staticMetaObject);
-        QorGuiTest::endRealInputTest();
+        RealInputTestCase::cleanup();
     }
 
     // ---- The registry ----
@@ -344,7 +345,7 @@ private slots:
         QCOMPARE(b.caption, QStringLiteral("Hello"));
 
         auto lit = editorFor(three, "lit");
-        QCOMPARE(valuesOf(lit), QStringList({"False", "True"}));
+        QCOMPARE(valuesOf(lit), QStringList({QStringLiteral("False"), QStringLiteral("True")}));
         lit->SetValue(QStringLiteral("True"));
         QVERIFY(a.lit && b.lit && c.lit);
         QVERIFY_THROWS_EXCEPTION(EConvertError, lit->SetValue(QStringLiteral("Perhaps")));
@@ -377,7 +378,7 @@ private slots:
         auto right = subNamed(align, QStringLiteral("AlignRight"));
         QVERIFY(right);
         QCOMPARE(right->GetValue(), QStringLiteral("False"));
-        QCOMPARE(valuesOf(right), QStringList({"True", "False"}));
+        QCOMPARE(valuesOf(right), QStringList({QStringLiteral("True"), QStringLiteral("False")}));
         right->SetValue(QStringLiteral("True"));
         for (Gauge *g : {&a, &b, &c})
             QCOMPARE(g->align, Qt::AlignLeft | Qt::AlignRight);
@@ -471,7 +472,7 @@ private slots:
         Gauge a, b;
         auto items = editorFor({&a, &b}, "items");
         items->SetValue(QStringLiteral("one\ntwo"));
-        QCOMPARE(b.items, QStringList({"one", "two"}));
+        QCOMPARE(b.items, QStringList({QStringLiteral("one"), QStringLiteral("two")}));
         QCOMPARE(items->GetValue(), QStringLiteral("[one, two]"));
         auto day = editorFor({&a, &b}, "day");
         day->SetValue(QStringLiteral("2026-11-25"));
@@ -502,7 +503,7 @@ private slots:
         for (QObject *c : {static_cast<QObject *>(gauge), static_cast<QObject *>(button), static_cast<QObject *>(label)})
             InsertComponent(&form, c);
         auto target = editorFor({gauge}, "target");
-        QCOMPARE(valuesOf(target), QStringList({"Button1"}));
+        QCOMPARE(valuesOf(target), QStringList({QStringLiteral("Button1")}));
         target->SetValue(QStringLiteral("Button1"));
         QCOMPARE(gauge->target.data(), button);
         QCOMPARE(target->GetValue(), QStringLiteral("Button1"));
@@ -530,17 +531,17 @@ private slots:
         QCOMPARE(editor->GetValue(), QString());
         editor->SetValue(QStringLiteral("onLevel"));
         QCOMPARE(editor->GetValue(), QStringLiteral("onLevel"));
-        emit gauge->levelChanged(7);
+        Q_EMIT gauge->levelChanged(7);
         QCOMPARE(form.received, 7);
         // Another slot replaces it.
         editor->SetValue(QStringLiteral("ping"));
-        emit gauge->levelChanged(8);
+        Q_EMIT gauge->levelChanged(8);
         QCOMPARE(form.received, 7);
         QCOMPARE(form.pings, 1);
         QVERIFY_THROWS_EXCEPTION(EPropertyError, editor->SetValue(QStringLiteral("takesText")));
         QCOMPARE(editor->GetValue(), QStringLiteral("ping"));
         editor->SetValue(QString());
-        emit gauge->levelChanged(9);
+        Q_EMIT gauge->levelChanged(9);
         QCOMPARE(form.pings, 1);
         QCOMPARE(editor->GetValue(), QString());
     }
@@ -739,7 +740,7 @@ private slots:
         for (const TPropertyEditorRef &sub : subEditors(extent))
             fields.append(sub->GetName());
         // Width before height, as a size is read.
-        QCOMPARE(fields, QStringList({"width", "height"}));
+        QCOMPARE(fields, QStringList({QStringLiteral("width"), QStringLiteral("height")}));
         subNamed(extent, QStringLiteral("height"))->SetValue(QStringLiteral("25"));
         for (Gauge *g : {&a, &b, &c})
             QCOMPARE(g->extent, QSize(40, 25));
@@ -1028,20 +1029,20 @@ private slots:
                  paValueList | paSortList | paMultiSelect);
         event->SetValue(QStringLiteral("ping"));
         for (QObject *gauge : gauges) {
-            emit static_cast<Gauge *>(gauge)->levelChanged(1);
+            Q_EMIT static_cast<Gauge *>(gauge)->levelChanged(1);
             QCOMPARE(gauge->property(QorEventConnectionsProperty()).toMap().value(QStringLiteral("levelChanged")),
                      QVariant(QStringLiteral("ping")));
         }
         QCOMPARE(form.pings, 3);
         // Choosing the same slot again connects it once, not twice.
         event->SetValue(QStringLiteral("ping"));
-        emit static_cast<Gauge *>(gauges.first())->levelChanged(1);
+        Q_EMIT static_cast<Gauge *>(gauges.first())->levelChanged(1);
         QCOMPARE(form.pings, 4);
         QVERIFY_THROWS_EXCEPTION(EPropertyError, event->SetValue(QStringLiteral("noSuchSlot")));
         QCOMPARE(event->GetValue(), QStringLiteral("ping"));
         event->SetValue(QString());
         for (QObject *gauge : gauges) {
-            emit static_cast<Gauge *>(gauge)->levelChanged(1);
+            Q_EMIT static_cast<Gauge *>(gauge)->levelChanged(1);
             QVERIFY(!gauge->property(QorEventConnectionsProperty()).isValid());
         }
         QCOMPARE(form.pings, 4);
@@ -1098,7 +1099,7 @@ private slots:
         TPropertyEditor::SetDialogParent(&window);
         Gauge a;
         a.caption = QStringLiteral("kept");
-        a.items = QStringList({"kept"});
+        a.items = QStringList({QStringLiteral("kept")});
         a.shortcut = QKeySequence(QStringLiteral("Ctrl+K"));
         QPushButton button;
         const QFont font = button.font();
@@ -1129,7 +1130,7 @@ private slots:
         }
         TPropertyEditor::SetDialogParent(nullptr);
         QCOMPARE(a.caption, QStringLiteral("kept"));
-        QCOMPARE(a.items, QStringList({"kept"}));
+        QCOMPARE(a.items, QStringList({QStringLiteral("kept")}));
         QCOMPARE(a.shortcut, QKeySequence(QStringLiteral("Ctrl+K")));
         QCOMPARE(a.tint, QColor(Qt::black));
         QCOMPARE(button.font(), font);
@@ -1138,7 +1139,7 @@ private slots:
     void theStringListDialogTakesOneItemPerLine()
     {
         Gauge a, b, c;
-        a.items = QStringList({"old"});
+        a.items = QStringList({QStringLiteral("old")});
         auto items = editorFor({&a, &b, &c}, "items");
         QCOMPARE(items->GetAttributes() & paDialog, paDialog);
         QVERIFY(runDialog<QDialog>(items, [](QDialog *dialog) {
@@ -1156,7 +1157,7 @@ private slots:
             RealInput::click(okButton(dialog));
         }));
         for (Gauge *g : {&a, &b, &c})
-            QCOMPARE(g->items, QStringList({"red", "green", "blue"}));
+            QCOMPARE(g->items, QStringList({QStringLiteral("red"), QStringLiteral("green"), QStringLiteral("blue")}));
         QCOMPARE(items->GetValue(), QStringLiteral("[red, green, blue]"));
     }
 
@@ -1220,7 +1221,7 @@ private slots:
             QTRY_COMPARE(list->currentItem(), found.first());
             RealInput::click(okButton(dialog));
         }));
-        emit gauge->levelChanged(12);
+        Q_EMIT gauge->levelChanged(12);
         QCOMPARE(form.received, 12);
         QCOMPARE(event->GetValue(), QStringLiteral("onLevel"));
         // "(none)" disconnects.
@@ -1231,7 +1232,7 @@ private slots:
             QTRY_COMPARE(list->currentRow(), 0);
             RealInput::click(okButton(dialog));
         }));
-        emit gauge->levelChanged(13);
+        Q_EMIT gauge->levelChanged(13);
         QCOMPARE(form.received, 12);
         QCOMPARE(event->GetValue(), QString());
     }

@@ -31,7 +31,7 @@ public:
     Qt::Alignment align = Qt::AlignLeft;
     QWidget *buddy = nullptr;
 
-signals:
+Q_SIGNALS:
     void levelChanged(int value);
 };
 
@@ -87,7 +87,7 @@ class tst_QorPropList : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void cleanup() { UnregisterPropertyEditors(&Gauge::staticMetaObject); }
 
     void everyPublishedPropertyGetsARowInNameOrder()
@@ -113,7 +113,7 @@ private slots:
         QVERIFY(!names(l.strings).contains(QStringLiteral("  text")));
         QVERIFY(names(l.strings).contains(QStringLiteral("  flat")));
         l.list.SetOutputPropNames({QStringLiteral("objectName"), QStringLiteral("TEXT")});
-        QCOMPARE(names(l.strings), QStringList({"  objectName", "  text"}));
+        QCOMPARE(names(l.strings), QStringList({QStringLiteral("  objectName"), QStringLiteral("  text")}));
     }
 
     void aNewListShowsNoEventsUntilAskedFor()
@@ -131,7 +131,7 @@ private slots:
         l.list.SetPropertyFilterStyles(pfEvent);
         QVERIFY(!names(l.strings).contains(QStringLiteral("  level")));
         l.list.SetOutputEventNames({QStringLiteral("destroyed")});
-        QCOMPARE(names(l.strings), QStringList({"  destroyed"}));
+        QCOMPARE(names(l.strings), QStringList({QStringLiteral("  destroyed")}));
     }
 
     void aPropertyWhoseEditorCannotMultiSelectHidesForTwoObjects()
@@ -173,7 +173,9 @@ private slots:
         geometry->SetExpanded(true);
         const QStringList after = names(l.strings);
         // A rectangle's fields in their natural order, not by name.
-        QCOMPARE(after.mid(at, 6), QStringList({"- geometry", "    x", "    y", "    width", "    height", before.at(at + 1)}));
+        QCOMPARE(after.mid(at, 6),
+                 QStringList({QStringLiteral("- geometry"), QStringLiteral("    x"), QStringLiteral("    y"),
+                              QStringLiteral("    width"), QStringLiteral("    height"), before.at(at + 1)}));
         QCOMPARE(after.size(), before.size() + 4);
         QCOMPARE(l.strings.ValueFromIndex(at + 1), QStringLiteral("10"));
         QCOMPARE(l.strings.ValueFromIndex(at + 4), QStringLiteral("30"));
@@ -195,16 +197,23 @@ private slots:
     {
         QTest::addColumn<QString>("property");
         QTest::addColumn<QStringList>("fields");
-        QTest::newRow("rectangle") << "geometry" << QStringList({"x", "y", "width", "height"});
-        QTest::newRow("size") << "minimumSize" << QStringList({"width", "height"});
-        QTest::newRow("point") << "spot" << QStringList({"x", "y"});
-        QTest::newRow("margins") << "pad" << QStringList({"left", "top", "right", "bottom"});
+        QTest::newRow("rectangle") << "geometry"
+                                   << QStringList({QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("width"),
+                                                   QStringLiteral("height")});
+        QTest::newRow("size") << "minimumSize" << QStringList({QStringLiteral("width"), QStringLiteral("height")});
+        QTest::newRow("point") << "spot" << QStringList({QStringLiteral("x"), QStringLiteral("y")});
+        QTest::newRow("margins") << "pad"
+                                 << QStringList({QStringLiteral("left"), QStringLiteral("top"), QStringLiteral("right"),
+                                                 QStringLiteral("bottom")});
         QTest::newRow("size policy") << "sizePolicy"
-                                     << QStringList({"horizontalPolicy", "verticalPolicy", "horizontalStretch",
-                                                     "verticalStretch"});
+                                     << QStringList(
+                                            {QStringLiteral("horizontalPolicy"), QStringLiteral("verticalPolicy"),
+                                             QStringLiteral("horizontalStretch"), QStringLiteral("verticalStretch")});
         QTest::newRow("font") << "font"
-                              << QStringList({"family", "pointSize", "weight", "bold", "italic", "underline",
-                                              "strikeOut", "kerning"});
+                              << QStringList({QStringLiteral("family"), QStringLiteral("pointSize"),
+                                              QStringLiteral("weight"), QStringLiteral("bold"),
+                                              QStringLiteral("italic"), QStringLiteral("underline"),
+                                              QStringLiteral("strikeOut"), QStringLiteral("kerning")});
     }
 
     void theFieldsOfEachValueReadInTheirNaturalOrder()
@@ -233,7 +242,8 @@ private slots:
         l.list.SetOutputPropNames({QStringLiteral("geometry"), QStringLiteral("width")});
         l.list.GetPropItemsByName(QStringLiteral("geometry"))->SetExpanded(true);
         // The widget's own width follows the geometry's.
-        QCOMPARE(names(l.strings), QStringList({"- geometry", "    width", "  width"}));
+        QCOMPARE(names(l.strings),
+                 QStringList({QStringLiteral("- geometry"), QStringLiteral("    width"), QStringLiteral("  width")}));
     }
 
     void anExpandedSetListsItsElementsUntranslated()
@@ -246,14 +256,16 @@ private slots:
             Dest = Dest.toUpper();
         });
         l.list.SetOutputPropNames({QStringLiteral("align"), QStringLiteral("level")});
-        QCOMPARE(names(l.strings), QStringList({"+ ALIGN", "  LEVEL"}));
+        QCOMPARE(names(l.strings), QStringList({QStringLiteral("+ ALIGN"), QStringLiteral("  LEVEL")}));
         l.list.GetPropItemsByName(QStringLiteral("align"))->SetExpanded(true);
         const QStringList lines = names(l.strings);
         QCOMPARE(lines.first(), QStringLiteral("- ALIGN"));
         QCOMPARE(lines.last(), QStringLiteral("  LEVEL"));
         // One line per single flag of Qt::AlignmentFlag, in value order,
         // named by the identifier itself.
-        QCOMPARE(lines.mid(1, 4), QStringList({"    AlignLeft", "    AlignRight", "    AlignHCenter", "    AlignJustify"}));
+        QCOMPARE(lines.mid(1, 4),
+                 QStringList({QStringLiteral("    AlignLeft"), QStringLiteral("    AlignRight"),
+                              QStringLiteral("    AlignHCenter"), QStringLiteral("    AlignJustify")}));
         const int right = lines.indexOf(QStringLiteral("    AlignRight"));
         const int top = lines.indexOf(QStringLiteral("    AlignTop"));
         const int left = lines.indexOf(QStringLiteral("    AlignLeft"));
@@ -261,7 +273,7 @@ private slots:
         QCOMPARE(l.strings.ValueFromIndex(top), QStringLiteral("True"));
         QCOMPARE(l.strings.ValueFromIndex(left), QStringLiteral("False"));
         QCOMPARE(l.strings.ItemProps(left).EditStyle, esPickList);
-        QCOMPARE(l.strings.ItemProps(left).PickList, QStringList({"True", "False"}));
+        QCOMPARE(l.strings.ItemProps(left).PickList, QStringList({QStringLiteral("True"), QStringLiteral("False")}));
         QVERIFY(dynamic_cast<TSetItemConst *>(l.strings.Objects(left)));
     }
 
@@ -308,7 +320,7 @@ private slots:
         QVERIFY(buddy >= 0 && focus >= 0 && level >= 0 && geometry >= 0);
         // A component reference picks among the owner's named components.
         QCOMPARE(l.strings.ItemProps(buddy).EditStyle, esPickList);
-        QCOMPARE(l.strings.ItemProps(buddy).PickList, QStringList({"Gauge1", "Button1"}));
+        QCOMPARE(l.strings.ItemProps(buddy).PickList, QStringList({QStringLiteral("Gauge1"), QStringLiteral("Button1")}));
         QVERIFY(!l.strings.ItemProps(buddy).ReadOnly);
         // An enumeration picks among its identifiers.
         QCOMPARE(l.strings.ItemProps(focus).EditStyle, esPickList);

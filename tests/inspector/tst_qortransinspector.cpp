@@ -31,22 +31,19 @@ int lineOf(TVhoObjInspector &inspector, const QString &label)
 
 } // namespace
 
-class tst_QorTransInspector : public QObject
+class tst_QorTransInspector : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY2(RealInput::open(), "no X display with XTest");
+        RealInputTestCase::initTestCase();
         QorTransMan()->SetDbFileName(QStringLiteral(QORDESIGN_DICT_DB));
         QVERIFY(QorTransMan()->OpenDb());
     }
     void cleanupTestCase() { QorTransMan()->SetDbFileName(QString()); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
+    void cleanup() { RealInputTestCase::cleanup(); }
 
     void namesValuesFlagsEventsAndClassesShowTheirLabels()
     {

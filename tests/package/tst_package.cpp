@@ -2,9 +2,11 @@
 // The library installed into a prefix is found by find_package(QorDesign)
 // and links into an application's program.
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -39,7 +41,7 @@ private:
         return true;
     }
 
-private slots:
+private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(m_work.isValid());
@@ -69,6 +71,49 @@ private slots:
         QVERIFY(!QFileInfo::exists(prefix.filePath(QStringLiteral("include/QorDesign/tests"))));
     }
 
+    // Only the public headers are installed, and none of them brings an
+    // internal header, a using-directive or a using-enum into an
+    // application's global namespace.
+    void theInstallHoldsThePublicHeadersOnly()
+    {
+        const QDir include(QDir(m_prefix).filePath(QStringLiteral("include/QorDesign")));
+        QStringList installed;
+        QDirIterator it(include.path(), {QStringLiteral("*")}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            installed << include.relativeFilePath(it.next());
+        installed.sort();
+        QStringList expected{
+            QStringLiteral("console/qorcompeditors.h"),     QStringLiteral("console/qorconsoleintf.h"),
+            QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
+            QStringLiteral("console/vhodesignintfimpls.h"), QStringLiteral("designer/qordesigner.h"),
+            QStringLiteral("designer/qordesignintf.h"),     QStringLiteral("designer/qormanager.h"),
+            QStringLiteral("designer/qorsizers.h"),         QStringLiteral("designer/qorstage.h"),
+            QStringLiteral("foundation/qorclasses.h"),      QStringLiteral("foundation/qorcomponents.h"),
+            QStringLiteral("foundation/qorerror.h"),        QStringLiteral("foundation/qorstream.h"),
+            QStringLiteral("foundation/qortypinfo.h"),      QStringLiteral("foundation/vhoclipbrdutils.h"),
+            QStringLiteral("foundation/vhortti.h"),         QStringLiteral("foundation/vhosysutils.h"),
+            QStringLiteral("inspector/qoreditorintf.h"),    QStringLiteral("inspector/qorinspector.h"),
+            QStringLiteral("inspector/qorinspectorintf.h"), QStringLiteral("inspector/qorpropdetail.h"),
+            QStringLiteral("inspector/qorpropedit.h"),      QStringLiteral("inspector/qorpropeditors.h"),
+            QStringLiteral("inspector/qorproplist.h"),      QStringLiteral("inspector/qortransinspector.h"),
+            QStringLiteral("inspector/qorvaluelist.h"),     QStringLiteral("inspector/qorvaluelisteditor.h"),
+            QStringLiteral("qordesign_export.h"),           QStringLiteral("translation/objtranslate.h"),
+            QStringLiteral("translation/qortransutils.h")};
+        expected.sort();
+        QCOMPARE(installed, expected);
+
+        static const QRegularExpression forbidden(
+            QStringLiteral("^\\s*(using\\s+enum\\b|using\\s+namespace\\b|#\\s*include\\s*[<\"][^>\"]*_p\\.h[>\"])"),
+            QRegularExpression::MultilineOption);
+        for (const QString &header : std::as_const(installed)) {
+            QFile file(include.filePath(header));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QString text = QString::fromUtf8(file.readAll());
+            const QRegularExpressionMatch match = forbidden.match(text);
+            QVERIFY2(!match.hasMatch(), qPrintable(header + QStringLiteral(": ") + match.captured(0)));
+        }
+    }
+
     void aProgramFindsThePackageBuildsAndRuns()
     {
         const QString build = m_work.filePath(QStringLiteral("consumer-build"));
@@ -93,6 +138,19 @@ private slots:
         QVERIFY2(output.contains(QLatin1String("owned=1 first=Button1")), qPrintable(output));
         // The center shows the stage in the inspector once both are linked.
         QVERIFY2(output.contains(QLatin1String("center-stage=Form1 inspecting=Form1")), qPrintable(output));
+    }
+
+    // Every installed header compiles in one translation unit after the
+    // Win32 macros of window messages, key states and hit-test codes, with
+    // the strict warnings and Qt defines as errors.
+    void theHeadersClashWithNoWindowsNameAndBuildStrictly()
+    {
+        const QString build = m_work.filePath(QStringLiteral("consumer-build"));
+        QVERIFY2(QFileInfo::exists(QDir(build).filePath(QStringLiteral("CMakeCache.txt"))),
+                 "the consumer was not configured");
+        QVERIFY(run(QStringLiteral(QOR_CMAKE_COMMAND),
+                    {QStringLiteral("--build"), build, QStringLiteral("--target"), QStringLiteral("headercheck")}));
+        QVERIFY(QFileInfo::exists(QDir(build).filePath(QStringLiteral("headercheck"))));
     }
 };
 

@@ -11,11 +11,12 @@
 //   QORDESIGN_SOAK_STEPS  steps of the long walk (20000)
 //   QORDESIGN_SOAK_SEED   its seed
 //   QORDESIGN_SOAK_TRACE  1: prints every step as it runs
+#include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
 #include "designer/qordesigner.h"
 #include "designer/qormanager.h"
-#include "designer/qorproxies.h"
-#include "designer/qorsizers.h"
+#include "designer/qorproxies_p.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
@@ -157,7 +158,7 @@ public:
         m_stage = m_window.stage();
         m_manager = m_window.designManager();
         m_center = m_window.designCenter();
-        m_tree = dynamic_cast<IQorCompTreeView *>(m_window.componentTree());
+        m_tree = qobject_cast<IQorCompTreeView *>(m_window.componentTree());
         m_stage->resize(1120, 760);
         int made = 0;
         for (int cell = 0; made < stageComponents; ++cell) {
@@ -963,7 +964,7 @@ struct SampleDesigner
     {
         return stage->findChild<T *>(QLatin1String(name));
     }
-    IQorCompTreeView *tree() const { return dynamic_cast<IQorCompTreeView *>(window.componentTree()); }
+    IQorCompTreeView *tree() const { return qobject_cast<IQorCompTreeView *>(window.componentTree()); }
     QTreeWidgetItem *row(const QString &name) const
     {
         return window.componentTree()->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0);
@@ -988,17 +989,11 @@ enum class Arrange { Size, Scale, FlipAll };
 
 Q_DECLARE_METATYPE(Arrange)
 
-class tst_QorSoak : public QObject
+class tst_QorSoak : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { QVERIFY2(RealInput::open(), "no X display with XTest"); }
-    void cleanup()
-    {
-        QorGuiTest::endRealInputTest();
-    }
-
+private Q_SLOTS:
     // ---- Edge cases worth testing ----
 
     // A drag of a selected control's body with the mouse while a control on
@@ -1039,7 +1034,7 @@ private slots:
         onHiddenPage->setObjectName(QStringLiteral("Button9"));
         onHiddenPage->setGeometry(16, 16, 140, 30);
         InsertComponent(stage, onHiddenPage);
-        dynamic_cast<IQorCompTreeView *>(window.componentTree())->Refresh();
+        qobject_cast<IQorCompTreeView *>(window.componentTree())->Refresh();
         QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
         window.designAction()->setChecked(true);
         TQorDesignManager *manager = window.designManager();

@@ -5,6 +5,7 @@
 // library's own type information.
 #include "foundation/qorclasses.h"
 #include "foundation/vhortti.h"
+#include "foundation/vhortti_p.h"
 
 #include <QFile>
 #include <QMetaEnum>
@@ -103,7 +104,7 @@ class tst_QorDict : public QObject
 
     QString path(const char *name) const { return m_dir.filePath(QLatin1String(name)); }
 
-private slots:
+private Q_SLOTS:
     void initTestCase() { QVERIFY(m_dir.isValid()); }
 
     void csvDatabaseAndXmlConvertIntoOneAnotherWithoutLoss()
@@ -114,25 +115,29 @@ private slots:
                                "EVENT,,clicked,\"单\"\"击\"\"\"\n"
                                "CLASSVALUE,QLabel,QLabel,\"两行\n标签\"\n";
         QVERIFY(write(path("in.csv"), csv));
-        QCOMPARE(qordict({"csv2db", path("in.csv"), path("a.sqlite")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("csv2db"), path("in.csv"), path("a.sqlite")}).code, 0);
         QString plan;
         const Rows rows = dbRows(path("a.sqlite"), &plan);
         QCOMPARE(rows.size(), 4);
-        QCOMPARE(rows[0], QStringList({"ENUM", "Qt::FocusPolicy", "NoFocus", "无焦点"}));
+        QCOMPARE(rows[0],
+                 QStringList({QStringLiteral("ENUM"), QStringLiteral("Qt::FocusPolicy"), QStringLiteral("NoFocus"),
+                              QStringLiteral("无焦点")}));
         QCOMPARE(rows[1][3], QStringLiteral("文本, 内容"));
-        QCOMPARE(rows[2], QStringList({"EVENT", "", "clicked", "单\"击\""}));
+        QCOMPARE(rows[2],
+                 QStringList({QStringLiteral("EVENT"), QStringLiteral(""), QStringLiteral("clicked"),
+                              QStringLiteral("单\"击\"")}));
         QCOMPARE(rows[3][3], QStringLiteral("两行\n标签"));
         // The look-up of the translation manager is answered by an index alone,
         // in any case.
         QVERIFY2(plan.contains(QStringLiteral("USING COVERING INDEX DictionaryByIdent")), qPrintable(plan));
-        QCOMPARE(qordict({"db2csv", path("a.sqlite"), path("back.csv")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("db2csv"), path("a.sqlite"), path("back.csv")}).code, 0);
         QCOMPARE(read(path("back.csv")), QByteArray(csv).replace("enum,", "ENUM,"));
-        QCOMPARE(qordict({"db2xml", path("a.sqlite"), path("a.xml")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("db2xml"), path("a.sqlite"), path("a.xml")}).code, 0);
         QVERIFY(read(path("a.xml")).contains("<DATAPACKET Version=\"2.0\">"));
-        QCOMPARE(qordict({"xml2db", path("a.xml"), path("b.sqlite")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("xml2db"), path("a.xml"), path("b.sqlite")}).code, 0);
         QCOMPARE(dbRows(path("b.sqlite")), rows);
         // An existing output is replaced.
-        QCOMPARE(qordict({"xml2db", path("a.xml"), path("b.sqlite")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("xml2db"), path("a.xml"), path("b.sqlite")}).code, 0);
         QCOMPARE(dbRows(path("b.sqlite")).size(), 4);
     }
 
@@ -174,7 +179,7 @@ private slots:
 
     void theShippedDictionaryMatchesItsSourceAndTheTypes()
     {
-        QCOMPARE(qordict({"csv2db", QStringLiteral(QORDESIGN_DICT_CSV), path("zh.sqlite")}).code, 0);
+        QCOMPARE(qordict({QStringLiteral("csv2db"), QStringLiteral(QORDESIGN_DICT_CSV), path("zh.sqlite")}).code, 0);
         const Rows rows = dbRows(path("zh.sqlite"));
         QVERIFY2(rows.size() >= 300, qPrintable(QString::number(rows.size())));
         // The build made the same file.
@@ -205,7 +210,7 @@ private slots:
             } else if (kind == QLatin1String("ENUM")) {
                 QStringList names;
                 if (type == QLatin1String("bool"))
-                    names = {"True", "False"};
+                    names = {QStringLiteral("True"), QStringLiteral("False")};
                 else if (type == QLatin1String("QCursor"))
                     names = CursorValueNames();
                 else if (enums.contains(type))

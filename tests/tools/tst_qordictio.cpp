@@ -60,7 +60,7 @@ class tst_QorDictIo : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     // Edge cases worth testing
 
     void anEmptySourceIsAProblemNotARow()
@@ -129,7 +129,7 @@ private slots:
             const QorDictIo::Result result = QorDictIo::readCsv(source);
             const QByteArray why = unsound(result, source);
             if (!why.isEmpty())
-                QFAIL((QorMutator::where(kSeed, i, "dictionary CSV") + ": " + why).constData());
+                QFAIL(QByteArray(QorMutator::where(kSeed, i, "dictionary CSV") + ": " + why).constData());
             withRows += result.rows.isEmpty() ? 0 : 1;
         }
         qInfo("CSV: %d of %d damaged sources still gave rows", withRows, kMutations);
@@ -147,7 +147,7 @@ private slots:
             const QorDictIo::Result result = QorDictIo::readXml(source);
             const QByteArray why = unsound(result, source);
             if (!why.isEmpty())
-                QFAIL((QorMutator::where(kSeed + 1, i, "dictionary XML") + ": " + why).constData());
+                QFAIL(QByteArray(QorMutator::where(kSeed + 1, i, "dictionary XML") + ": " + why).constData());
             withRows += result.rows.isEmpty() ? 0 : 1;
         }
         qInfo("XML: %d of %d damaged sources still gave rows", withRows, kMutations);

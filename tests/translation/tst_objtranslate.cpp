@@ -40,7 +40,7 @@ class tst_ObjTranslate : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     // Edge cases worth testing
 
     void everyHookReturnsItsTextWhateverTheTypeInformation_data()

@@ -3,7 +3,7 @@
 // answers dropped first, look-ups counted, frequencies aged past the
 // maximum count, and a model of it checked over random operations.
 #include "foundation/qorerror.h"
-#include "translation/qortranscache.h"
+#include "translation/qortranscache_p.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -46,7 +46,7 @@ class tst_QorTransCache : public QObject
 {
     Q_OBJECT
 
-private slots:
+private Q_SLOTS:
     void aNewCacheIsEmptyWithItsLimits()
     {
         TQorTransCache cache;

@@ -7,7 +7,9 @@
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
 #include "foundation/vhosysutils.h"
+#include "translation/qortranscache_p.h"
 #include "translation/qortransutils.h"
+#include "foundation/vhortti_p.h"
 #include "harness/qormutator.h"
 
 #include <QFile>
@@ -84,7 +86,7 @@ class tst_QorTransUtils : public QObject
     QTemporaryDir m_dir;
     QString m_dictionary;
 
-private slots:
+private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
@@ -321,14 +323,14 @@ private slots:
             // what a damaged row now says (no more than the file holds).
             const bool known = label == QStringLiteral("StrongFocus") || label == QStringLiteral("强焦点");
             if (!known && label.toUtf8().size() > bytes.size())
-                QFAIL((QorMutator::where(seed, round, "dictionary file") + ": " + label.toUtf8()).constData());
+                QFAIL(QByteArray(QorMutator::where(seed, round, "dictionary file") + ": " + label.toUtf8()).constData());
             translated += label == QStringLiteral("强焦点");
             try {
                 const QString ident =
                     man.LabelToIdent(ttkEnum, QStringLiteral("Qt::FocusPolicy"), QStringLiteral("无焦点"), nullptr);
                 const bool knownIdent = ident == QStringLiteral("无焦点") || ident == QStringLiteral("NoFocus");
                 if (!knownIdent && ident.toUtf8().size() > bytes.size())
-                    QFAIL((QorMutator::where(seed, round, "dictionary file") + ": " + ident.toUtf8()).constData());
+                    QFAIL(QByteArray(QorMutator::where(seed, round, "dictionary file") + ": " + ident.toUtf8()).constData());
             } catch (const EQorError &) {
                 // The label direction reports what the dictionary says.
             }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A module that uses the design messages, as a host application's plugin
 // would; the design message test loads two of them.
+#include "designer/qordesigner_p.h"
 #include "designer/qordesigner.h"
 
 #include <QString>

@@ -19,8 +19,9 @@
 
 #include "qordesign_export.h"
 
-#include "designer/qordesigner.h"
-#include "designer/qorstage.h"
+#include "designer/qordesigner_p.h"
+#include "designer/qorrubberband_p.h"
+#include "designer/qordesigngrid_p.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -33,7 +34,7 @@ class TQorDesignManager;
 class TQorRubberBand;
 class TQorDesignWindowFilter;
 
-class QORDESIGN_EXPORT TQorWndProcProxy
+class QORDESIGN_AUTOTEST_EXPORT TQorWndProcProxy
 {
 public:
     explicit TQorWndProcProxy(QWidget *Control);
@@ -69,7 +70,7 @@ protected:
     const QWidget *m_chainKey = nullptr;
 };
 
-class QORDESIGN_EXPORT TQorDesignWndProcProxy : public TQorWndProcProxy
+class QORDESIGN_AUTOTEST_EXPORT TQorDesignWndProcProxy : public TQorWndProcProxy
 {
 public:
     explicit TQorDesignWndProcProxy(QWidget *Control);
@@ -119,7 +120,7 @@ protected:
     QPointer<TQorDesignManager> m_designManager;
 };
 
-class QORDESIGN_EXPORT TQorDesignStageProxy : public TQorDesignWndProcProxy
+class QORDESIGN_AUTOTEST_EXPORT TQorDesignStageProxy : public TQorDesignWndProcProxy
 {
 public:
     explicit TQorDesignStageProxy(QWidget *Control = nullptr);
@@ -162,7 +163,7 @@ private:
 };
 
 // The proxies of one design manager; owns them.
-class QORDESIGN_EXPORT TQorDesignWndProcProxyList
+class QORDESIGN_AUTOTEST_EXPORT TQorDesignWndProcProxyList
 {
 public:
     TQorDesignWndProcProxyList();
@@ -189,8 +190,8 @@ private:
 };
 
 // The newest proxy installed on a widget, or null.
-QORDESIGN_EXPORT TQorWndProcProxy *QorProxyOf(const QWidget *Control);
+QORDESIGN_AUTOTEST_EXPORT TQorWndProcProxy *QorProxyOf(const QWidget *Control);
 
 // Posts a mouse window message (WM_LBUTTONDOWN...) to a widget's proxy
 // chain, the point in the widget's coordinates.
-QORDESIGN_EXPORT void QorDeliverMouseMessage(QWidget *Control, quint32 Msg, quintptr KeyState, const QPoint &Pos);
+QORDESIGN_AUTOTEST_EXPORT void QorDeliverMouseMessage(QWidget *Control, quint32 Msg, quintptr KeyState, const QPoint &Pos);

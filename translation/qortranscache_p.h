@@ -8,20 +8,15 @@
 
 #include "qordesign_export.h"
 
+#include "translation/qortransutils.h"
+
 #include <QString>
 
 #include <memory>
 #include <vector>
 
-// What a dictionary identifier is.
-enum TTransTypeKind { ttkEnum, ttkSet, ttkClass, ttkClassValue, ttkPropName, ttkCompName, ttkEvent };
-
-// The dictionary's text of each kind: "ENUM", "SET", "CLASS", "CLASSVALUE",
-// "PROPNAME", "COMPNAME", "EVENT".
-QORDESIGN_EXPORT QString TransTypeKindStrs(TTransTypeKind Kind);
-
 // One dictionary answer.
-class QORDESIGN_EXPORT TQorTransCacheItem
+class QORDESIGN_AUTOTEST_EXPORT TQorTransCacheItem
 {
 public:
     QString CnLabel;
@@ -32,7 +27,7 @@ public:
     qint32 Frequency = 0;
 };
 
-class QORDESIGN_EXPORT TQorTransCache
+class QORDESIGN_AUTOTEST_EXPORT TQorTransCache
 {
 public:
     TQorTransCache();
@@ -85,4 +80,4 @@ private:
 };
 
 // The one cache of the process, made on first use.
-QORDESIGN_EXPORT TQorTransCache *QorTransCache();
+QORDESIGN_AUTOTEST_EXPORT TQorTransCache *QorTransCache();

@@ -21,19 +21,19 @@
 #include <QSizePolicy>
 
 // The descriptor of a value type, null when the type has none.
-QORDESIGN_EXPORT const QMetaObject *ValueTypeDescriptor(QMetaType Type);
+QORDESIGN_AUTOTEST_EXPORT const QMetaObject *ValueTypeDescriptor(QMetaType Type);
 // The value type a descriptor describes; invalid for other classes.
-QORDESIGN_EXPORT QMetaType DescribedValueType(const QMetaObject *Descriptor);
+QORDESIGN_AUTOTEST_EXPORT QMetaType DescribedValueType(const QMetaObject *Descriptor);
 // Reads one field of a value through its descriptor; invalid when the
 // value is not of the described type.
-QORDESIGN_EXPORT QVariant ReadValueField(const QVariant &Value, const QMetaObject *Descriptor,
+QORDESIGN_AUTOTEST_EXPORT QVariant ReadValueField(const QVariant &Value, const QMetaObject *Descriptor,
                                          const QMetaProperty &Field);
 // Writes one field into a value; false (value unchanged) when the field
 // does not take the field value or the value is not of the described type.
-QORDESIGN_EXPORT bool WriteValueField(QVariant &Value, const QMetaObject *Descriptor,
+QORDESIGN_AUTOTEST_EXPORT bool WriteValueField(QVariant &Value, const QMetaObject *Descriptor,
                                       const QMetaProperty &Field, const QVariant &FieldValue);
 
-class QORDESIGN_EXPORT TQorFontFields
+class QORDESIGN_AUTOTEST_EXPORT TQorFontFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QFont")
@@ -67,7 +67,7 @@ public:
     void setKerning(bool v) { value.setKerning(v); }
 };
 
-class QORDESIGN_EXPORT TQorSizeFields
+class QORDESIGN_AUTOTEST_EXPORT TQorSizeFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QSize")
@@ -83,7 +83,7 @@ public:
     void setHeight(int v) { value.setHeight(v); }
 };
 
-class QORDESIGN_EXPORT TQorPointFields
+class QORDESIGN_AUTOTEST_EXPORT TQorPointFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QPoint")
@@ -99,7 +99,7 @@ public:
     void setY(int v) { value.setY(v); }
 };
 
-class QORDESIGN_EXPORT TQorRectFields
+class QORDESIGN_AUTOTEST_EXPORT TQorRectFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QRect")
@@ -122,7 +122,7 @@ public:
     void setHeight(int v) { value.setHeight(v); }
 };
 
-class QORDESIGN_EXPORT TQorMarginsFields
+class QORDESIGN_AUTOTEST_EXPORT TQorMarginsFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QMargins")
@@ -144,7 +144,7 @@ public:
     void setBottom(int v) { value.setBottom(v); }
 };
 
-class QORDESIGN_EXPORT TQorSizePolicyFields
+class QORDESIGN_AUTOTEST_EXPORT TQorSizePolicyFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QSizePolicy")
@@ -169,7 +169,7 @@ public:
 
 // The colours of a palette's roles, read from the active group and written
 // to all groups (what a palette set on a widget usually means).
-class QORDESIGN_EXPORT TQorPaletteFields
+class QORDESIGN_AUTOTEST_EXPORT TQorPaletteFields
 {
     Q_GADGET
     Q_CLASSINFO("QorValueType", "QPalette")
