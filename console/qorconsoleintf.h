@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What the design center needs of the elements an application links to
-// it besides the design manager and the inspector: a component tree view,
-// a component palette and a design popup menu. The center finds these
+// The design console's interfaces. What the design center needs of the
+// elements an application links to it besides the design manager and the
+// inspector: a component tree view, a component palette and a design popup
+// menu; and what the library's attribute editors need of the designer they
+// work with beyond IDesigner (IQorFormDesigner). The center finds these
 // interfaces on the linked objects with qobject_cast, so an implementing
 // class names them in Q_INTERFACES.
 #pragma once
@@ -72,3 +74,21 @@ protected:
     IQorCenterPopupMenu() = default;
 };
 Q_DECLARE_INTERFACE(IQorCenterPopupMenu, "org.qordesign.IQorCenterPopupMenu/1.0")
+
+// What the library's own attribute editors need of the designer beyond
+// IDesigner: the selected component and the editing of a control in place.
+class QORDESIGN_EXPORT IQorFormDesigner
+{
+    Q_DISABLE_COPY_MOVE(IQorFormDesigner)
+
+public:
+    virtual ~IQorFormDesigner();
+    // The one selected component; null unless exactly one is selected.
+    virtual QObject *GetSelectedComponent() const = 0;
+    virtual void StartControlEmbedEdit() = 0;
+    virtual void EndControlEmbedEdit() = 0;
+
+protected:
+    IQorFormDesigner() = default;
+};
+Q_DECLARE_INTERFACE(IQorFormDesigner, "org.qordesign.IQorFormDesigner/1.0")

@@ -6,25 +6,9 @@
 
 #include "qordesign_export.h"
 
+#include "console/qorconsoleintf.h"
 #include "console/vhodesignintfimpls.h"
 
-#include <QtPlugin>
-
-class QORDESIGN_EXPORT IQorFormDesigner
-{
-    Q_DISABLE_COPY_MOVE(IQorFormDesigner)
-
-public:
-    virtual ~IQorFormDesigner();
-    // The one selected component; null unless exactly one is selected.
-    virtual QObject *GetSelectedComponent() const = 0;
-    virtual void StartControlEmbedEdit() = 0;
-    virtual void EndControlEmbedEdit() = 0;
-
-protected:
-    IQorFormDesigner() = default;
-};
-Q_DECLARE_INTERFACE(IQorFormDesigner, "org.qordesign.IQorFormDesigner/1.0")
 
 class QORDESIGN_EXPORT TQorFormDesigner : public TVhoDesigner, public IQorFormDesigner
 {
