@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Design messages and the definitions the design surface shares: the
-// registered message numbers by which proxies, sizers and the stage talk to
-// each other, the enumerations of sizer, stage, selection and arrange modes,
-// the mouse-down result codes, and a few small helpers.
+// Design messages and the definitions the design surface shares with
+// applications: the registered message numbers by which proxies, sizers and
+// the stage talk to each other, the enumerations of sizer, stage, selection
+// and arrange modes, and the arrange helpers (scale, flip, containers).
 #pragma once
 
 #include "qordesign_export.h"

@@ -7,23 +7,7 @@
 #include "foundation/qortypinfo.h"
 #include "foundation/vhortti_p.h"
 
-#include <QApplication>
-#include <QAbstractTableModel>
-#include <QComboBox>
-#include <QHBoxLayout>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMouseEvent>
-#include <QScrollBar>
-#include <QPainter>
-#include <QStaticText>
-#include <QtMath>
-#include <QStyle>
-#include <QStyledItemDelegate>
-#include <QTimer>
-#include <QToolButton>
 
 #include <exception>
 

@@ -1,29 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "inspector/qorvaluelisteditor.h"
 
-#include "foundation/qorerror.h"
-#include "foundation/qorrepaintonce_p.h"
-#include "foundation/qortypinfo.h"
-
 #include <QApplication>
 #include <QAbstractTableModel>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QScrollBar>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStaticText>
 #include <QtMath>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QToolButton>
-
-#include <exception>
 
 // ---- The grid's model and in-place editors -----------------------------
 
