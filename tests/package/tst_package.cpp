@@ -85,6 +85,8 @@ private Q_SLOTS:
         QStringList expected{
             QStringLiteral("console/qorcompeditors.h"),     QStringLiteral("console/qorconsoleintf.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
+            QStringLiteral("console/qordesignposalignform.h"), QStringLiteral("console/qordesignposscaleform.h"),
+            QStringLiteral("console/qordesignpossizeform.h"), QStringLiteral("console/qorradiogroup.h"),
             QStringLiteral("console/vhodesignintfimpls.h"), QStringLiteral("designer/qordesigner.h"),
             QStringLiteral("designer/qordesignintf.h"),     QStringLiteral("designer/qormanager.h"),
             QStringLiteral("designer/qorsizers.h"),         QStringLiteral("designer/qorstage.h"),
