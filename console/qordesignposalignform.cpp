@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignposalignform.h"
 #include "console/qorradiogroup.h"
+#include "console/qordesignposform_p.h"
 
 #include "ui_qordesignposalignform.h"
 
-#include <QCoreApplication>
-#include <QPointer>
 
 namespace {
 
@@ -25,11 +24,7 @@ TDialogPosAlign::TDialogPosAlign(QWidget *Parent)
     m_ui->setupUi(this);
     m_horizontal = new TQorRadioGroup(m_ui->RadioGroupHorizontal);
     m_vertical = new TQorRadioGroup(m_ui->RadioGroupVertical);
-    // A form file holds a font in points; the dialog's is given in pixels.
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(11);
-    setFont(font);
-    setFixedSize(size());
+    QorSetUpArrangeDialog(this);
 }
 
 TDialogPosAlign::~TDialogPosAlign() = default;
@@ -79,12 +74,5 @@ void TDialogPosAlign::changeEvent(QEvent *Event)
 
 TDialogPosAlign *QorDialogPosAlign()
 {
-    static QPointer<TDialogPosAlign> dialog;
-    if (!dialog) {
-        dialog = new TDialogPosAlign;
-        // No widget may outlive the application object, nor stay behind
-        // as a leak when the program ends.
-        qAddPostRoutine([] { delete dialog.data(); });
-    }
-    return dialog;
+    return QorSharedArrangeDialog<TDialogPosAlign>();
 }

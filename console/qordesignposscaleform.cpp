@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignposscaleform.h"
+#include "console/qordesignposform_p.h"
 
 #include "ui_qordesignposscaleform.h"
 
-#include <QCoreApplication>
-#include <QPointer>
 #include <QShowEvent>
 
 TDialogPosScale::TDialogPosScale(QWidget *Parent)
@@ -12,11 +11,7 @@ TDialogPosScale::TDialogPosScale(QWidget *Parent)
     , m_ui(std::make_unique<Ui::TDialogPosScale>())
 {
     m_ui->setupUi(this);
-    // A form file holds a font in points; the dialog's is given in pixels.
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(11);
-    setFont(font);
-    setFixedSize(size());
+    QorSetUpArrangeDialog(this);
 }
 
 TDialogPosScale::~TDialogPosScale() = default;
@@ -63,12 +58,5 @@ void TDialogPosScale::changeEvent(QEvent *Event)
 
 TDialogPosScale *QorDialogPosScale()
 {
-    static QPointer<TDialogPosScale> dialog;
-    if (!dialog) {
-        dialog = new TDialogPosScale;
-        // No widget may outlive the application object, nor stay behind
-        // as a leak when the program ends.
-        qAddPostRoutine([] { delete dialog.data(); });
-    }
-    return dialog;
+    return QorSharedArrangeDialog<TDialogPosScale>();
 }

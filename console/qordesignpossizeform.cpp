@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignpossizeform.h"
 #include "console/qorradiogroup.h"
+#include "console/qordesignposform_p.h"
 
 #include "ui_qordesignpossizeform.h"
 
-#include <QCoreApplication>
-#include <QPointer>
 #include <QRegularExpressionValidator>
 
 namespace {
@@ -39,11 +38,7 @@ TDialogPosSize::TDialogPosSize(QWidget *Parent)
     auto *digits = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), this);
     m_ui->EditWidth->setValidator(digits);
     m_ui->EditHeight->setValidator(digits);
-    // A form file holds a font in points; the dialog's is given in pixels.
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(11);
-    setFont(font);
-    setFixedSize(size());
+    QorSetUpArrangeDialog(this);
 }
 
 TDialogPosSize::~TDialogPosSize() = default;
@@ -104,12 +99,5 @@ void TDialogPosSize::changeEvent(QEvent *Event)
 
 TDialogPosSize *QorDialogPosSize()
 {
-    static QPointer<TDialogPosSize> dialog;
-    if (!dialog) {
-        dialog = new TDialogPosSize;
-        // No widget may outlive the application object, nor stay behind
-        // as a leak when the program ends.
-        qAddPostRoutine([] { delete dialog.data(); });
-    }
-    return dialog;
+    return QorSharedArrangeDialog<TDialogPosSize>();
 }
