@@ -19,6 +19,8 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
@@ -489,6 +491,38 @@ private Q_SLOTS:
         QCOMPARE(QorDialogPosSize()->HeightIndex(), 3);
     }
 
+    void aRadioGroupIsReadAndSetAsAnItemIndex()
+    {
+        QGroupBox box;
+        for (const char *caption : {"&One", "&Two", "T&hree"})
+            new QRadioButton(QLatin1String(caption), &box);
+        // A button inside a frame of the box is no item of it.
+        new QRadioButton(QStringLiteral("Inner"), new QFrame(&box));
+        auto *group = new TQorRadioGroup(&box);
+        QCOMPARE(group->Box(), &box);
+        QCOMPARE(group->ItemCount(), 3);
+        QCOMPARE(group->Items(), (QStringList{QStringLiteral("&One"), QStringLiteral("&Two"), QStringLiteral("T&hree")}));
+        QCOMPARE(group->ItemIndex(), -1);
+        QSignalSpy changed(group, &TQorRadioGroup::ItemIndexChanged);
+        group->SetItemIndex(2);
+        QCOMPARE(group->ItemIndex(), 2);
+        QVERIFY(group->button(2)->isChecked());
+        group->SetItemIndex(0);
+        QVERIFY(!group->button(2)->isChecked());
+        group->SetItemIndex(-1);
+        QCOMPARE(group->ItemIndex(), -1);
+        QVERIFY(!group->button(0)->isChecked());
+        QCOMPARE(changed.size(), 3);
+        QCOMPARE(changed.at(0).at(0).toInt(), 2);
+        QCOMPARE(changed.at(1).at(0).toInt(), 0);
+        QCOMPARE(changed.at(2).at(0).toInt(), -1);
+        // Still exclusive after letting go of its choice.
+        group->button(1)->setChecked(true);
+        group->button(0)->setChecked(true);
+        QVERIFY(!group->button(1)->isChecked());
+        QCOMPARE(group->property("ItemIndex").toInt(), 0);
+    }
+
     // Run in a program of its own, under the same sanitizers: the
     // dialogs go when the application object goes, before anything of Qt
     // they need is gone, and none is left over as a leak.
@@ -603,6 +637,11 @@ private Q_SLOTS:
         size.SetWidthIndex(3);
         part<QLineEdit>(&size, "EditWidth")->setText(QStringLiteral("77"));
         part<QLineEdit>(&scale, "EditScaleFactor")->setText(QStringLiteral("150"));
+        // One of them has been on the screen: a dialog with a window of its
+        // own hears of the new language through that window.
+        align.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&align));
+        align.hide();
 
         BracketTranslator translator;
         QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -652,9 +691,15 @@ private:
         // Every control lies inside the client area.
         for (const QWidget *child : Dialog->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
             QVERIFY2(Dialog->rect().contains(child->geometry()), qPrintable(child->objectName()));
-        // Shown, it keeps that size.
-        QVERIFY(QorGuiTest::showAndActivate(Dialog));
+        // Shown, it keeps that size, in the middle of the screen.
+        Dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(Dialog));
         QCOMPARE(Dialog->size(), Client);
+        const QPoint offCentre = Dialog->frameGeometry().center() - Dialog->screen()->availableGeometry().center();
+        // Qt leaves room for the frame a window manager would add (its
+        // guess where there is none: 10 by 40 pixels), so the window sits
+        // a little up and left of the exact middle.
+        QVERIFY2(qAbs(offCentre.x()) <= 12 && qAbs(offCentre.y()) <= 45, qPrintable(QStringLiteral("%1, %2").arg(offCentre.x()).arg(offCentre.y())));
         Dialog->hide();
     }
 };
