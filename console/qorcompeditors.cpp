@@ -7,6 +7,7 @@
 #include "foundation/vhosysutils.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QListWidget>
@@ -120,8 +121,10 @@ int TQorPagesEditor::GetVerbCount() const
 
 QString TQorPagesEditor::GetVerb(int Index) const
 {
-    static const char *const verbs[] = {"Add Page", "Delete Page", "Next Page", "Previous Page"};
-    return Index >= 0 && Index < 4 ? QObject::tr(verbs[Index]) : QString();
+    static const char *const verbs[] = {
+        QT_TRANSLATE_NOOP("TQorPagesEditor", "Add Page"), QT_TRANSLATE_NOOP("TQorPagesEditor", "Delete Page"),
+        QT_TRANSLATE_NOOP("TQorPagesEditor", "Next Page"), QT_TRANSLATE_NOOP("TQorPagesEditor", "Previous Page")};
+    return Index >= 0 && Index < 4 ? QCoreApplication::translate("TQorPagesEditor", verbs[Index]) : QString();
 }
 
 void TQorPagesEditor::ExecuteVerb(int Index)
@@ -193,7 +196,7 @@ int TQorItemsEditor::GetVerbCount() const
 
 QString TQorItemsEditor::GetVerb(int Index) const
 {
-    return Index == 0 ? QObject::tr("Edit Items...") : QString();
+    return Index == 0 ? QCoreApplication::translate("TQorItemsEditor", "Edit Items...") : QString();
 }
 
 QString TQorItemsEditor::ItemsText() const
@@ -255,7 +258,7 @@ void TQorItemsEditor::ExecuteVerb(int Index)
         return;
     QDialog dialog;
     dialog.setObjectName(QStringLiteral("QorItemsDialog"));
-    dialog.setWindowTitle(QObject::tr("Items of %1").arg(Component()->objectName()));
+    dialog.setWindowTitle(QCoreApplication::translate("TQorItemsEditor", "Items of %1").arg(Component()->objectName()));
     auto *layout = new QVBoxLayout(&dialog);
     auto *text = new QPlainTextEdit(&dialog);
     text->setObjectName(QStringLiteral("Items"));

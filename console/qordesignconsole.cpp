@@ -36,6 +36,8 @@ void TQorDesignCenter::ReleaseAllElements()
     m_designManager = nullptr;
     m_compTreeView = nullptr;
     m_objInspector = nullptr;
+    if (m_watchedStage)
+        m_watchedStage->removeEventFilter(this);
 }
 
 IQorCompTreeView *TQorDesignCenter::treeView() const
@@ -80,7 +82,56 @@ void TQorDesignCenter::SetDesignManager(TQorDesignManager *Manager)
         m_designer->SetDesigner(m_designManager);
     else
         m_designer = std::make_unique<TQorFormDesigner>(m_designManager);
+    watchManager();
     NotifyDesignManagerChanged();
+    Q_EMIT DesignStateChanged();
+}
+
+void TQorDesignCenter::watchManager()
+{
+    for (const QMetaObject::Connection &c : std::as_const(m_managerConnections))
+        disconnect(c);
+    m_managerConnections.clear();
+    if (m_designManager) {
+        m_managerConnections.append(connect(m_designManager, &TQorDesignManager::EnabledChanged, this,
+                                            &TQorDesignCenter::DesignStateChanged));
+        m_managerConnections.append(connect(m_designManager, &TQorDesignManager::DesignStageChanged, this, [this] {
+            watchStage();
+            Q_EMIT DesignStateChanged();
+        }));
+        // A manager that goes away takes its stage's state with it.
+        m_managerConnections.append(connect(m_designManager, &QObject::destroyed, this, [this] {
+            watchStage();
+            Q_EMIT DesignStateChanged();
+        }));
+    }
+    watchStage();
+}
+
+void TQorDesignCenter::watchStage()
+{
+    QWidget *stage = GetDesignStage();
+    if (stage == m_watchedStage)
+        return;
+    if (m_watchedStage)
+        m_watchedStage->removeEventFilter(this);
+    m_watchedStage = stage;
+    if (stage)
+        stage->installEventFilter(this);
+}
+
+bool TQorDesignCenter::eventFilter(QObject *Watched, QEvent *Event)
+{
+    // The stage shown or hidden, also with its window or a container.
+    if (Watched == m_watchedStage && (Event->type() == QEvent::Show || Event->type() == QEvent::Hide))
+        Q_EMIT DesignStateChanged();
+    return QObject::eventFilter(Watched, Event);
+}
+
+void TQorDesignCenter::SetSelectedCompsSilently(const TComponentList &List)
+{
+    m_selectedComps = List;
+    Q_EMIT DesignStateChanged();
 }
 
 void TQorDesignCenter::SetObjInspector(TVhoObjInspector *Inspector)
@@ -139,6 +190,7 @@ void TQorDesignCenter::SetEnabled(bool Value)
     m_enabled = Value;
     if (m_designManager)
         m_designManager->SetEnabled(Value);
+    Q_EMIT DesignStateChanged();
 }
 
 TQorStageMouseMoveEvent TQorDesignCenter::OnStageMouseMove() const
@@ -225,6 +277,7 @@ void TQorDesignCenter::Refresh()
         m_objInspector->SetActiveComponents(m_selectedComps);
         m_objInspector->Refresh();
     }
+    Q_EMIT DesignStateChanged();
 }
 
 // ---- Reports from the elements ---------------------------------------------
@@ -238,6 +291,7 @@ void TQorDesignCenter::DesignerSelCompChanged()
     if (IQorCompTreeView *tree = treeView())
         tree->SetSelectedComps(m_selectedComps);
     Q_EMIT OnCompsChange(this);
+    Q_EMIT DesignStateChanged();
 }
 
 void TQorDesignCenter::CompTreeSelCompChanged()
@@ -248,6 +302,7 @@ void TQorDesignCenter::CompTreeSelCompChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (m_designManager)
         m_designManager->SetSelectedComps(m_selectedComps);
+    Q_EMIT DesignStateChanged();
 }
 
 void TQorDesignCenter::ConsoleCompListChanged()
@@ -258,6 +313,7 @@ void TQorDesignCenter::ConsoleCompListChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (m_designManager)
         m_designManager->SetSelectedComps(m_selectedComps);
+    Q_EMIT DesignStateChanged();
 }
 
 void TQorDesignCenter::DesignerSelCompMoved()

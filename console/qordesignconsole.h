@@ -104,7 +104,7 @@ public:
     const TComponentList &SelectedComps() const { return m_selectedComps; }
     // The selection without telling anyone (the designer interface's
     // SelectComponent).
-    void SetSelectedCompsSilently(const TComponentList &List) { m_selectedComps = List; }
+    void SetSelectedCompsSilently(const TComponentList &List);
     // The control being designed; null without a design manager.
     QWidget *GetDesignStage() const;
     // The designer the inspector's property editors work with; null without
@@ -172,11 +172,20 @@ Q_SIGNALS:
     void OnInspectorPropChange(QObject *Sender);
     // A component chosen on the palette was inserted.
     void AfterDynInsComponent(QObject *Sender, QObject *Component);
+    // What the design commands judge by may have changed: the selection,
+    // the center's or the design manager's enabled state, the linked
+    // design manager, its stage or the stage's visibility.
+    void DesignStateChanged();
+
+protected:
+    bool eventFilter(QObject *Watched, QEvent *Event) override;
 
 private:
     IQorCompTreeView *treeView() const;
     IQorCompPallete *pallete() const;
     void ReleaseAllElements();
+    void watchManager();
+    void watchStage();
 
     QPointer<TQorDesignManager> m_designManager;
     QPointer<TVhoObjInspector> m_objInspector;
@@ -189,6 +198,8 @@ private:
     bool m_enabled = true;
     bool m_persistEnabled = true;
     std::unique_ptr<TQorFormDesigner> m_designer;
+    QList<QMetaObject::Connection> m_managerConnections;
+    QPointer<QWidget> m_watchedStage;
 };
 
 // True for the design system's own parts: sizers, the rubber band, design

@@ -22,6 +22,8 @@ T *QorSharedArrangeDialog()
     static QPointer<T> dialog;
     if (!dialog) {
         dialog = new T;
+        // Kept hidden between uses, not left behind by its user.
+        dialog->setProperty("qorKeptByLibrary", true);
         qAddPostRoutine([] { delete dialog.data(); });
     }
     return dialog;

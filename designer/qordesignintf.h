@@ -63,3 +63,21 @@ protected:
     IQorObjInspector() = default;
 };
 Q_DECLARE_INTERFACE(IQorObjInspector, "org.qordesign.IQorObjInspector/1.0")
+
+// A popup menu that pops up for a component (the design popup menus): the
+// stage and the sizers pop such a menu up through PopupBaseOnComp with the
+// control the right click was on, any other menu at the pointer.
+class QORDESIGN_EXPORT IQorCompPopupMenu
+{
+    Q_DISABLE_COPY_MOVE(IQorCompPopupMenu)
+
+public:
+    virtual ~IQorCompPopupMenu();
+
+    // Pops up at the global point (X, Y) for Component.
+    virtual void PopupBaseOnComp(QObject *Component, int X, int Y) = 0;
+
+protected:
+    IQorCompPopupMenu() = default;
+};
+Q_DECLARE_INTERFACE(IQorCompPopupMenu, "org.qordesign.IQorCompPopupMenu/1.0")

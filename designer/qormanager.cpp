@@ -24,6 +24,7 @@
 
 IQorDesignCenter::~IQorDesignCenter() = default;
 IQorObjInspector::~IQorObjInspector() = default;
+IQorCompPopupMenu::~IQorCompPopupMenu() = default;
 
 TQorDesignUpdateScope::TQorDesignUpdateScope(TQorDesignManager *Manager)
     : m_manager(Manager)
@@ -87,6 +88,7 @@ void TQorDesignManager::SetDesignStage(QWidget *Stage)
     DoneDesigning();
     m_designStage = Stage;
     InitDesigning();
+    Q_EMIT DesignStageChanged(Stage);
 }
 
 void TQorDesignManager::InitDesigning()
@@ -219,6 +221,7 @@ void TQorDesignManager::stageDestroyed()
     m_isDesigning = false;
     DoneDesigning();
     Q_EMIT IsDesigningChanged(false);
+    Q_EMIT DesignStageChanged(nullptr);
 }
 
 void TQorDesignManager::Notification(QObject *Component, TQorCompOperation Operation)
@@ -308,6 +311,7 @@ void TQorDesignManager::SetEnabled(bool Value)
     m_stageProxy->SetEnbaled(Value);
     if (m_stageSizer)
         m_stageSizer->SetEnabled(Value);
+    Q_EMIT EnabledChanged(Value);
 }
 
 void TQorDesignManager::SetDesignPopupMenu(QMenu *Menu)

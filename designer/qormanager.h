@@ -224,6 +224,11 @@ Q_SIGNALS:
     // the stage's menu).
     void OnDesignPopup(QMenu *Menu, QWidget *Control, const QPoint &GlobalPos);
     void IsDesigningChanged(bool Designing);
+    // Enabled changed.
+    void EnabledChanged(bool Enabled);
+    // Another stage, or none, is designed (also when the stage is
+    // destroyed).
+    void DesignStageChanged(QWidget *Stage);
 
 private:
     void Notification(QObject *Component, TQorCompOperation Operation);

@@ -408,6 +408,23 @@ bool TQorDesignWindowFilter::mouseEvent(QMouseEvent *event)
         if (message.Msg == WM_RBUTTONDOWN)
             return true;
     }
+    if (!sizer && message.Msg == WM_RBUTTONUP && target != stage && m->DesignPopupMenu()) {
+        // The press selected the control through posted messages that a
+        // quick click's release overtakes: the menu comes once they are
+        // through, from the new sizer, as for a control selected before.
+        QPointer<QWidget> clicked = target;
+        QPointer<TQorDesignManager> manager = m;
+        QMetaObject::invokeMethod(
+            m,
+            [clicked, manager, global] {
+                if (!clicked || !manager)
+                    return;
+                TQorSizer *later = manager->Sizers()->SizerOf(clicked);
+                if (later && later->Enabled())
+                    later->WMRButtonUp(global);
+            },
+            Qt::QueuedConnection);
+    }
     dispatcher()->dispatch(target, message);
     return true;
 }
@@ -906,7 +923,10 @@ void TQorDesignStageProxy::ProxyMouseUp(TMessage &Message)
         const QPoint global = m_control->mapToGlobal(LParamToPoint(Message.LParam));
         QMenu *menu = m_designManager->DesignPopupMenu();
         Q_EMIT m_designManager->OnDesignPopup(menu, m_control, global);
-        menu->popup(global);
+        if (auto *designMenu = qobject_cast<IQorCompPopupMenu *>(menu))
+            designMenu->PopupBaseOnComp(m_control, global.x(), global.y());
+        else
+            menu->popup(global);
     }
 }
 

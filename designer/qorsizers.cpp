@@ -706,6 +706,11 @@ bool TQorSizer::IsSizerKey(const QKeyEvent *Event)
     case Qt::Key_Down:
         return Event->modifiers().testFlag(Qt::ControlModifier);
     case Qt::Key_Delete:
+        // Delete alone is the sizer's (it deletes when it goes up); with a
+        // modifier it never deletes here, and may be one of the
+        // application's shortcuts (Shift+Delete cuts where the application
+        // gives it to its cut command).
+        return !(Event->modifiers() & modifierMask);
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         return true;
@@ -774,7 +779,13 @@ void TQorSizer::WMRButtonUp(const QPoint &GlobalPos)
         return;
     if (m_sizerList && m_sizerList->DesignManager())
         Q_EMIT m_sizerList->DesignManager()->OnDesignPopup(m_popupMenu, m_control, GlobalPos);
-    m_popupMenu->popup(GlobalPos);
+    // The signal's receivers may have changed the menu's fate.
+    if (!m_popupMenu)
+        return;
+    if (auto *designMenu = qobject_cast<IQorCompPopupMenu *>(m_popupMenu.data()))
+        designMenu->PopupBaseOnComp(m_control, GlobalPos.x(), GlobalPos.y());
+    else
+        m_popupMenu->popup(GlobalPos);
 }
 
 void TQorSizer::WMLButtonDblClk()

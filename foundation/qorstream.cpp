@@ -43,6 +43,7 @@
 #include "foundation/qorstream_p.h"
 #include "foundation/qorvaluecheck_p.h"
 
+#include <QCoreApplication>
 #include <QBuffer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -58,10 +59,10 @@ using namespace QorStreamPrivate;
 void WriteComponent(QIODevice &Stream, QObject *Component)
 {
     if (!Component)
-        throw EQorError(tr("No component to write"));
+        throw EQorError(QCoreApplication::translate("QorDesign", "No component to write"));
     const QByteArray record = encodeRecord(storeComponent(Component));
     if (Stream.write(record) != record.size())
-        throw EQorError(tr("The component stream cannot be written"));
+        throw EQorError(QCoreApplication::translate("QorDesign", "The component stream cannot be written"));
 }
 
 QObject *ReadComponent(QIODevice &Stream, QObject *Instance, QWidget *Parent, QObject *Owner)
@@ -89,7 +90,7 @@ QList<QObject *> ReadComponents(QIODevice &Stream, QWidget *Parent, QObject *Own
 QByteArray ComponentToBytes(QObject *Component)
 {
     if (!Component)
-        throw EQorError(tr("No component to write"));
+        throw EQorError(QCoreApplication::translate("QorDesign", "No component to write"));
     return encodeRecord(storeComponent(Component));
 }
 
@@ -98,7 +99,7 @@ QObject *ComponentFromBytes(const QByteArray &Bytes, QObject *Instance, QWidget 
     if (Bytes.size() >= kHeaderSize && std::memcmp(Bytes.constData(), kSignature, 4) == 0) {
         const quint32 length = qFromBigEndian<quint32>(Bytes.constData() + 4);
         if (Bytes.size() > kHeaderSize + qint64(length))
-            throw EReadError(tr("Junk after the component"));
+            throw EReadError(QCoreApplication::translate("QorDesign", "Junk after the component"));
     }
     QBuffer buffer;
     buffer.setData(Bytes);
@@ -129,7 +130,7 @@ QString ComponentBinaryToText(const QByteArray &Records)
 QByteArray ComponentTextToBinary(const QString &Text)
 {
     if (Text.size() > QorLimits::kMaxTextBytes / 2)
-        badText(tr("it is longer than a component text may be"));
+        badText(QCoreApplication::translate("QorDesign", "it is longer than a component text may be"));
     QJsonParseError error;
     const QJsonDocument doc = QJsonDocument::fromJson(Text.toUtf8(), &error);
     if (error.error != QJsonParseError::NoError)

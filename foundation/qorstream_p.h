@@ -53,8 +53,6 @@ inline const QByteArray kItemEnabled = QByteArrayLiteral("qor.itemEnabled");
 inline const QByteArray kScrollAreaWidget = QByteArrayLiteral("qor.scrollAreaWidget");
 inline const QByteArray kHidden = QByteArrayLiteral("qor.hidden");
 
-// A message in the library's translation context.
-QString tr(const char *text);
 // Throws the EReadError of a record whose bytes make no sense.
 [[noreturn]] void damaged();
 

@@ -10,6 +10,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 #include <QMetaEnum>
 #include <QPair>
@@ -48,12 +49,12 @@ struct Plan
 
 [[noreturn]] void noSuchProperty(const QString &className, const QByteArray &name)
 {
-    throw EReadError(tr("Class %1 has no property %2").arg(className, QString::fromUtf8(name)));
+    throw EReadError(QCoreApplication::translate("QorDesign", "Class %1 has no property %2").arg(className, QString::fromUtf8(name)));
 }
 
 [[noreturn]] void badValue(const QString &className, const QByteArray &name)
 {
-    throw EReadError(tr("Invalid value of property %2 of class %1")
+    throw EReadError(QCoreApplication::translate("QorDesign", "Invalid value of property %2 of class %1")
                          .arg(className, QString::fromUtf8(name)));
 }
 
@@ -85,7 +86,7 @@ void planObject(const StoredObject &o, Plan &plan, const QMetaObject *container,
     const QString className = QString::fromLatin1(plan.metaObject->className());
     const bool widget = IsWidgetClass(plan.metaObject);
     if (widget && container && !IsWidgetClass(container))
-        throw EReadError(tr("A widget of class %1 is nested in the non-visual %2")
+        throw EReadError(QCoreApplication::translate("QorDesign", "A widget of class %1 is nested in the non-visual %2")
                              .arg(className, QString::fromLatin1(container->className())));
     ClassInfo &info = classInfo(plan.metaObject);
 
@@ -97,7 +98,7 @@ void planObject(const StoredObject &o, Plan &plan, const QMetaObject *container,
         const int index = info.byName.value(p.name, -1);
         if (index < 0) {
             if (plan.metaObject->indexOfProperty(p.name.constData()) >= 0)
-                throw EReadError(tr("Property %2 of class %1 cannot be written")
+                throw EReadError(QCoreApplication::translate("QorDesign", "Property %2 of class %1 cannot be written")
                                      .arg(className, QString::fromUtf8(p.name)));
             noSuchProperty(className, p.name);
         }
@@ -174,7 +175,7 @@ void collectNames(const Plan &plan, QSet<QString> &names, const QObject *instanc
         const QString key = child.stored->name.toCaseFolded();
         if (!key.isEmpty()) {
             if (names.contains(key) || (instance && FindComponent(instance, child.stored->name)))
-                throw EComponentError(tr("A component named %1 already exists").arg(child.stored->name));
+                throw EComponentError(QCoreApplication::translate("QorDesign", "A component named %1 already exists").arg(child.stored->name));
             names.insert(key);
         }
         collectNames(child, names, instance);
@@ -259,7 +260,7 @@ private:
     {
         QObject *o = CreateRegisteredComponent(plan.metaObject);
         if (!o)
-            throw EReadError(tr("Class %1 made no component")
+            throw EReadError(QCoreApplication::translate("QorDesign", "Class %1 made no component")
                                  .arg(QString::fromLatin1(plan.metaObject->className())));
         m_created.append(o);
         return o;
@@ -281,7 +282,7 @@ private:
         if (o == m_instance)
             m_saved.append({pp.info->property, pp.info->property.read(o)});
         if (!pp.info->property.write(o, pp.value)) {
-            throw EReadError(tr("Property %2 of class %1 cannot take the value read")
+            throw EReadError(QCoreApplication::translate("QorDesign", "Property %2 of class %1 cannot take the value read")
                                  .arg(QString::fromLatin1(o->metaObject()->className()),
                                       QString::fromUtf8(pp.info->name)));
         }
@@ -382,7 +383,7 @@ QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, 
     Plan plan;
     planObject(stored, plan, nullptr, 0);
     if (instance && instance->metaObject() != plan.metaObject) {
-        throw EReadError(tr("A component of class %1 cannot be read into a %2")
+        throw EReadError(QCoreApplication::translate("QorDesign", "A component of class %1 cannot be read into a %2")
                              .arg(QString::fromLatin1(plan.metaObject->className()),
                                   QString::fromLatin1(instance->metaObject()->className())));
     }
@@ -396,7 +397,7 @@ QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, 
             continue;
         const QObject *taken = FindComponent(rootOwner, stored.name);
         if (taken && taken != instance)
-            throw EComponentError(tr("A component named %1 already exists").arg(stored.name));
+            throw EComponentError(QCoreApplication::translate("QorDesign", "A component named %1 already exists").arg(stored.name));
     }
 
     Builder builder(instance);

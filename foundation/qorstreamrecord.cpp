@@ -24,12 +24,12 @@ constexpr quint8 kEndTag = 'E';
 
 [[noreturn]] void notAStream()
 {
-    throw EReadError(tr("Not a component stream"));
+    throw EReadError(QCoreApplication::translate("QorDesign", "Not a component stream"));
 }
 
 [[noreturn]] void truncated()
 {
-    throw EReadError(tr("The component stream ends inside a component"));
+    throw EReadError(QCoreApplication::translate("QorDesign", "The component stream ends inside a component"));
 }
 
 QDataStream &setUp(QDataStream &s)
@@ -221,14 +221,10 @@ private:
 
 } // namespace
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("QorDesign", text);
-}
 
 [[noreturn]] void damaged()
 {
-    throw EReadError(tr("The component stream is damaged"));
+    throw EReadError(QCoreApplication::translate("QorDesign", "The component stream is damaged"));
 }
 
 QByteArray variantBytes(const QVariant &value)

@@ -7,6 +7,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorvaluecheck_p.h"
 
+#include <QCoreApplication>
 #include <QColor>
 #include <QCursor>
 #include <QDate>
@@ -306,19 +307,19 @@ QString requiredString(const QJsonObject &o, const char *key)
 {
     const QJsonValue v = o.value(QLatin1String(key));
     if (!v.isString())
-        badText(tr("\"%1\" is missing or not a text").arg(QLatin1String(key)));
+        badText(QCoreApplication::translate("QorDesign", "\"%1\" is missing or not a text").arg(QLatin1String(key)));
     return v.toString();
 }
 
 StoredProperty propertyOfText(const QJsonValue &j, bool dynamic)
 {
     if (!j.isObject())
-        badText(tr("a property is not an object"));
+        badText(QCoreApplication::translate("QorDesign", "a property is not an object"));
     const QJsonObject o = j.toObject();
     StoredProperty p;
     p.name = requiredString(o, "name").toUtf8();
     if (p.name.isEmpty())
-        badText(tr("a property has no name"));
+        badText(QCoreApplication::translate("QorDesign", "a property has no name"));
     if (!dynamic && o.contains(QLatin1String("enum"))) {
         p.kind = kEnumKey;
         p.keys = requiredString(o, "enum").toUtf8();
@@ -332,16 +333,16 @@ StoredProperty propertyOfText(const QJsonValue &j, bool dynamic)
         const auto decoded = QByteArray::fromBase64Encoding(requiredString(o, "data").toLatin1(),
                                                             QByteArray::AbortOnBase64DecodingErrors);
         if (!decoded)
-            badText(tr("the data of property %1 is not base64").arg(QString::fromUtf8(p.name)));
+            badText(QCoreApplication::translate("QorDesign", "the data of property %1 is not base64").arg(QString::fromUtf8(p.name)));
         const auto value = variantFromBytes(*decoded);
         if (!value || (o.contains(QLatin1String("type")) && requiredString(o, "type") != typeName(*value)))
-            badText(tr("the data of property %1 is not a value").arg(QString::fromUtf8(p.name)));
+            badText(QCoreApplication::translate("QorDesign", "the data of property %1 is not a value").arg(QString::fromUtf8(p.name)));
         p.value = *value;
         p.raw = *decoded;
     } else {
         const auto value = valueOfReadable(requiredString(o, "type"), o.value(QLatin1String("value")));
         if (!value)
-            badText(tr("the value of property %1 does not fit its type").arg(QString::fromUtf8(p.name)));
+            badText(QCoreApplication::translate("QorDesign", "the value of property %1 does not fit its type").arg(QString::fromUtf8(p.name)));
         p.value = *value;
     }
     return p;
@@ -353,7 +354,7 @@ QJsonArray requiredArray(const QJsonObject &o, const char *key)
     if (v.isUndefined())
         return {};
     if (!v.isArray())
-        badText(tr("\"%1\" is not a list").arg(QLatin1String(key)));
+        badText(QCoreApplication::translate("QorDesign", "\"%1\" is not a list").arg(QLatin1String(key)));
     return v.toArray();
 }
 
@@ -388,18 +389,18 @@ void appendObjectText(QByteArray &out, const StoredObject &o, const QByteArray &
 
 [[noreturn]] void badText(const QString &why)
 {
-    throw EReadError(tr("The component text is damaged: %1").arg(why));
+    throw EReadError(QCoreApplication::translate("QorDesign", "The component text is damaged: %1").arg(why));
 }
 
 StoredObject objectOfText(const QJsonValue &j, int depth)
 {
     if (!j.isObject() || depth > kMaxDepth)
-        badText(tr("a component is not an object"));
+        badText(QCoreApplication::translate("QorDesign", "a component is not an object"));
     const QJsonObject o = j.toObject();
     StoredObject s;
     s.className = requiredString(o, "class");
     if (s.className.isEmpty())
-        badText(tr("a component has no class"));
+        badText(QCoreApplication::translate("QorDesign", "a component has no class"));
     s.name = requiredString(o, "name");
     for (const QJsonValue &p : requiredArray(o, "properties"))
         s.properties.append(propertyOfText(p, false));

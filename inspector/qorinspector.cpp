@@ -577,7 +577,7 @@ void TVhoObjInspector::SetOnTranslateToIdent(const TRttiTranslateEvent &Event)
 
 void TVhoObjInspector::showError(const QString &PropName, const QString &Message)
 {
-    m_lastError = QStringLiteral("Invalid Property Value; %1").arg(Message);
+    m_lastError = tr("Invalid Property Value; %1").arg(Message);
     m_errorLabel->setText(m_lastError);
     placeErrorLabel();
     m_errorLabel->show();

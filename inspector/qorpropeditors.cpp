@@ -8,6 +8,7 @@
 #include "inspector/qorpropdetail.h"
 #include "foundation/vhortti_p.h"
 
+#include <QCoreApplication>
 #include <QColorDialog>
 #include <QDate>
 #include <QDateTime>
@@ -115,7 +116,8 @@ bool hasTextForm(PTypeInfo Type)
 
 [[noreturn]] void refuseText(const QString &Text, const char *What)
 {
-    throw EConvertError(QStringLiteral("'%1' is not %2").arg(Text, QLatin1String(What)));
+    throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not %2")
+                            .arg(Text, QCoreApplication::translate("TPropertyEditor", What)));
 }
 
 // The whole numbers of a typed value: each with an optional sign, apart
@@ -292,7 +294,7 @@ void TInt64Property::SetValue(const QString &Value)
         value = QVariant(text.toLongLong(&ok, base));
     }
     if (!ok)
-        throw EConvertError(QStringLiteral("'%1' is not a valid integer value").arg(Value));
+        throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a valid integer value").arg(Value));
     SetVarValue(value);
 }
 
@@ -316,10 +318,10 @@ void TCharProperty::SetValue(const QString &Value)
         bool ok = false;
         const uint code = Value.mid(1).toUInt(&ok);
         if (!ok || code > 0xFFFF)
-            throw EConvertError(QStringLiteral("'%1' is not a valid character").arg(Value));
+            throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a valid character").arg(Value));
         c = QChar(char16_t(code));
     } else if (!Value.isEmpty()) {
-        throw EConvertError(QStringLiteral("'%1' is not a valid character").arg(Value));
+        throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a valid character").arg(Value));
     }
     SetVarValue(QVariant::fromValue(c));
 }
@@ -336,7 +338,7 @@ void TStringProperty::Edit()
     auto *text = new QPlainTextEdit;
     text->setObjectName(QStringLiteral("Text"));
     text->setPlainText(GetValue());
-    EditorDialog dialog("QorTextDialog", QObject::tr("Edit Text"), text);
+    EditorDialog dialog("QorTextDialog", QCoreApplication::translate("TPropertyEditor", "Edit Text"), text);
     dialog.resize(420, 260);
     if (dialog.exec() == QDialog::Accepted)
         SetValue(text->toPlainText());
@@ -495,28 +497,28 @@ void TClassProperty::SetValue(const QString &Value)
     if (meta == QMetaType::fromType<QSize>()) {
         const QList<int> n = numbersIn(Value, 2);
         if (n.isEmpty())
-            refuseText(Value, "a size (width x height)");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "a size (width x height)"));
         SetVarValue(QSize(n[0], n[1]));
     } else if (meta == QMetaType::fromType<QPoint>()) {
         const QList<int> n = numbersIn(Value, 2);
         if (n.isEmpty())
-            refuseText(Value, "a point (x, y)");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "a point (x, y)"));
         SetVarValue(QPoint(n[0], n[1]));
     } else if (meta == QMetaType::fromType<QRect>()) {
         const QList<int> n = numbersIn(Value, 4);
         if (n.isEmpty())
-            refuseText(Value, "a rectangle ([(x, y), width x height])");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "a rectangle ([(x, y), width x height])"));
         SetVarValue(QRect(n[0], n[1], n[2], n[3]));
     } else if (meta == QMetaType::fromType<QMargins>()) {
         const QList<int> n = numbersIn(Value, 4);
         if (n.isEmpty())
-            refuseText(Value, "margins ([left, top, right, bottom])");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "margins ([left, top, right, bottom])"));
         SetVarValue(QVariant::fromValue(QMargins(n[0], n[1], n[2], n[3])));
     } else if (meta == QMetaType::fromType<QSizePolicy>()) {
         QSizePolicy::Policy horizontal, vertical;
         std::optional<std::pair<int, int>> stretches;
         if (!sizePolicyIn(Value, horizontal, vertical, stretches))
-            refuseText(Value, "a size policy ([horizontal, vertical, stretch, stretch])");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "a size policy ([horizontal, vertical, stretch, stretch])"));
         // Stretches left out stay each object's own.
         forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
             QSizePolicy policy = GetPropValue(Object, Info).value<QSizePolicy>();
@@ -533,7 +535,7 @@ void TClassProperty::SetValue(const QString &Value)
         QString family;
         int points = 0, pixels = 0;
         if (!fontIn(Value, family, points, pixels))
-            refuseText(Value, "a font (family, size)");
+            refuseText(Value, QT_TRANSLATE_NOOP("TPropertyEditor", "a font (family, size)"));
         // The text names the family and the size only: each object keeps
         // the rest of its own font (bold, italic...).
         forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
@@ -547,7 +549,7 @@ void TClassProperty::SetValue(const QString &Value)
         });
         Modified();
     } else {
-        throw EPropertyError(QStringLiteral("%1 is edited through its fields").arg(GetName()));
+        throw EPropertyError(QCoreApplication::translate("TPropertyEditor", "%1 is edited through its fields").arg(GetName()));
     }
 }
 
@@ -613,7 +615,7 @@ void TKeySequenceProperty::SetValue(const QString &Value)
     for (int i = 0; i < sequence.count() && known; ++i)
         known = sequence[i].key() != Qt::Key_unknown;
     if (!known)
-        throw EConvertError(QStringLiteral("'%1' is not a valid key sequence").arg(Value));
+        throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a valid key sequence").arg(Value));
     SetVarValue(QVariant::fromValue(sequence));
 }
 
@@ -624,7 +626,7 @@ void TKeySequenceProperty::Edit()
     QObject *first = GetComponent(0);
     if (first)
         edit->setKeySequence(GetPropValue(first, GetPropInfo(0)).value<QKeySequence>());
-    EditorDialog dialog("QorKeySequenceDialog", QObject::tr("Key Sequence"), edit);
+    EditorDialog dialog("QorKeySequenceDialog", QCoreApplication::translate("TPropertyEditor", "Key Sequence"), edit);
     if (dialog.exec() == QDialog::Accepted)
         SetVarValue(QVariant::fromValue(edit->keySequence()));
 }
@@ -667,7 +669,7 @@ void TPictureProperty::LoadFile(const QString &FileName)
     } else {
         const QPixmap picture(FileName);
         if (picture.isNull())
-            throw EConvertError(QStringLiteral("'%1' is not an image file").arg(FileName));
+            throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not an image file").arg(FileName));
         value = icon ? QVariant(QIcon(picture)) : QVariant(picture);
     }
     forEachObject(*this, [&](QObject *Object, PPropInfo Info) {
@@ -680,11 +682,11 @@ void TPictureProperty::LoadFile(const QString &FileName)
 
 void TPictureProperty::Edit()
 {
-    QFileDialog dialog(DialogParent(), QObject::tr("Choose Image"));
+    QFileDialog dialog(DialogParent(), QCoreApplication::translate("TPropertyEditor", "Choose Image"));
     dialog.setObjectName(QStringLiteral("QorPictureDialog"));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilter(QObject::tr("Images (*.png *.jpg *.jpeg *.bmp *.gif *.svg *.xpm)"));
+    dialog.setNameFilter(QCoreApplication::translate("TPropertyEditor", "Images (*.png *.jpg *.jpeg *.bmp *.gif *.svg *.xpm)"));
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
         LoadFile(dialog.selectedFiles().first());
 }
@@ -718,7 +720,7 @@ void TStringListProperty::Edit()
     QObject *first = GetComponent(0);
     if (first)
         text->setPlainText(GetPropValue(first, GetPropInfo(0)).toStringList().join(QLatin1Char('\n')));
-    EditorDialog dialog("QorStringsDialog", QObject::tr("String List"), text);
+    EditorDialog dialog("QorStringsDialog", QCoreApplication::translate("TPropertyEditor", "String List"), text);
     dialog.resize(360, 280);
     if (dialog.exec() == QDialog::Accepted)
         SetValue(text->toPlainText());
@@ -771,7 +773,7 @@ void TDateTimeProperty::SetValue(const QString &Value)
     if (text.isEmpty())
         value = QVariant(type ? type->MetaType : QMetaType());
     else if (!valid)
-        throw EConvertError(QStringLiteral("'%1' is not a valid date or time").arg(Value));
+        throw EConvertError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a valid date or time").arg(Value));
     SetVarValue(value);
 }
 
@@ -819,12 +821,12 @@ void TComponentProperty::SetValue(const QString &Value)
     if (!Value.trimmed().isEmpty()) {
         target = NSNameToComp(Value.trimmed(), Owner(first));
         if (!target)
-            throw EPropertyError(QStringLiteral("'%1' is not a component of the form").arg(Value));
+            throw EPropertyError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a component of the form").arg(Value));
     }
     // Every object is checked before any is written.
     const QMetaObject *cls = GetPropType()->TypeData.ClassType;
     if (target && !target->metaObject()->inherits(cls))
-        throw EPropertyError(QStringLiteral("'%1' is not a %2").arg(Value, QorClassName(cls)));
+        throw EPropertyError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a %2").arg(Value, QorClassName(cls)));
     forEachObject(*this, [target](QObject *Object, PPropInfo Info) { SetObjectProp(Object, Info, target, true); });
     Modified();
 }
@@ -871,7 +873,7 @@ void TMethodProperty::SetValue(const QString &Value)
         for (const QMetaMethod &slot : fittingSlots(form, Info->Method))
             found = found || QString::fromLatin1(slot.name()) == slotName;
         if (!found)
-            throw EPropertyError(QStringLiteral("'%1' is not a slot of the form that fits %2").arg(slotName, Info->Name));
+            throw EPropertyError(QCoreApplication::translate("TPropertyEditor", "'%1' is not a slot of the form that fits %2").arg(slotName, Info->Name));
     });
     forEachObject(*this, [&slotName](QObject *Object, PPropInfo Info) {
         QObject *form = Owner(Object);
@@ -911,7 +913,7 @@ void TMethodProperty::Edit()
 {
     auto *list = new QListWidget;
     list->setObjectName(QStringLiteral("Slots"));
-    list->addItem(QObject::tr("(none)"));
+    list->addItem(QCoreApplication::translate("TPropertyEditor", "(none)"));
     QStringList names;
     GetValues([&names](const QString &Name) { names.append(Name); });
     names.sort(Qt::CaseInsensitive);
@@ -919,7 +921,7 @@ void TMethodProperty::Edit()
     const QString current = GetValue();
     const QList<QListWidgetItem *> found = list->findItems(current, Qt::MatchExactly);
     list->setCurrentRow(found.isEmpty() || current.isEmpty() ? 0 : list->row(found.first()));
-    EditorDialog dialog("QorEventDialog", QObject::tr("Connect %1").arg(GetName()), list);
+    EditorDialog dialog("QorEventDialog", QCoreApplication::translate("TPropertyEditor", "Connect %1").arg(GetName()), list);
     QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog, &QDialog::accept);
     if (dialog.exec() != QDialog::Accepted)
         return;

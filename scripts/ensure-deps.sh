@@ -11,8 +11,10 @@ set -euo pipefail
 # its CMake package needs libqt6opengl6-dev, which it does not pull in.
 # designer-qt6: the clipboard test exchanges components with a running Qt
 # Designer. libxtst-dev: real X input for the GUI tests; xvfb and xauth: xvfb-run.
+# qt6-l10n-tools: lupdate and lrelease, which make the library's translations.
+# tango-icon-theme: the demo's tool bar icons (public domain).
 PKGS=(build-essential cmake ninja-build qt6-base-dev libqt6sql6-sqlite libsqlite3-dev qt6-tools-dev libqt6opengl6-dev
-      designer-qt6 libgl-dev libxtst-dev xvfb xauth)
+      qt6-l10n-tools designer-qt6 libgl-dev libxtst-dev xvfb xauth tango-icon-theme)
 # clang builds the fuzz targets; libclang-rt-dev holds libFuzzer and
 # clang's sanitizer runtimes, which the clang package does not pull in.
 if [ "${1:-}" = "--fuzz" ]; then

@@ -33,9 +33,11 @@ int liveTopLevelWidgets()
 {
     int count = 0;
     for (QWidget *w : QApplication::topLevelWidgets()) {
-        // Menus and tool tips hide themselves and are kept by Qt for reuse.
+        // Menus and tool tips hide themselves and are kept by Qt for reuse,
+        // the arrange dialogs by the library.
         if (w->isWindow() && !w->inherits("QMenu") && !w->inherits("QTipLabel")
-            && !w->objectName().startsWith(QLatin1String("qt_")))
+            && !w->objectName().startsWith(QLatin1String("qt_"))
+            && !(w->isHidden() && w->property("qorKeptByLibrary").toBool()))
             ++count;
     }
     return count;

@@ -83,10 +83,12 @@ private Q_SLOTS:
             installed << include.relativeFilePath(it.next());
         installed.sort();
         QStringList expected{
-            QStringLiteral("console/qorcompeditors.h"),     QStringLiteral("console/qorconsoleintf.h"),
+            QStringLiteral("console/qorattribeditors.h"),   QStringLiteral("console/qorcompeditors.h"),
+            QStringLiteral("console/qorconsoleintf.h"),     QStringLiteral("console/qordesignactions.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
-            QStringLiteral("console/qordesignposalignform.h"), QStringLiteral("console/qordesignposscaleform.h"),
-            QStringLiteral("console/qordesignpossizeform.h"), QStringLiteral("console/qorradiogroup.h"),
+            QStringLiteral("console/qordesignpopupmenu.h"), QStringLiteral("console/qordesignposalignform.h"),
+            QStringLiteral("console/qordesignposscaleform.h"), QStringLiteral("console/qordesignpossizeform.h"),
+            QStringLiteral("console/qordsnconst.h"),        QStringLiteral("console/qorradiogroup.h"),
             QStringLiteral("console/vhodesignintfimpls.h"), QStringLiteral("designer/qordesigner.h"),
             QStringLiteral("designer/qordesignintf.h"),     QStringLiteral("designer/qormanager.h"),
             QStringLiteral("designer/qorsizers.h"),         QStringLiteral("designer/qorstage.h"),
