@@ -2,7 +2,10 @@
 #include "qordemowindow.h"
 
 #include "console/qorcompeditors.h"
+#include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
+#include "console/qordesignpopupmenu.h"
+#include "console/qordsnconst.h"
 #include "console/qordesignintfimpls.h"
 #include "designer/qormanager.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -16,6 +19,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QGroupBox>
@@ -35,6 +39,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTextEdit>
+#include <QTranslator>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QHash>
@@ -77,8 +82,16 @@ public:
         });
         setContextMenuPolicy(Qt::CustomContextMenu);
         connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
-            if (m_popupMenu)
-                m_popupMenu->popup(viewport()->mapToGlobal(at));
+            if (!m_popupMenu)
+                return;
+            // The design menu pops up for the component of the row clicked:
+            // its selected siblings stay selected with it.
+            const QPoint global = viewport()->mapToGlobal(at);
+            QTreeWidgetItem *item = itemAt(at);
+            if (auto *designMenu = qobject_cast<IQorCompPopupMenu *>(m_popupMenu.data()); designMenu && item)
+                designMenu->PopupBaseOnComp(m_objects.value(item), global.x(), global.y());
+            else
+                m_popupMenu->popup(global);
         });
     }
 
@@ -276,9 +289,9 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     connect(m_center, &TQorDesignCenter::OnCompsChange, this, [this] {
         statusBar()->showMessage(tr("%n component(s) selected", nullptr, m_center->SelectedComps().Count()));
     });
-    auto *tools = addToolBar(tr("Design"));
-    tools->setObjectName(QStringLiteral("DesignToolBar"));
-    m_designAction = tools->addAction(tr("Design"));
+    m_tools = addToolBar(tr("Design"));
+    m_tools->setObjectName(QStringLiteral("DesignToolBar"));
+    m_designAction = m_tools->addAction(tr("Design"));
     m_designAction->setObjectName(QStringLiteral("DesignAction"));
     m_designAction->setCheckable(true);
     connect(m_designAction, &QAction::toggled, m_manager, &TQorDesignManager::SetIsDesigning);
@@ -287,6 +300,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
                 statusBar()->showMessage(tr("Stage: %1, %2").arg(x).arg(y));
             });
     createMenus(stageFrame);
+    retranslate();
     fillPalette();
     fillComponentTree();
     m_tree->setCurrentItem(m_tree->topLevelItem(0));
@@ -303,8 +317,12 @@ QorDemoWindow::~QorDemoWindow()
     m_center->SetCompTreeView(nullptr);
     m_center->SetDesignManager(nullptr);
     // The dictionary is the process's: the next window starts without it.
-    if (m_chineseSwitch->isChecked())
+    if (m_chineseSwitch->isChecked()) {
         QorTransMan()->SetDbFileName(QString());
+        QorRemoveTranslator();
+        if (m_demoTranslator)
+            QCoreApplication::removeTranslator(m_demoTranslator);
+    }
 }
 
 QWidget *QorDemoWindow::createStage()
@@ -319,93 +337,145 @@ QWidget *QorDemoWindow::createStage()
     if (m_start == StartStage::Empty)
         return stage;
 
-    auto *group = place(new QGroupBox(tr("Customer"), stage), "GroupBox1", QRect(16, 16, 250, 120));
-    place(new QLabel(tr("Name:"), group), "Label1", QRect(14, 34, 60, 24));
-    place(new QPushButton(tr("Look up"), group), "Button1", QRect(80, 74, 150, 30));
+    auto *group = place(new QGroupBox(QStringLiteral("Customer"), stage), "GroupBox1", QRect(16, 16, 250, 120));
+    place(new QLabel(QStringLiteral("Name:"), group), "Label1", QRect(14, 34, 60, 24));
+    place(new QPushButton(QStringLiteral("Look up"), group), "Button1", QRect(80, 74, 150, 30));
 
-    place(new QLineEdit(tr("Ada Lovelace"), stage), "LineEdit1", QRect(290, 24, 240, 28));
-    place(new QCheckBox(tr("Regular customer"), stage), "CheckBox1", QRect(290, 64, 240, 24));
+    place(new QLineEdit(QStringLiteral("Ada Lovelace"), stage), "LineEdit1", QRect(290, 24, 240, 28));
+    place(new QCheckBox(QStringLiteral("Regular customer"), stage), "CheckBox1", QRect(290, 64, 240, 24));
     auto *combo = place(new QComboBox(stage), "ComboBox1", QRect(290, 100, 240, 28));
-    combo->addItems({tr("Retail"), tr("Wholesale"), tr("Online")});
+    combo->addItems({QStringLiteral("Retail"), QStringLiteral("Wholesale"), QStringLiteral("Online")});
     place(new QSpinBox(stage), "SpinBox1", QRect(290, 140, 100, 28))->setValue(3);
 
     auto *memo = place(new QTextEdit(stage), "TextEdit1", QRect(16, 150, 250, 110));
-    memo->setPlainText(tr("Notes about the customer."));
+    memo->setPlainText(QStringLiteral("Notes about the customer."));
 
     auto *tabs = place(new QTabWidget(stage), "TabWidget1", QRect(16, 276, 514, 160));
     auto *page = new QWidget;
     page->setObjectName(QStringLiteral("TabPage1"));
-    tabs->addTab(page, tr("Orders"));
-    place(new QPushButton(tr("New order"), page), "Button2", QRect(16, 16, 140, 30));
+    tabs->addTab(page, QStringLiteral("Orders"));
+    place(new QPushButton(QStringLiteral("New order"), page), "Button2", QRect(16, 16, 140, 30));
     auto *second = new QWidget;
     second->setObjectName(QStringLiteral("TabPage2"));
-    tabs->addTab(second, tr("Invoices"));
+    tabs->addTab(second, QStringLiteral("Invoices"));
     return stage;
 }
 
+namespace {
+
+// An icon of the Tango theme (public domain, Debian's tango-icon-theme),
+// at the sizes the theme draws; the desktop's theme when Tango is not
+// installed.
+QIcon tangoIcon(const char *Name)
+{
+    QIcon icon;
+    for (const char *size : {"16x16", "22x22", "32x32"}) {
+        const QString file = QStringLiteral("/usr/share/icons/Tango/%1/actions/%2.png")
+                                 .arg(QLatin1String(size), QLatin1String(Name));
+        if (QFileInfo::exists(file))
+            icon.addFile(file);
+    }
+    return icon.isNull() ? QIcon::fromTheme(QLatin1String(Name)) : icon;
+}
+
+} // namespace
+
 void QorDemoWindow::createMenus(QWidget *StageArea)
 {
-    // Edit: the design center's commands, with their keys while the design
-    // area has the keyboard (the inspector and its editors keep their own).
-    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
-    edit->setObjectName(QStringLiteral("EditMenu"));
-    auto add = [StageArea](QMenu *menu, const QString &text, const char *name, const QKeySequence &keys,
-                           std::function<void()> run) {
-        QAction *action = menu->addAction(text);
-        action->setObjectName(QLatin1String(name));
-        if (!keys.isEmpty()) {
-            action->setShortcut(keys);
+    // The design commands are the library's actions, linked to the center:
+    // each enables itself by the selection. Their keys work while the
+    // design area has the keyboard (the inspector and its editors keep
+    // their own); Ctrl+arrows stay the nudge of the selection.
+    struct Command
+    {
+        TQorDesignAction *action;
+        const char *name;
+        QKeySequence keys;
+        const char *icon;
+    };
+    const Command commands[] = {
+        {new TQorDesignEditCopy(this), "CopyAction", QKeySequence(QStringLiteral("Ctrl+C")), "edit-copy"},
+        {new TQorDesignEditCut(this), "CutAction", QKeySequence(QStringLiteral("Ctrl+X")), "edit-cut"},
+        {new TQorDesignEditPaste(this), "PasteAction", QKeySequence(QStringLiteral("Ctrl+V")), "edit-paste"},
+        {new TQorDesignEditSelAll(this), "SelectAllAction", QKeySequence(QStringLiteral("Ctrl+A")), "edit-select-all"},
+        {new TQorDesignEditDelSel(this), "DeleteAction", QKeySequence(QStringLiteral("Del")), "edit-delete"},
+        {new TQorDesignSelCtrlBringToFront(this), "FrontAction", QKeySequence(QStringLiteral("Ctrl+]")), "go-top"},
+        {new TQorDesignSelCtrlSendToBack(this), "BackAction", QKeySequence(QStringLiteral("Ctrl+[")), "go-bottom"},
+        {new TQorDesignSelCtrlFlipSelChildren(this), "FlipSelectedAction", QKeySequence(), "go-previous"},
+        {new TQorDesignSelCtrlFlipAllChildren(this), "FlipAllAction", QKeySequence(), "go-first"},
+        {new TQorDesignSelCtrlPositionAlign(this), "AlignAction", QKeySequence(QStringLiteral("Ctrl+Shift+A")),
+         "format-justify-left"},
+        {new TQorDesignSelCtrlPositionSize(this), "SizeAction", QKeySequence(QStringLiteral("Ctrl+Shift+S")),
+         "view-fullscreen"},
+        {new TQorDesignSelCtrlPositionScale(this), "ScaleAction", QKeySequence(QStringLiteral("Ctrl+Shift+E")),
+         "system-search"},
+    };
+    for (const Command &command : commands) {
+        TQorDesignAction *action = command.action;
+        action->setObjectName(QLatin1String(command.name));
+        action->setIcon(tangoIcon(command.icon));
+        if (!command.keys.isEmpty()) {
+            action->setShortcut(command.keys);
             action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
             StageArea->addAction(action);
         }
-        QObject::connect(action, &QAction::triggered, action, std::move(run));
-        return action;
-    };
-    add(edit, tr("Cu&t"), "CutAction", QKeySequence::Cut, [this] { m_center->CutSelComps(); });
-    add(edit, tr("&Copy"), "CopyAction", QKeySequence::Copy, [this] { m_center->CopySelComps(); });
-    add(edit, tr("&Paste"), "PasteAction", QKeySequence::Paste, [this] {
-        m_center->PasteComps();
-        fitStageToControls();
-    });
-    add(edit, tr("&Delete"), "DeleteAction", QKeySequence(), [this] { m_center->DelSelCtrls(); });
-    add(edit, tr("Select &All"), "SelectAllAction", QKeySequence::SelectAll,
-        [this] { m_center->SelectAllControls(); });
+        action->SetConsoleCenter(m_center);
+        m_designActions.append(action);
+    }
+    auto byName = [this](const char *Name) { return findChild<TQorDesignAction *>(QLatin1String(Name)); };
+    // What moves controls may move them past the stage's edge.
+    for (const char *name : {"PasteAction", "ScaleAction", "FlipSelectedAction", "FlipAllAction", "SizeAction"})
+        connect(byName(name), &QAction::triggered, this, &QorDemoWindow::fitStageToControls);
 
-    // Arrange: direct choices until the arrange dialogs come.
-    QMenu *arrange = menuBar()->addMenu(tr("&Arrange"));
-    arrange->setObjectName(QStringLiteral("ArrangeMenu"));
-    add(arrange, tr("Align &Left Edges"), "AlignLeftAction", QKeySequence(),
-        [this] { m_manager->SetSelCtrlDesignAligment(asLeftOrTop, asNoChange); });
-    add(arrange, tr("Align &Top Edges"), "AlignTopAction", QKeySequence(),
-        [this] { m_manager->SetSelCtrlDesignAligment(asNoChange, asLeftOrTop); });
-    add(arrange, tr("Same &Width"), "SameWidthAction", QKeySequence(),
-        [this] { m_manager->SetSelCtrlDesignSize(ssToLargest, ssNoChange, 0, 0); });
-    add(arrange, tr("Scale to &150 %"), "ScaleAction", QKeySequence(), [this] {
-        m_manager->ScaleControls(150, ssSelected);
-        fitStageToControls();
-    });
-    add(arrange, tr("&Flip Children"), "FlipAction", QKeySequence(), [this] {
-        m_manager->FlipChildren(fcAll);
-        fitStageToControls();
-    });
-    add(arrange, tr("Bring to &Front"), "FrontAction", QKeySequence(), [this] { m_manager->BringSelCtrlsToFront(); });
-    add(arrange, tr("Send to &Back"), "BackAction", QKeySequence(), [this] { m_manager->SendSelCtrlsToBack(); });
+    QMenu *edit = menuBar()->addMenu(QString());
+    edit->setObjectName(QStringLiteral("EditMenu"));
+    for (const char *name : {"CutAction", "CopyAction", "PasteAction", "DeleteAction"})
+        edit->addAction(byName(name));
+    edit->addSeparator();
+    edit->addAction(byName("SelectAllAction"));
+
+    m_arrangeMenu = menuBar()->addMenu(QString());
+    m_arrangeMenu->setObjectName(QStringLiteral("ArrangeMenu"));
+    for (const char *name : {"AlignAction", "SizeAction", "ScaleAction"})
+        m_arrangeMenu->addAction(byName(name));
+    m_arrangeMenu->addSeparator();
+    m_arrangeMenu->addAction(byName("FrontAction"));
+    m_arrangeMenu->addAction(byName("BackAction"));
+    m_flipMenu = m_arrangeMenu->addMenu(QString());
+    m_flipMenu->setObjectName(QStringLiteral("FlipMenu"));
+    m_flipMenu->addAction(byName("FlipAllAction"));
+    m_flipMenu->addAction(byName("FlipSelectedAction"));
+
+    // The tool bar: the same actions, as icons.
+    m_tools->addSeparator();
+    for (const char *name : {"CutAction", "CopyAction", "PasteAction", "DeleteAction", "SelectAllAction"})
+        m_tools->addAction(byName(name));
+    m_tools->addSeparator();
+    for (const char *name : {"AlignAction", "SizeAction", "ScaleAction", "FrontAction", "BackAction",
+                             "FlipAllAction"})
+        m_tools->addAction(byName(name));
+
+    // A right click on the stage, a designed control or the tree: the
+    // library's default menu, with the clicked component's verbs on top.
+    m_popupMenu = new TQorDefDesignCompPopupMenu(this);
+    m_popupMenu->setObjectName(QStringLiteral("DesignPopupMenu"));
+    m_center->SetDesignPopupMenu(m_popupMenu);
 
     // Component: the verbs of the selected component's editor.
-    QMenu *component = menuBar()->addMenu(tr("&Component"));
-    component->setObjectName(QStringLiteral("ComponentMenu"));
-    connect(component, &QMenu::aboutToShow, this, [this, component] {
-        component->clear();
+    m_componentMenu = menuBar()->addMenu(QString());
+    m_componentMenu->setObjectName(QStringLiteral("ComponentMenu"));
+    connect(m_componentMenu, &QMenu::aboutToShow, this, [this] {
+        m_componentMenu->clear();
         const TComponentList &selected = m_manager->SelectedComps();
         QObject *target = selected.Count() == 1 ? selected.First() : nullptr;
         auto designer = std::make_shared<TQorFormDesigner>(m_manager);
         TComponentEditorRef editor = target ? GetComponentEditor(target, designer.get()) : nullptr;
         if (!editor || editor->GetVerbCount() == 0) {
-            component->addAction(tr("(no verbs)"))->setEnabled(false);
+            m_componentMenu->addAction(tr("(no verbs)"))->setEnabled(false);
             return;
         }
         for (int i = 0; i < editor->GetVerbCount(); ++i) {
-            QAction *verb = component->addAction(editor->GetVerb(i));
+            QAction *verb = m_componentMenu->addAction(editor->GetVerb(i));
             // Verbs are tagged with their index past 1000.
             verb->setData(1000 + i);
             connect(verb, &QAction::triggered, this, [this, editor, designer, i] {
@@ -414,6 +484,34 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
             });
         }
     });
+}
+
+void QorDemoWindow::retranslate()
+{
+    setWindowTitle(tr("QorDesign demo"));
+    if (auto *dock = findChild<QDockWidget *>(QStringLiteral("PaletteDock")))
+        dock->setWindowTitle(tr("Palette"));
+    if (auto *dock = findChild<QDockWidget *>(QStringLiteral("ComponentsDock")))
+        dock->setWindowTitle(tr("Components"));
+    if (auto *dock = findChild<QDockWidget *>(QStringLiteral("InspectorDock")))
+        dock->setWindowTitle(tr("Inspector"));
+    m_tree->setHeaderLabels({tr("Name"), tr("Class")});
+    m_inspectorSwitch->setTabText(0, tr("Properties"));
+    m_inspectorSwitch->setTabText(1, tr("Events"));
+    m_tools->setWindowTitle(tr("Design"));
+    m_designAction->setText(tr("Design"));
+    if (auto *edit = findChild<QMenu *>(QStringLiteral("EditMenu")))
+        edit->setTitle(QorDsnConst::LoadStr(QorDsnConst::SEdit));
+    m_arrangeMenu->setTitle(tr("&Arrange"));
+    m_flipMenu->setTitle(QorDsnConst::LoadStr(QorDsnConst::SFlipChildren));
+    m_componentMenu->setTitle(tr("&Component"));
+}
+
+void QorDemoWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
 }
 
 void QorDemoWindow::fitStageToControls()
@@ -458,6 +556,24 @@ QString QorDemoWindow::dictionaryFile()
 
 void QorDemoWindow::setChinese(bool On)
 {
+    // The library's texts and the window's own in Chinese; the inspector's
+    // names and values and the palette's classes by the dictionary.
+    if (On) {
+        const QLocale chinese(QLocale::Chinese, QLocale::China);
+        QorInstallTranslator(chinese);
+        if (!m_demoTranslator) {
+            m_demoTranslator = new QTranslator(this);
+            if (m_demoTranslator->load(chinese, QStringLiteral("qordemo"), QStringLiteral("_"),
+                                       QStringLiteral(":/qordemo/translations")))
+                QCoreApplication::installTranslator(m_demoTranslator);
+        }
+    } else {
+        QorRemoveTranslator();
+        if (m_demoTranslator)
+            QCoreApplication::removeTranslator(m_demoTranslator);
+        delete m_demoTranslator;
+        m_demoTranslator = nullptr;
+    }
     QorTransMan()->SetDbFileName(On ? dictionaryFile() : QString());
     if (On)
         QorTranslateInspector(m_inspector);

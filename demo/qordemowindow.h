@@ -11,6 +11,11 @@
 
 class QAction;
 class QCheckBox;
+class QMenu;
+class QToolBar;
+class QTranslator;
+class TQorDefDesignCompPopupMenu;
+class TQorDesignAction;
 class QListWidget;
 class QTabBar;
 class TQorDesignCenter;
@@ -54,6 +59,13 @@ public:
     // the inspector.
     TQorDesignCenter *designCenter() const { return m_center; }
     QAction *designAction() const { return m_designAction; }
+    // The design commands of the menus and the tool bar: the library's
+    // actions, in the order copy, cut, paste, select all, delete, bring to
+    // front, send to back, flip selected, flip all, align, size, scale.
+    QList<TQorDesignAction *> designActions() const { return m_designActions; }
+    // What a right click on the stage or the tree opens.
+    TQorDefDesignCompPopupMenu *designPopupMenu() const { return m_popupMenu; }
+    QToolBar *designToolBar() const { return m_tools; }
     // Grows the stage to hold every control on it (it never shrinks).
     void fitStageToControls();
 
@@ -61,12 +73,17 @@ Q_SIGNALS:
     // The component tree was built anew from the stage.
     void componentTreeRebuilt();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QWidget *createStage();
     void fillPalette();
     void fillComponentTree();
     void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
     void createMenus(QWidget *StageArea);
+    // The window's own texts, in the language of the installed translators.
+    void retranslate();
 
     StartStage m_start = StartStage::Sample;
     QWidget *m_stage = nullptr;
@@ -78,6 +95,13 @@ private:
     TQorDesignManager *m_manager = nullptr;
     QAction *m_designAction = nullptr;
     TQorDesignCenter *m_center = nullptr;
+    QToolBar *m_tools = nullptr;
+    QList<TQorDesignAction *> m_designActions;
+    TQorDefDesignCompPopupMenu *m_popupMenu = nullptr;
+    QMenu *m_arrangeMenu = nullptr;
+    QMenu *m_flipMenu = nullptr;
+    QMenu *m_componentMenu = nullptr;
+    QTranslator *m_demoTranslator = nullptr;
     class DemoTree;
     class DemoPalette;
 };

@@ -25,6 +25,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScopeGuard>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -374,12 +375,30 @@ private Q_SLOTS:
         QMenu *arrange = window.findChild<QMenu *>(QStringLiteral("ArrangeMenu"));
         QVERIFY(arrange);
         auto choose = [&](const char *name) { return QorGuiTest::chooseFromMenu(&window, arrange, name); };
-        QVERIFY(choose("AlignLeftAction"));
+        // Align...: "Left Sides" horizontally, vertically no change.
+        auto driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DialogPosAlign"));
+            RealInput::click(modal->findChild<QGroupBox *>(QStringLiteral("RadioGroupHorizontal"))
+                                 ->findChildren<QRadioButton *>()
+                                 .value(1));
+            RealInput::click(modal->findChild<QPushButton *>(QStringLiteral("OKBtn")));
+        });
+        QVERIFY(choose("AlignAction"));
+        QTRY_VERIFY(*driven);
         QTRY_COMPARE(line->x(), left);
         QCOMPARE(text->x(), left);
         QCOMPARE(line->y(), lineWas.y());
         QCOMPARE(text->y(), textWas.y());
-        QVERIFY(choose("SameWidthAction"));
+        // Size...: "Grow to Largest" for the width.
+        driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DialogPosSize"));
+            RealInput::click(modal->findChild<QGroupBox *>(QStringLiteral("RadioGroupWidth"))
+                                 ->findChildren<QRadioButton *>()
+                                 .value(2));
+            RealInput::click(modal->findChild<QPushButton *>(QStringLiteral("OKBtn")));
+        });
+        QVERIFY(choose("SizeAction"));
+        QTRY_VERIFY(*driven);
         QTRY_COMPARE(line->width(), widest);
         QCOMPARE(text->width(), widest);
         QCOMPARE(line->height(), lineWas.height());

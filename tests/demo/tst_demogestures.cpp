@@ -7,6 +7,7 @@
 #include "designer/qormanager.h"
 #include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
@@ -25,6 +26,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSignalSpy>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -35,6 +37,9 @@
 #include <QTreeWidgetItemIterator>
 
 namespace {
+
+// Where the keyboard is when a shortcut is typed.
+enum { KeysAfterClick, KeysInSizer, KeysInStage };
 
 // How a selection is made on the demo's stage.
 enum class SelectBy { CtrlA, EditMenu, RubberBand, ShiftClicks, ClickOnSelected };
@@ -213,6 +218,160 @@ private Q_SLOTS:
         // A plain Delete afterwards still deletes.
         RealInput::key("Delete");
         QTRY_VERIFY(std::all_of(watched.cbegin(), watched.cend(), [](const QPointer<QWidget> &p) { return !p; }));
+    }
+
+    // ---- The design commands' shortcuts ----
+
+    void everyShortcutWorksOnAControlSelectedByAClick_data()
+    {
+        QTest::addColumn<int>("holder");
+        QTest::addColumn<QString>("command");
+        const QStringList all{QStringLiteral("copy"),   QStringLiteral("cut"),         QStringLiteral("paste"),
+                              QStringLiteral("select all"), QStringLiteral("delete"),  QStringLiteral("shift delete"),
+                              QStringLiteral("front"),  QStringLiteral("back"),        QStringLiteral("align"),
+                              QStringLiteral("size"),   QStringLiteral("scale"),       QStringLiteral("nudge")};
+        for (const QString &command : all)
+            QTest::newRow(qPrintable(QStringLiteral("after the click: ") + command)) << int(KeysAfterClick) << command;
+        for (const QString &command : {QStringLiteral("copy"), QStringLiteral("cut"), QStringLiteral("select all"),
+                                       QStringLiteral("delete"), QStringLiteral("front"), QStringLiteral("nudge")}) {
+            QTest::newRow(qPrintable(QStringLiteral("sizer has the keys: ") + command)) << int(KeysInSizer) << command;
+            QTest::newRow(qPrintable(QStringLiteral("stage has the keys: ") + command)) << int(KeysInStage) << command;
+        }
+    }
+    void everyShortcutWorksOnAControlSelectedByAClick()
+    {
+        QFETCH(int, holder);
+        QFETCH(QString, command);
+        Demo d;
+        QVERIFY(d.start());
+        TQorDesignCenter *center = d.window.designCenter();
+        RealInput::click(d.check, QPoint(d.check->width() - 20, d.check->height() / 2));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.check});
+        if (holder == KeysInSizer) {
+            TQorSizer *sizer = d.manager->Sizers()->SizerOf(d.check);
+            QVERIFY(sizer);
+            sizer->setFocus();
+            QTRY_COMPARE(QApplication::focusWidget(), sizer);
+        } else if (holder == KeysInStage) {
+            d.stage->setFocus();
+            QTRY_COMPARE(QApplication::focusWidget(), d.stage);
+        }
+        QPointer<QWidget> check = d.check;
+        const int components = ComponentCount(d.stage);
+        auto stackIndex = [&d](QWidget *w) {
+            QList<QObject *> controls;
+            for (QObject *child : d.stage->children()) {
+                if (child->isWidgetType() && Owner(child) == d.stage)
+                    controls << child;
+            }
+            return std::pair<int, int>(int(controls.indexOf(w)), int(controls.size()));
+        };
+        // The name of the dialog a key opened (and Escape closed); empty
+        // when none opened.
+        auto dialogOpenedBy = [](const char *Key) {
+            auto name = std::make_shared<QString>();
+            const auto driven = QorGuiTest::whenModalOpens([name](QWidget *modal) {
+                *name = modal->objectName();
+                RealInput::key("Escape");
+            });
+            // The keys go out whole before the dialog's own event loop
+            // starts: with the modifiers still held, Escape would not be
+            // Escape.
+            RealInput::setSettling(false);
+            RealInput::key(Key, Qt::ControlModifier | Qt::ShiftModifier);
+            RealInput::setSettling(true);
+            if (!QTest::qWaitFor([driven] { return *driven && !QApplication::activeModalWidget(); }, 5000))
+                return QStringLiteral("(still open)");
+            return *name;
+        };
+        if (command == QLatin1String("copy")) {
+            QGuiApplication::clipboard()->clear();
+            QTRY_VERIFY(!VhoClipboard()->HasComponents());
+            RealInput::key("c", Qt::ControlModifier);
+            QTRY_VERIFY(VhoClipboard()->HasComponents());
+            QVERIFY(check);
+        } else if (command == QLatin1String("cut")) {
+            QGuiApplication::clipboard()->clear();
+            RealInput::key("x", Qt::ControlModifier);
+            QTRY_VERIFY(!check);
+            QTRY_VERIFY(VhoClipboard()->HasComponents());
+            QCOMPARE(d.selected(), QList<QObject *>{d.stage});
+        } else if (command == QLatin1String("paste")) {
+            center->CopySelComps();
+            QTRY_VERIFY(VhoClipboard()->HasComponents());
+            RealInput::key("v", Qt::ControlModifier);
+            QTRY_COMPARE(ComponentCount(d.stage), components + 1);
+        } else if (command == QLatin1String("select all")) {
+            RealInput::key("a", Qt::ControlModifier);
+            QTRY_VERIFY(d.selected().size() > 5);
+            QCOMPARE(d.centerSelected(), d.selected());
+        } else if (command == QLatin1String("delete")) {
+            // Deleted once, whether the sizer or the action takes the key.
+            QSignalSpy rebuilt(&d.window, &QorDemoWindow::componentTreeRebuilt);
+            RealInput::key("Delete");
+            QTRY_VERIFY(!check);
+            QTRY_COMPARE(d.selected(), QList<QObject *>{d.stage});
+            QVERIFY(!QTest::qWaitFor([&rebuilt] { return rebuilt.count() > 1; }, 300));
+            QCOMPARE(rebuilt.count(), 1);
+            QCOMPARE(ComponentCount(d.stage), components - 1);
+        } else if (command == QLatin1String("shift delete")) {
+            RealInput::key("Delete", Qt::ShiftModifier);
+            QVERIFY(!QTest::qWaitFor([&check] { return !check; }, 300));
+            QCOMPARE(d.selected(), QList<QObject *>{d.check});
+        } else if (command == QLatin1String("front")) {
+            QVERIFY(stackIndex(d.check).first < stackIndex(d.check).second - 1);
+            RealInput::key("bracketright", Qt::ControlModifier);
+            QTRY_COMPARE(stackIndex(d.check).first, stackIndex(d.check).second - 1);
+        } else if (command == QLatin1String("back")) {
+            QVERIFY(stackIndex(d.check).first > 0);
+            RealInput::key("bracketleft", Qt::ControlModifier);
+            QTRY_COMPARE(stackIndex(d.check).first, 0);
+        } else if (command == QLatin1String("align")) {
+            QCOMPARE(dialogOpenedBy("a"), QStringLiteral("DialogPosAlign"));
+        } else if (command == QLatin1String("size")) {
+            QCOMPARE(dialogOpenedBy("s"), QStringLiteral("DialogPosSize"));
+        } else if (command == QLatin1String("scale")) {
+            QCOMPARE(dialogOpenedBy("e"), QStringLiteral("DialogPosScale"));
+        } else if (command == QLatin1String("nudge")) {
+            const QPoint was = d.check->pos();
+            RealInput::key("Right", Qt::ControlModifier);
+            QTRY_COMPARE(d.check->pos(), was + QPoint(1, 0));
+        }
+    }
+
+    // A shortcut typed into the inspector's editor is the editor's.
+    void theInspectorsEditorKeepsTheDesignShortcuts()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        RealInput::click(d.check, QPoint(d.check->width() - 20, d.check->height() / 2));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.check});
+        TQorObjInspector *inspector = d.window.inspector();
+        QTRY_COMPARE(inspector->ActiveComponent(), d.check);
+        int row = -1;
+        for (int i = 0; i < inspector->Strings()->Count(); ++i) {
+            if (inspector->Strings()->Names(i).trimmed() == QLatin1String("text"))
+                row = i;
+        }
+        QVERIFY(row >= 0);
+        inspector->scrollTo(inspector->model()->index(row, 1));
+        RealInput::click(inspector->viewport(), inspector->visualRect(inspector->model()->index(row, 1)).center());
+        QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        editor->setCursorPosition(0);
+        QGuiApplication::clipboard()->clear();
+        // Delete takes the editor's first character, not the control.
+        RealInput::key("Delete");
+        QTRY_COMPARE(editor->text(), QStringLiteral("egular customer"));
+        QVERIFY(d.check);
+        // Ctrl+A and Ctrl+C: the editor's text to the clipboard, no
+        // component.
+        RealInput::key("a", Qt::ControlModifier);
+        RealInput::key("c", Qt::ControlModifier);
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("egular customer"));
+        QVERIFY(!VhoClipboard()->HasComponents());
+        QCOMPARE(d.selected(), QList<QObject *>{d.check});
+        RealInput::key("Escape");
     }
 
     // ---- Stacking ----
@@ -414,7 +573,17 @@ private Q_SLOTS:
         QTRY_COMPARE(d.selected(), QList<QObject *>{d.line});
         const int stageWidth = d.stage->width();
         QVERIFY(d.line->x() + d.line->width() * 3 / 2 > stageWidth);
+        // Scale...: 150 % typed over the factor.
+        const auto driven = QorGuiTest::whenModalOpens([](QWidget *modal) {
+            auto *factor = modal->findChild<QLineEdit *>(QStringLiteral("EditScaleFactor"));
+            QVERIFY(factor);
+            RealInput::click(factor);
+            RealInput::key("a", Qt::ControlModifier);
+            RealInput::typeText(QStringLiteral("150"));
+            RealInput::click(modal->findChild<QPushButton *>(QStringLiteral("OKBtn")));
+        });
         QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "ArrangeMenu", "ScaleAction"));
+        QTRY_VERIFY(*driven);
         QTRY_VERIFY(d.line->x() + d.line->width() > stageWidth);
         QTRY_VERIFY(d.stage->width() >= d.line->x() + d.line->width());
         // The scroll area's scroll bar reaches the far edge.
