@@ -10,7 +10,9 @@
 #include "qorbench.h"
 
 #include "designer/qordesigner_p.h"
+#include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
+#include "console/qordesignpopupmenu.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -25,11 +27,14 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTableWidget>
+#include <QToolBar>
 #include <QThread>
 #include <QTreeWidget>
 #include <QUiLoader>
@@ -893,10 +898,150 @@ BenchRow setEnabled()
     return runRounds(name, QStringLiteral("set_enabled_1000_paint"), ours, plain);
 }
 
+// The twelve design actions of the assembled designer judging themselves
+// again as the center tells them, its selection going between the stage
+// alone and the 1000 buttons a real Ctrl+A selected (copy, cut and delete
+// turn on and off each time); beside twelve plain actions on a tool bar
+// and in a menu, set enabled the same way. 500 changes a round.
+BenchRow actionsUpdate()
+{
+    const QString name = QStringLiteral("actions.update_1000");
+    constexpr int kChanges = 500;
+    auto floor = floorWindowLike(name);
+    auto *floorTools = new QToolBar(floor.get());
+    auto *floorMenu = new QMenu(floor.get());
+    QList<QAction *> plainActions;
+    for (int i = 0; i < 12; ++i) {
+        auto *action = new QAction(QStringLiteral("Command %1").arg(i), floor.get());
+        floorTools->addAction(action);
+        floorMenu->addAction(action);
+        plainActions.append(action);
+    }
+
+    auto ours = [&]() -> double {
+        Designer d(name, 1000, 1000);
+        if (!d.ok || !d.selectAll())
+            return -1;
+        TQorDesignCenter *center = d.window->designCenter();
+        const QList<TQorDesignAction *> actions = d.window->designActions();
+        const TComponentList all = center->SelectedComps();
+        const TComponentList stageOnly(QList<QObject *>{d.stage()});
+        auto copyOn = [&actions] { return actions.first()->isEnabled(); };
+        if (!copyOn())
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        for (int i = 0; i < kChanges; ++i)
+            center->SetSelectedCompsSilently(i % 2 == 0 ? stageOnly : all);
+        const double ms = msSince(t);
+        // The last change selected the 1000 again: copy is on.
+        return copyOn() && center->SelectedComps().Count() == 1000 ? ms : -1;
+    };
+    auto plain = [&]() -> double {
+        QElapsedTimer t;
+        t.start();
+        for (int i = 0; i < kChanges; ++i) {
+            const bool on = i % 2 != 0;
+            for (int a = 0; a < plainActions.size(); ++a)
+                plainActions[a]->setEnabled(on || a == 2 || a == 3 || a >= 5);
+        }
+        return msSince(t);
+    };
+    return runRounds(name, QStringLiteral("set_enabled_12_qactions"), ours, plain);
+}
+
+// A real right click on one of 1000 selected buttons, until the default
+// design popup menu shows, painted, with the selection kept (the 1000 are
+// siblings); beside a plain menu of the same items popping up at the same
+// place.
+BenchRow menuPopup()
+{
+    const QString name = QStringLiteral("menu.popup_1000");
+    auto floor = floorWindowLike(name);
+    const QList<QPointer<QWidget>> floorButtons = addButtons(floor->stage, 1000, false);
+    auto *plainMenu = new QMenu(floor.get());
+    for (const char *title : {"&Edit", "&Control", "-", "&Position", "&Flip Children"}) {
+        if (QLatin1String(title) == QLatin1String("-")) {
+            plainMenu->addSeparator();
+            continue;
+        }
+        auto *sub = plainMenu->addMenu(QLatin1String(title));
+        for (int i = 0; i < 3; ++i)
+            sub->addAction(QStringLiteral("Item %1").arg(i));
+    }
+    // The plain stage's menu comes when the right button goes up, as the
+    // design surface's does.
+    struct RightRelease final : QObject
+    {
+        QMenu *menu;
+        explicit RightRelease(QMenu *Menu)
+            : menu(Menu)
+        {
+        }
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::MouseButtonRelease
+                && static_cast<QMouseEvent *>(event)->button() == Qt::RightButton) {
+                menu->popup(static_cast<QMouseEvent *>(event)->globalPosition().toPoint());
+                return true;
+            }
+            return false;
+        }
+    } release(plainMenu);
+    for (const QPointer<QWidget> &b : floorButtons)
+        b->installEventFilter(&release);
+    const int clicked = 555;
+
+    // A real right click on the button, until the menu shows, painted,
+    // and all is quiet.
+    auto rightClick = [&name](QWidget *button, QMenu *menu, const std::function<bool()> &also) -> double {
+        RealInput::moveTo(button, button->rect().center(), 2);
+        if (!settled(name, "the pointer on a button"))
+            return -1;
+        // The menu's first showing makes its window; a user's later right
+        // clicks find it made.
+        RealInput::press(Qt::RightButton);
+        RealInput::release(Qt::RightButton);
+        if (!settled(name, "a first right click showing the menu", [menu] { return menu->isVisible(); }))
+            return -1;
+        menu->hide();
+        if (!settled(name, "the first menu closing"))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::press(Qt::RightButton);
+        RealInput::release(Qt::RightButton);
+        const double ms = timedUntilIdle(name, t, "the right click showing the menu",
+                                         [menu, &also] { return menu->isVisible() && also(); });
+        menu->hide();
+        settled(name, "the menu closing");
+        return ms;
+    };
+    auto ours = [&]() -> double {
+        Designer d(name, 1000, 1000);
+        if (!d.ok || !d.selectAll())
+            return -1;
+        TQorDefDesignCompPopupMenu *menu = d.window->designPopupMenu();
+        QWidget *button = d.buttons.value(clicked);
+        return rightClick(button, menu, [&d, menu, button] {
+            return menu->PopupComponent() == button && d.window->designCenter()->SelectedComps().Count() == 1000;
+        });
+    };
+    auto plain = [&]() -> double {
+        if (!showFloor(name, floor.get()))
+            return -1;
+        const double ms = rightClick(floorButtons.value(clicked), plainMenu, [] { return true; });
+        hideFloor(floor.get());
+        return ms;
+    };
+    return runRounds(name, QStringLiteral("right_click_qmenu_same_items"), ours, plain);
+}
+
 const QStringList kRows{QStringLiteral("app.fill_1000"),      QStringLiteral("app.fill_2000"),
                         QStringLiteral("app.select_all_1000"), QStringLiteral("app.nudge_all_1000"),
                         QStringLiteral("app.drag_200_of_1000"), QStringLiteral("app.paste_all_1000"),
-                        QStringLiteral("app.delete_all_2000"), QStringLiteral("inspector.set_enabled_1000")};
+                        QStringLiteral("app.delete_all_2000"), QStringLiteral("inspector.set_enabled_1000"),
+                        QStringLiteral("actions.update_1000"), QStringLiteral("menu.popup_1000")};
 
 QList<BenchRow> appRows()
 {
@@ -920,6 +1065,7 @@ QList<BenchRow> appRows()
         {kRows[2], selectAll},                 {kRows[3], nudgeAll},
         {kRows[4], drag},                      {kRows[5], pasteAll},
         {kRows[6], deleteAll},                 {kRows[7], setEnabled},
+        {kRows[8], actionsUpdate},             {kRows[9], menuPopup},
     };
     for (const auto &[row, run] : all) {
         if (benchWanted(row)) {

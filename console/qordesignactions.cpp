@@ -32,10 +32,11 @@ bool stageVisible(const TQorDesignAction *Action)
     return stage && stage->isVisible();
 }
 
-int selectedCount(const TQorDesignAction *Action)
+// The center's selection holds at least one component.
+bool anySelected(const TQorDesignAction *Action)
 {
     TQorDesignCenter *center = Action->ConsoleCenter();
-    return center ? center->SelectedComps().Count() : 0;
+    return center && !center->SelectedComps().isEmpty();
 }
 
 // The edit rule of copy, cut and delete: something other than the stage
@@ -44,7 +45,8 @@ bool editRule(const TQorDesignAction *Action)
 {
     TQorDesignCenter *center = Action->ConsoleCenter();
     const TComponentList &selected = center->SelectedComps();
-    return selected.Count() >= 1 && selected.First() != center->GetDesignStage();
+    QObject *first = selected.First();
+    return first && first != center->GetDesignStage();
 }
 
 // The classes forms may hold and the stream reads back.
@@ -179,7 +181,7 @@ void TQorDesignAction::triggeredByUser()
 
 bool TQorDesignSelCtrlAction::JudgeEnabled() const
 {
-    return TQorDesignCompAction::JudgeEnabled() && selectedCount(this) >= 1;
+    return TQorDesignCompAction::JudgeEnabled() && anySelected(this);
 }
 
 bool TQorDesignSelCtrlAction::Update()
@@ -205,7 +207,7 @@ void TQorDesignEditCopy::UpdateTarget(QObject *Target)
 {
     TQorDesignEditAction::UpdateTarget(Target);
     if (DisableIfNoHandler())
-        setEnabled(selectedCount(this) >= 1);
+        setEnabled(anySelected(this));
 }
 
 bool TQorDesignEditCopy::Execute()

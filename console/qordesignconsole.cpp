@@ -374,33 +374,39 @@ void TQorDesignCenter::RefreshCompTree()
 
 // ---- Editing the selection ---------------------------------------------------
 
+void TQorDesignCenter::keepSelected(const std::function<bool(QObject *)> &Keep)
+{
+    // One pass over the list, which is made again only when something
+    // leaves it: a popup keeping every control of a large selection costs
+    // no more than a look at each.
+    const QList<QObject *> items = m_selectedComps.toList();
+    QList<QObject *> kept;
+    kept.reserve(items.size());
+    for (QObject *item : items) {
+        if (Keep(item))
+            kept.append(item);
+    }
+    if (kept.size() != items.size())
+        m_selectedComps = TComponentList(kept);
+    ConsoleCompListChanged();
+}
+
 void TQorDesignCenter::DeselectComponent()
 {
-    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
-        if (!m_selectedComps.Items(i)->isWidgetType())
-            m_selectedComps.Delete(i);
-    }
-    ConsoleCompListChanged();
+    keepSelected([](QObject *item) { return item->isWidgetType(); });
 }
 
 void TQorDesignCenter::DeselectControl()
 {
-    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
-        if (m_selectedComps.Items(i)->isWidgetType())
-            m_selectedComps.Delete(i);
-    }
-    ConsoleCompListChanged();
+    keepSelected([](QObject *item) { return !item->isWidgetType(); });
 }
 
 void TQorDesignCenter::DeselectUnsiblingControl(QWidget *Control, bool DeleteComps)
 {
     QWidget *parent = Control ? Control->parentWidget() : nullptr;
-    for (int i = m_selectedComps.Count() - 1; i >= 0; --i) {
-        QObject *item = m_selectedComps.Items(i);
-        if (item->isWidgetType() ? static_cast<QWidget *>(item)->parentWidget() != parent : DeleteComps)
-            m_selectedComps.Delete(i);
-    }
-    ConsoleCompListChanged();
+    keepSelected([parent, DeleteComps](QObject *item) {
+        return item->isWidgetType() ? static_cast<QWidget *>(item)->parentWidget() == parent : !DeleteComps;
+    });
 }
 
 void TQorDesignCenter::SelectAllControls()

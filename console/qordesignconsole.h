@@ -19,6 +19,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 
@@ -185,6 +186,9 @@ private:
     IQorCompPallete *pallete() const;
     void ReleaseAllElements();
     void watchManager();
+    // Keeps the selected components Keep says yes to, then tells the
+    // elements.
+    void keepSelected(const std::function<bool(QObject *)> &Keep);
     void watchStage();
 
     QPointer<TQorDesignManager> m_designManager;

@@ -46,6 +46,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 
 // The arrange commands name their styles unqualified.
 using namespace QorDesigner;
@@ -77,7 +78,10 @@ public:
     {
         setSelectionMode(QAbstractItemView::ExtendedSelection);
         connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-            if (!m_quiet && m_center)
+            if (m_quiet)
+                return;
+            m_chosen.reset();
+            if (m_center)
                 m_center->CompTreeSelCompChanged();
         });
         setContextMenuPolicy(Qt::CustomContextMenu);
@@ -109,6 +113,15 @@ public:
     }
     void SetSelectedComps(const TComponentList &List) override
     {
+        // The rows chosen already (a popup menu keeping a large selection):
+        // nothing to choose again.
+        const QList<QObject *> wanted = List.toList();
+        QSet<QObject *> wantedSet(wanted.begin(), wanted.end());
+        if (!m_chosen)
+            m_chosen = selectedSet();
+        if (wantedSet == *m_chosen)
+            return;
+        m_chosen = std::move(wantedSet);
         const QScopedValueRollback quiet(m_quiet, true);
         // The items of the components, in the tree's order.
         QList<QTreeWidgetItem *> items;
@@ -147,6 +160,15 @@ public:
         selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     }
     void Refresh() override { m_window->fillComponentTree(); }
+    QSet<QObject *> selectedSet() const
+    {
+        QSet<QObject *> set;
+        for (QTreeWidgetItem *item : selectedItems()) {
+            if (QObject *component = m_objects.value(item))
+                set.insert(component);
+        }
+        return set;
+    }
     // Files an item under its component, in the order the tree shows them.
     void file(QTreeWidgetItem *Item, QObject *Component)
     {
@@ -156,6 +178,7 @@ public:
     }
     void forgetItems()
     {
+        m_chosen.reset();
         m_items.clear();
         m_order.clear();
         m_objects.clear();
@@ -170,6 +193,9 @@ private:
     QPointer<QMenu> m_popupMenu;
     bool m_quiet = false;
     bool m_dirty = false;
+    // The components last chosen here, by the center or the user; none
+    // while unknown (the tree rebuilt, a row chosen by the user).
+    std::optional<QSet<QObject *>> m_chosen;
     QHash<const QObject *, QTreeWidgetItem *> m_items;
     QHash<const QTreeWidgetItem *, int> m_order;
     // The component of each row, followed: the application may free one
@@ -533,6 +559,10 @@ void QorDemoWindow::fillPalette()
     const int current = m_palette->currentRow();
     m_palette->clear();
     for (const QMetaObject *mo : RegisteredClasses()) {
+        // The design system's own classes (the design actions a stream may
+        // hold) are no components a user places.
+        if (mo->indexOfClassInfo("QorDesignObject") >= 0)
+            continue;
         // The label of the class; the item keeps the class's own name.
         auto *item = new QListWidgetItem(ClassToTransedName(mo), m_palette);
         item->setData(Qt::UserRole, QString::fromLatin1(mo->className()));

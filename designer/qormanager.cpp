@@ -575,8 +575,39 @@ void TQorDesignManager::FillSelectedComps()
 
 void TQorDesignManager::SetSelectedComps(const TComponentList &List)
 {
+    // The selection shown already (a popup menu keeping every control of
+    // a large selection): its sizers stand as they are, rather than being
+    // made again one by one.
+    if (List == m_selectedComps && selectionShown())
+        return;
     m_selectedComps = List;
     ReSelectComps();
+}
+
+bool TQorDesignManager::selectionShown() const
+{
+    if (!m_isDesigning || m_selectedComps.isEmpty())
+        return false;
+    // What ReSelectComps would make: a sizer for each selected control of
+    // the stage, the stage's sizer bound when the stage is selected.
+    int controls = 0;
+    bool stage = false;
+    for (QObject *component : m_selectedComps.toList()) {
+        if (component == m_designStage) {
+            stage = true;
+            continue;
+        }
+        // A control with a sizer is shown; one without is shown only when
+        // ReSelectComps would pass over it too.
+        if (component->isWidgetType() && m_sizers->SizerOf(static_cast<QWidget *>(component))) {
+            ++controls;
+            continue;
+        }
+        if (component->isWidgetType() && ComponentBelongToStage(component) && !IsQorDesignCtrl(component))
+            return false;
+    }
+    const bool stageBound = m_stageSizer && m_stageSizer->Control() == m_designStage.data();
+    return controls == m_sizers->Count() && stage == stageBound;
 }
 
 TQorSizer *TQorDesignManager::GetSelectSizer() const

@@ -235,6 +235,8 @@ private:
     void notifyCenterSelection();
     void queueMovedCheck();
     void checkMoved();
+    // The sizers show exactly the selected components.
+    bool selectionShown() const;
     QList<TQorSizer *> sizersBackToFront() const;
     void watchStage();
     void unwatchStage();

@@ -58,6 +58,14 @@ public:
         return passed;
     }
 
+    // The widget's proxy takes its input now (not while it is edited in
+    // place).
+    bool interceptsFor(const QWidget *w) const
+    {
+        auto *proxy = dynamic_cast<TQorDesignWndProcProxy *>(top(w));
+        return proxy && proxy->IsInterceptMsgs();
+    }
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -74,7 +82,19 @@ protected:
             break;
         case QEvent::FocusOut:
             message.Msg = WM_KILLFOCUS;
+            if (static_cast<QFocusEvent *>(event)->reason() == Qt::PopupFocusReason) {
+                // A popup menu taking the keys for a while: a designed
+                // widget shows no focus, and repainting it (a form of a
+                // thousand controls) on the way out and back in would be
+                // all the popup costs.
+                dispatch(w, message);
+                return interceptsFor(w);
+            }
             break;
+        case QEvent::FocusIn:
+            if (static_cast<QFocusEvent *>(event)->reason() == Qt::PopupFocusReason)
+                return interceptsFor(w);
+            return false;
         case QEvent::Show:
         case QEvent::Hide:
             // Also when an ancestor is shown or hidden (a tab page that
@@ -86,14 +106,12 @@ protected:
             // A designed widget with the keys claims none of them for
             // itself (a designed line edit would keep Ctrl+C): the
             // application's shortcuts work while the design has the keys.
-            auto *proxy = dynamic_cast<TQorDesignWndProcProxy *>(top(w));
-            return proxy && proxy->IsInterceptMsgs();
+            return interceptsFor(w);
         }
         case QEvent::Shortcut: {
             // The designed widgets' own shortcuts (a button's mnemonic) stay
             // quiet: they would click, toggle or focus the widget.
-            auto *proxy = dynamic_cast<TQorDesignWndProcProxy *>(top(w));
-            return proxy && proxy->IsInterceptMsgs();
+            return interceptsFor(w);
         }
         default:
             if (TQorMessageEvent *designMessage = QorMessageOf(event)) {

@@ -584,6 +584,10 @@ TComponentList::TComponentList(const QList<QObject *> &components)
 
 void TComponentList::compact() const
 {
+    // Looked through first: a list that lost nothing is left as it is, so
+    // a list shared with another copy is not copied to be compacted.
+    if (std::none_of(m_items.cbegin(), m_items.cend(), [](const QPointer<QObject> &p) { return p.isNull(); }))
+        return;
     m_items.removeIf([](const QPointer<QObject> &p) { return p.isNull(); });
 }
 
@@ -601,7 +605,13 @@ QObject *TComponentList::Items(int Index) const
 
 QObject *TComponentList::First() const
 {
-    return Items(0);
+    // The first entry still alive: what Items(0) gives after compacting,
+    // without looking at the rest of the list.
+    for (const QPointer<QObject> &p : std::as_const(m_items)) {
+        if (!p.isNull())
+            return p.data();
+    }
+    return nullptr;
 }
 
 QObject *TComponentList::Last() const

@@ -132,7 +132,7 @@ public:
     int Remove(const QObject *Component);
     void Delete(int Index);
     void Clear();
-    bool isEmpty() const { return Count() == 0; }
+    bool isEmpty() const { return First() == nullptr; }
     QList<QObject *> toList() const;
 
     bool operator==(const TComponentList &other) const { return toList() == other.toList(); }
