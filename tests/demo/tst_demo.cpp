@@ -3,6 +3,7 @@
 // components the stage owns, shown in the component tree.
 #include "designer/qordesigner_p.h"
 #include "console/qordesignconsole.h"
+#include "console/qordesignpopupmenu.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhoclipbrdutils.h"
@@ -33,6 +34,7 @@
 #include <QTextEdit>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 #include <memory>
 
@@ -184,6 +186,72 @@ private Q_SLOTS:
         RealInput::click(window.chineseSwitch(), box);
         QTRY_VERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
         QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+    }
+
+    void theChineseSwitchTurnsTheMenusTheToolBarAndTheDialogsChinese()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        QMenu *edit = window.findChild<QMenu *>(QStringLiteral("EditMenu"));
+        QMenu *arrange = window.findChild<QMenu *>(QStringLiteral("ArrangeMenu"));
+        auto *copy = window.findChild<QAction *>(QStringLiteral("CopyAction"));
+        auto *front = window.findChild<QAction *>(QStringLiteral("FrontAction"));
+        QVERIFY(edit && arrange && copy && front);
+        QCOMPARE(edit->title(), QStringLiteral("&Edit"));
+        QCOMPARE(copy->toolTip(), QStringLiteral("Copy"));
+        const QPoint box(8, window.chineseSwitch()->height() / 2);
+        RealInput::click(window.chineseSwitch(), box);
+        QTRY_COMPARE(edit->title(), QStringLiteral("编辑(&E)"));
+        QTRY_COMPARE(arrange->title(), QStringLiteral("排列(&A)"));
+        QTRY_COMPARE(copy->text(), QStringLiteral("复制(&C)"));
+        // Qt makes the tip of the caption without its ampersand.
+        QCOMPARE(copy->toolTip(), QStringLiteral("复制(C)"));
+        QCOMPARE(front->toolTip(), QStringLiteral("置于顶层(&B)"));
+        QCOMPARE(window.designAction()->text(), QStringLiteral("设计"));
+        // The dialogs too, opened from the Chinese menu with real clicks.
+        auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
+        RealInput::click(check);
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{check});
+        auto title = std::make_shared<QString>();
+        const auto driven = QorGuiTest::whenModalOpens([title](QWidget *modal) {
+            *title = modal->windowTitle();
+            RealInput::key("Escape");
+        });
+        QVERIFY(QorGuiTest::chooseFromMenu(&window, arrange, "SizeAction"));
+        QTRY_VERIFY(*driven);
+        QCOMPARE(*title, QStringLiteral("大小"));
+        // And back.
+        RealInput::click(window.chineseSwitch(), box);
+        QTRY_COMPARE(edit->title(), QStringLiteral("&Edit"));
+        QTRY_COMPARE(copy->text(), QStringLiteral("&Copy"));
+        QCOMPARE(window.designAction()->text(), QStringLiteral("Design"));
+        window.designAction()->setChecked(false);
+    }
+
+    void aRightClickInTheTreeOpensTheDesignMenuForThatComponent()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        QTreeWidget *tree = window.componentTree();
+        QTreeWidgetItem *row = nullptr;
+        for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+            if ((*it)->text(0) == QLatin1String("TabWidget1"))
+                row = *it;
+        }
+        QVERIFY(row);
+        tree->scrollToItem(row);
+        RealInput::click(tree->viewport(), tree->visualItemRect(row).center(), Qt::RightButton);
+        TQorDefDesignCompPopupMenu *menu = window.designPopupMenu();
+        QTRY_VERIFY(menu->isVisible());
+        QCOMPARE(menu->PopupComponent()->objectName(), QStringLiteral("TabWidget1"));
+        QTRY_COMPARE(window.designCenter()->SelectedComps().Count(), 1);
+        // The tab widget's verbs on top.
+        QCOMPARE(menu->actions().at(0)->text(), QStringLiteral("Add Page"));
+        RealInput::key("Escape");
+        QTRY_VERIFY(!menu->isVisible());
+        window.designAction()->setChecked(false);
     }
 
     void copyAndPasteFromTheEditMenuMakeANewlyNamedComponent()

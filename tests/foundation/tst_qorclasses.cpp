@@ -27,6 +27,10 @@ const char *const stockClasses[] = {
     "QListWidget", "QTreeWidget", "QTableWidget", "QCalendarWidget", "QLCDNumber", "QTimer",
 };
 
+// The design commands a stream may hold, registered by the library too.
+const char *const actionClasses[] = {"TQorDesignSelCtrlBringToFront", "TQorDesignSelCtrlSendToBack",
+                                     "TQorDesignSelCtrlFlipSelChildren", "TQorDesignSelCtrlFlipAllChildren"};
+
 } // namespace
 
 class tst_QorClasses : public QObject
@@ -47,7 +51,9 @@ private Q_SLOTS:
             registered << QString::fromLatin1(mo->className());
         for (const char *name : stockClasses)
             QVERIFY2(registered.contains(QLatin1String(name)), name);
-        QCOMPARE(registered.size(), int(std::size(stockClasses)));
+        for (const char *name : actionClasses)
+            QVERIFY2(registered.contains(QLatin1String(name)), name);
+        QCOMPARE(registered.size(), int(std::size(stockClasses) + std::size(actionClasses)));
         QCOMPARE(registered.first(), QStringLiteral("QPushButton"));
     }
 
