@@ -901,8 +901,9 @@ BenchRow setEnabled()
 // The twelve design actions of the assembled designer judging themselves
 // again as the center tells them, its selection going between the stage
 // alone and the 1000 buttons a real Ctrl+A selected (copy, cut and delete
-// turn on and off each time); beside twelve plain actions on a tool bar
-// and in a menu, set enabled the same way. 500 changes a round.
+// turn on and off each time); beside twelve plain actions set up as the
+// demo sets up its own (the same shortcuts, in a menu, on a tool bar and
+// on the design area), set enabled the same way. 500 changes a round.
 BenchRow actionsUpdate()
 {
     const QString name = QStringLiteral("actions.update_1000");
@@ -911,11 +912,19 @@ BenchRow actionsUpdate()
     auto *floorTools = new QToolBar(floor.get());
     auto *floorMenu = new QMenu(floor.get());
     QList<QAction *> plainActions;
-    for (int i = 0; i < 12; ++i) {
-        auto *action = new QAction(QStringLiteral("Command %1").arg(i), floor.get());
-        floorTools->addAction(action);
-        floorMenu->addAction(action);
-        plainActions.append(action);
+    {
+        const Designer like(name, 0, 1000);
+        for (const TQorDesignAction *ours : like.window->designActions()) {
+            auto *action = new QAction(ours->text(), floor.get());
+            action->setShortcut(ours->shortcut());
+            action->setShortcutContext(ours->shortcutContext());
+            floorMenu->addAction(action);
+            if (!ours->shortcut().isEmpty())
+                floor->stage->parentWidget()->addAction(action);
+            if (like.window->designToolBar()->actions().contains(ours))
+                floorTools->addAction(action);
+            plainActions.append(action);
+        }
     }
 
     auto ours = [&]() -> double {
