@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignactions.h"
 
+#include "console/qorcommanderror_p.h"
+
 #include "console/qordesignconsole.h"
 #include "console/qordesignposalignform.h"
 #include "console/qordesignposscaleform.h"
@@ -9,10 +11,8 @@
 #include "console/qorlanguage_p.h"
 #include "designer/qormanager.h"
 #include "foundation/qorclasses.h"
-#include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 
-#include <QMessageBox>
 
 using namespace QorDesigner;
 
@@ -154,27 +154,16 @@ void TQorDesignAction::retranslate()
 void TQorDesignAction::triggeredByUser()
 {
     // Nothing a command throws goes on into the event loop.
-    QString failure;
-    try {
-        Execute();
+    const QString failure = QorRunCaught([this] { Execute(); });
+    if (failure.isEmpty())
         return;
-    } catch (const EQorError &error) {
-        failure = error.message();
-    } catch (const std::exception &error) {
-        failure = QString::fromUtf8(error.what());
-    }
-    qCInfo(lcQorConsole).noquote() << "Command" << text() << "failed:" << failure;
     if (isSignalConnected(QMetaMethod::fromSignal(&TQorDesignAction::OnError))) {
+        qCInfo(lcQorConsole).noquote() << "Command" << text() << "failed:" << failure;
         Q_EMIT OnError(this, failure);
         return;
     }
     TQorDesignCenter *center = ConsoleCenter();
-    QWidget *stage = center ? center->GetDesignStage() : nullptr;
-    auto *box = new QMessageBox(QMessageBox::Warning, QString(text()).remove(QLatin1Char('&')), failure,
-                                QMessageBox::Ok, stage ? stage->window() : nullptr);
-    box->setObjectName(QStringLiteral("QorDesignActionError"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    QorShowCommandError(center ? center->GetDesignStage() : nullptr, text(), failure);
 }
 
 // ---- Selected controls ------------------------------------------------------

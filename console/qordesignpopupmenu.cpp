@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignpopupmenu.h"
 
+#include "console/qorcommanderror_p.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesignintfimpls.h"
@@ -160,7 +161,7 @@ void TQorDesignCompPopupMenu::AddCompEditorItems()
     for (int i = 0; i < m_ceItemCount; ++i) {
         auto *item = new QAction(editor->GetVerb(i), this);
         item->setData(i + VerbTagBase);
-        connect(item, &QAction::triggered, this, [this, item] { CompEditorItemOnClick(item); });
+        connect(item, &QAction::triggered, this, [this, item] { runVerb(item, [this, item] { CompEditorItemOnClick(item); }); });
         insertAction(actions().value(i), item);
     }
     insertSeparator(actions().value(m_ceItemCount));
@@ -192,6 +193,15 @@ void TQorDesignCompPopupMenu::CompEditorItemOnClick(QObject *Sender)
         return;
     ExecCompEditorItem(tag % VerbTagBase);
     AfterVerb();
+}
+
+void TQorDesignCompPopupMenu::runVerb(QAction *Item, const std::function<void()> &Run)
+{
+    // A verb chosen from the menu: what an editor throws is shown, not
+    // passed on into the event loop.
+    const QString failure = QorRunCaught(Run);
+    if (!failure.isEmpty())
+        QorShowCommandError(m_consoleCenter ? m_consoleCenter->GetDesignStage() : nullptr, Item->text(), failure);
 }
 
 void TQorDesignCompPopupMenu::AfterVerb()
@@ -262,7 +272,7 @@ void TQorDesignCompPopupMenuEx::AddCompAttribEditorItems()
     for (int i = m_attribItemCount - 1; i >= 0; --i) {
         QAction *item = addAction(editor->GetVerb(i));
         item->setData(i + VerbTagBase);
-        connect(item, &QAction::triggered, this, [this, item] { AttribEditorItemOnClick(item); });
+        connect(item, &QAction::triggered, this, [this, item] { runVerb(item, [this, item] { AttribEditorItemOnClick(item); }); });
     }
 }
 

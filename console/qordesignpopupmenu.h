@@ -28,6 +28,7 @@
 #include <QMenu>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class TQorDesignAction;
@@ -87,6 +88,8 @@ protected:
     void AfterVerb();
     // The tag of a menu item sender; -1 for a sender that is no item.
     static int TagOf(QObject *Sender);
+    // Runs a verb chosen from the menu, showing what it fails with.
+    void runVerb(QAction *Item, const std::function<void()> &Run);
 
 private:
     QPointer<QObject> m_popupComponent;

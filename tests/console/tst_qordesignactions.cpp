@@ -476,10 +476,10 @@ void tst_QorDesignActions::anAlignmentThatFailsIsReportedNotThrown()
     f.align->trigger();
     QVERIFY(*again);
     QMessageBox *box = nullptr;
-    QTRY_VERIFY((box = f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignActionError"))));
+    QTRY_VERIFY((box = f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignCommandError"))));
     QVERIFY(!box->text().isEmpty());
     box->close();
-    QTRY_VERIFY(!f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignActionError")));
+    QTRY_VERIFY(!f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignCommandError")));
 }
 
 QTEST_MAIN(tst_QorDesignActions)

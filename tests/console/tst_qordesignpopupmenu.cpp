@@ -12,11 +12,13 @@
 #include "consolefixture.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/qorerror.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 
 #include <QApplication>
 #include <QGroupBox>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -65,6 +67,8 @@ public:
             ++gauge->resets;
         if (Index == 1)
             ++gauge->calibrations;
+        if (Index == 2)
+            throw EQorError(QStringLiteral("The gauge has no test"));
         // The designer handed to the editor is the form designer.
         if (auto *designer = dynamic_cast<IQorFormDesigner *>(Designer()))
             lastSelected = designer->GetSelectedComponent();
@@ -188,6 +192,7 @@ private Q_SLOTS:
     void aRightClickOnTheStagePopsTheMenuForTheStage();
     void aComponentEditorVerbRunsFromThePopup();
     void anAttributeEditorVerbRunsFromThePopup();
+    void aVerbThatFailsIsShownNotThrown();
 };
 
 void tst_QorDesignPopupMenu::cleanup()
@@ -560,6 +565,29 @@ void tst_QorDesignPopupMenu::anAttributeEditorVerbRunsFromThePopup()
     clickItem(&menu, itemByText(&menu, QStringLiteral("Reset")));
     QTRY_COMPARE(f.gauge->resets, 1);
     QCOMPARE(f.gauge->calibrations, 0);
+}
+
+void tst_QorDesignPopupMenu::aVerbThatFailsIsShownNotThrown()
+{
+    Fixture f;
+    RegisterQorComponentAttribEditor<GaugeAttribEditor>(&TGaugeButton::staticMetaObject);
+    TQorDefDesignCompPopupMenu menu;
+    f.center->SetDesignPopupMenu(&menu);
+    QVERIFY(f.design());
+    RealInput::click(f.gauge, QPoint(10, 10), Qt::RightButton);
+    QTRY_VERIFY(menu.isVisible());
+    clickItem(&menu, itemByText(&menu, QStringLiteral("Test")));
+    QMessageBox *box = nullptr;
+    QTRY_VERIFY((box = f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignCommandError"))));
+    QCOMPARE(box->text(), QStringLiteral("The gauge has no test"));
+    QCOMPARE(box->windowTitle(), QStringLiteral("Test"));
+    box->close();
+    QTRY_VERIFY(!f.form->findChild<QMessageBox *>(QStringLiteral("QorDesignCommandError")));
+    // The design goes on: the next verb runs.
+    RealInput::click(f.gauge, QPoint(10, 10), Qt::RightButton);
+    QTRY_VERIFY(menu.isVisible());
+    clickItem(&menu, itemByText(&menu, QStringLiteral("Reset")));
+    QTRY_COMPARE(f.gauge->resets, 1);
 }
 
 QTEST_MAIN(tst_QorDesignPopupMenu)
