@@ -229,6 +229,43 @@ private Q_SLOTS:
         window.designAction()->setChecked(false);
     }
 
+    void theToolBarsButtonsRunTheDesignCommands()
+    {
+        QorDemoWindow window;
+        QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
+        window.designAction()->setChecked(true);
+        QToolBar *tools = window.designToolBar();
+        auto buttonOf = [tools, &window](const char *name) {
+            return tools->widgetForAction(window.findChild<QAction *>(QLatin1String(name)));
+        };
+        // Nothing but the stage selected: copy and delete are off, the
+        // commands on the selection are on; every button shows an icon.
+        QTRY_VERIFY(!buttonOf("CopyAction")->isEnabled());
+        QVERIFY(buttonOf("FrontAction")->isEnabled());
+        for (QAction *action : tools->actions()) {
+            if (action != window.designAction() && !action->isSeparator())
+                QVERIFY2(!action->icon().isNull(), qPrintable(action->objectName()));
+        }
+        QWidget *stage = window.stage();
+        auto *line = stage->findChild<QLineEdit *>(QStringLiteral("LineEdit1"));
+        auto *group = stage->findChild<QWidget *>(QStringLiteral("GroupBox1"));
+        auto depth = [stage](QWidget *w) { return stage->children().indexOf(w); };
+        RealInput::click(line, QPoint(line->width() / 2, 5));
+        QTRY_COMPARE(window.designManager()->SelectedComps().toList(), QList<QObject *>{line});
+        QTRY_VERIFY(buttonOf("CopyAction")->isEnabled());
+        RealInput::click(buttonOf("BackAction"));
+        QTRY_VERIFY(depth(line) < depth(group));
+        RealInput::click(buttonOf("FrontAction"));
+        QTRY_VERIFY(depth(line) > depth(group));
+        // Copy, then paste: a second line edit.
+        const int before = ComponentCount(stage);
+        RealInput::click(buttonOf("CopyAction"));
+        QTRY_VERIFY(VhoClipboard()->HasComponents());
+        RealInput::click(buttonOf("PasteAction"));
+        QTRY_COMPARE(ComponentCount(stage), before + 1);
+        window.designAction()->setChecked(false);
+    }
+
     void aRightClickInTheTreeOpensTheDesignMenuForThatComponent()
     {
         QorDemoWindow window;
