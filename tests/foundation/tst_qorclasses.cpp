@@ -27,9 +27,11 @@ const char *const stockClasses[] = {
     "QListWidget", "QTreeWidget", "QTableWidget", "QCalendarWidget", "QLCDNumber", "QTimer",
 };
 
-// The design commands a stream may hold, registered by the library too.
+// The design commands and the palette's button a stream may hold,
+// registered by the library too.
 const char *const actionClasses[] = {"TQorDesignSelCtrlBringToFront", "TQorDesignSelCtrlSendToBack",
-                                     "TQorDesignSelCtrlFlipSelChildren", "TQorDesignSelCtrlFlipAllChildren"};
+                                     "TQorDesignSelCtrlFlipSelChildren", "TQorDesignSelCtrlFlipAllChildren",
+                                     "TQorClassToolBtn"};
 
 } // namespace
 

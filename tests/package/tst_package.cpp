@@ -83,7 +83,7 @@ private Q_SLOTS:
             installed << include.relativeFilePath(it.next());
         installed.sort();
         QStringList expected{
-            QStringLiteral("browsing/qorclassesman.h"),
+            QStringLiteral("browsing/qorclassesman.h"),      QStringLiteral("browsing/qorpallete.h"),
             QStringLiteral("console/qorattribeditors.h"),   QStringLiteral("console/qorcompeditors.h"),
             QStringLiteral("console/qorconsoleintf.h"),     QStringLiteral("console/qordesignactions.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
