@@ -168,7 +168,8 @@ void TQorDesignClassList::FillPalleteStrings(QStringList &Strings, bool SkipEmpt
 
 void TQorDesignClassList::registerClass(const QMetaObject *Class, const TComponentFactory &Factory)
 {
-    if (!Class)
+    // A class already in the registry keeps its factory.
+    if (!Class || GetClass(QLatin1String(Class->className())) == Class)
         return;
     TComponentFactory factory = Factory;
     if (!factory) {
@@ -177,18 +178,14 @@ void TQorDesignClassList::registerClass(const QMetaObject *Class, const TCompone
         if (it != m_factories.cend())
             factory = it->second;
     }
-    if (!factory && GetClass(QLatin1String(Class->className())) == Class)
-        return;
-    if (!factory) {
-        if (Class->constructorCount() == 0) {
-            qCInfo(lcQorConsole).noquote() << "Class" << Class->className()
-                                           << "not registered: no factory and no invokable constructor";
-            return;
-        }
+    if (!factory && Class->constructorCount() > 0)
         factory = [Class]() -> QObject * { return Class->newInstance(); };
+    if (!factory) {
+        qCInfo(lcQorConsole).noquote() << "Class" << Class->className()
+                                       << "not registered: no factory and no invokable constructor";
+        return;
     }
-    if (GetClass(QLatin1String(Class->className())) != Class)
-        RegisterClass(Class, factory);
+    RegisterClass(Class, factory);
 }
 
 TQorDesignClassList *DefDesignClassList()

@@ -173,12 +173,6 @@ bool TQorDesignSelCtrlAction::JudgeEnabled() const
     return TQorDesignCompAction::JudgeEnabled() && anySelected(this);
 }
 
-bool TQorDesignSelCtrlAction::Update()
-{
-    setEnabled(JudgeEnabled());
-    return true;
-}
-
 // ---- Edit commands -------------------------------------------------------------
 
 TQorDesignEditCopy::TQorDesignEditCopy(QObject *Owner)
@@ -211,16 +205,6 @@ TQorDesignEditCut::TQorDesignEditCut(QObject *Owner)
     : TQorDesignEditCopy(Owner)
 {
     SetCaptionId(QorDsnConst::SCut);
-}
-
-bool TQorDesignEditCut::JudgeEnabled() const
-{
-    return TQorDesignEditCopy::JudgeEnabled();
-}
-
-void TQorDesignEditCut::UpdateTarget(QObject *Target)
-{
-    TQorDesignEditCopy::UpdateTarget(Target);
 }
 
 bool TQorDesignEditCut::Execute()

@@ -125,7 +125,6 @@ class QORDESIGN_EXPORT TQorDesignSelCtrlAction : public TQorDesignCompAction
 public:
     using TQorDesignCompAction::TQorDesignCompAction;
     bool JudgeEnabled() const override;
-    bool Update() override;
 };
 
 // Copies the selection. Enabled while something other than the stage is
@@ -148,8 +147,7 @@ class QORDESIGN_EXPORT TQorDesignEditCut : public TQorDesignEditCopy
 
 public:
     explicit TQorDesignEditCut(QObject *Owner = nullptr);
-    bool JudgeEnabled() const override;
-    void UpdateTarget(QObject *Target) override;
+    // Judged and updated by the copy rule.
     bool Execute() override;
 };
 

@@ -103,8 +103,9 @@ public:
 
     // The shared selection.
     const TComponentList &SelectedComps() const { return m_selectedComps; }
-    // The selection without telling anyone (the designer interface's
-    // SelectComponent).
+    // The selection without telling the elements (the designer
+    // interface's SelectComponent); the design actions still judge
+    // themselves anew.
     void SetSelectedCompsSilently(const TComponentList &List);
     // The control being designed; null without a design manager.
     QWidget *GetDesignStage() const;
