@@ -19,6 +19,7 @@
 #include <QTreeWidget>
 
 class TQorDesignCenter;
+class TQorCompTreeNode;
 class TQorDesignClassList;
 
 // Which kinds of component the tree lists.
@@ -82,14 +83,37 @@ public:
 
 protected:
     void ImportImagesFrom(const class TQorClassesImageList *ImageList, int StartIndex);
+    // The text a component's node shows: its display name. A subclass that
+    // shows translated labels answers them here; renaming through the
+    // label editor then leaves the component's name alone.
+    virtual QString CompDisplayName(QObject *Component) const;
+    // The tree's selection changed: unless the tree made the change itself,
+    // the selection list follows and the center hears of it.
+    void Change();
+    void FillSelectedComps();
+
+    void mousePressEvent(QMouseEvent *Event) override;
+    void mouseReleaseEvent(QMouseEvent *Event) override;
+    void mouseDoubleClickEvent(QMouseEvent *Event) override;
+    void contextMenuEvent(QContextMenuEvent *Event) override;
 
 private:
+    friend class TQorCompTreeNode;
+    TQorCompTreeNode *makeNode(QTreeWidgetItem *ParentNode, QObject *Component);
+    void setNodeImage(TQorCompTreeNode *Node, int Index);
+    int imageIndexOf(const QMetaObject *Class, QHash<const QMetaObject *, int> &Cache) const;
+    void forgetNodes();
+    void edited(QTreeWidgetItem *Node, int Column);
+    void moveSelComps(int Delta);
     int compFilterStylesInt() const { return int(m_filter); }
     void setCompFilterStylesInt(int Value) { SetCompFilterStyles(TCompFilterStyles(Value)); }
 
     QPointer<TQorDesignCenter> m_center;
     TQorDesignClassList *m_classList = nullptr;
     QPointer<QWidget> m_rootControl;
+    QPointer<QMenu> m_popupMenu;
+    // The first node of each component, for look-ups by component.
+    QHash<const QObject *, TQorCompTreeNode *> m_nodes;
     TComponentList m_selectedComps;
     QList<QIcon> m_images;
     TCompFilterStyles m_filter = TCompFilterStyles(cfComponent | cfControl);

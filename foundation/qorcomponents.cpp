@@ -323,6 +323,30 @@ void RemoveComponent(QObject *Owner, QObject *Component)
         detach(Component);
 }
 
+void SetComponentName(QObject *Component, const QString &Name)
+{
+    if (!Component || Component->objectName() == Name)
+        return;
+    const auto identChar = [](QChar c, bool first) {
+        return c == QLatin1Char('_') || (c.unicode() < 128 && (c.isLetter() || (!first && c.isDigit())));
+    };
+    bool valid = true;
+    for (qsizetype i = 0; i < Name.size() && valid; ++i)
+        valid = identChar(Name.at(i), i == 0);
+    if (!valid) {
+        throw EComponentError(
+            QCoreApplication::translate("QorDesign", "'%1' is not a valid component name").arg(Name));
+    }
+    if (const QObject *owner = ::Owner(Component)) {
+        const QObject *other = FindComponent(owner, Name);
+        if (other && other != Component) {
+            throw EComponentError(
+                QCoreApplication::translate("QorDesign", "A component named %1 already exists").arg(Name));
+        }
+    }
+    Component->setObjectName(Name);
+}
+
 QObject *FindComponent(const QObject *Owner, const QString &Name)
 {
     const OwnerData *data = ownerData(Owner, false);

@@ -69,6 +69,13 @@ QORDESIGN_EXPORT void RemoveComponent(QObject *Owner, QObject *Component);
 // parent should the loop never run again.
 QORDESIGN_EXPORT void FreeComponent(QObject *Component);
 
+// Renames a component the way the user renames one: the new name must be
+// empty or an identifier (a letter or an underscore, then letters, digits
+// and underscores) that no other component of the same owner has
+// (compared case-insensitively). Throws EComponentError otherwise; the
+// component keeps its name then.
+QORDESIGN_EXPORT void SetComponentName(QObject *Component, const QString &Name);
+
 // The owned component of that name (case-insensitive), the first in list
 // order when several share it; null when none.
 QORDESIGN_EXPORT QObject *FindComponent(const QObject *Owner, const QString &Name);
