@@ -18,6 +18,9 @@
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
+#include "browsing/qorclassesman.h"
+#include "browsing/qorcomptreeview.h"
+#include "browsing/qorpallete.h"
 #include "qordemowindow.h"
 
 #include <QApplication>
@@ -33,9 +36,11 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QButtonGroup>
 #include <QTableWidget>
 #include <QToolBar>
 #include <QThread>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QUiLoader>
 #include <QWindow>
@@ -308,6 +313,24 @@ QList<QPointer<QWidget>> addButtons(QWidget *stage, int count, bool owned)
     return buttons;
 }
 
+// A bare tree of the buttons under a root, as the component tree shows
+// them: their names and their class's image.
+void fillBareTree(QTreeWidget *Tree, const QList<QPointer<QWidget>> &Buttons)
+{
+    const QIcon icon = QIcon(QStringLiteral(":/qordesign/images/classes/QPushButton.png"));
+    auto *root = new QTreeWidgetItem({QStringLiteral("Stage"), QStringLiteral("QWidget")});
+    QList<QTreeWidgetItem *> items;
+    items.reserve(Buttons.size());
+    for (const QPointer<QWidget> &b : Buttons) {
+        auto *item = new QTreeWidgetItem({b->objectName(), QStringLiteral("QPushButton")});
+        item->setIcon(0, icon);
+        items.append(item);
+    }
+    root->addChildren(items);
+    Tree->addTopLevelItem(root);
+    Tree->expandAll();
+}
+
 // Every fifth button: 200 of 1000 spread over the stage.
 QList<QPointer<QWidget>> everyFifth(const QList<QPointer<QWidget>> &buttons, int count)
 {
@@ -557,18 +580,17 @@ BenchRow fill(int count)
     return runRounds(name, QStringLiteral("uiloader.load_%1_shown").arg(count), ours, plain);
 }
 
-// Real Ctrl+A with 1000 buttons on the stage, until the marks, the tree's
+// Real Ctrl+A with Count buttons on the stage, until the marks, the tree's
 // selection and the inspector's common lines are painted; beside the sum
-// of one overlay painting 1000 handle sets, a bare tree selecting the same
-// 1000 items and a bare grid showing the same lines.
-BenchRow selectAll()
+// of one overlay painting Count handle sets, a bare tree (with the same
+// icons) selecting the same items and a bare grid showing the same lines.
+BenchRow selectAllRow(const QString &name, int count)
 {
-    const QString name = QStringLiteral("app.select_all_1000");
     auto floor = floorWindowLike(name);
     QList<QPair<QString, QString>> lines;
 
     auto ours = [&]() -> double {
-        Designer d(name, 1000, 1000);
+        Designer d(name, count, count);
         if (!d.ok)
             return -1;
         TQorObjInspector *inspector = d.window->inspector();
@@ -576,16 +598,16 @@ BenchRow selectAll()
         QElapsedTimer t;
         t.start();
         RealInput::key("a", Qt::ControlModifier);
-        const double ms = timedUntilIdle(name, t, "Ctrl+A selecting 1000 buttons in the stage, tree and inspector",
-                                         [&d, inspector, tree] {
-                                             return d.window->designCenter()->SelectedComps().Count() == 1000
-                                                 && d.manager()->SelectedComps().Count() == 1000
-                                                 && tree->selectionModel()->selectedRows().size() == 1000
-                                                 && inspector->GetActiveComponents().size() == 1000;
+        const double ms = timedUntilIdle(name, t, "Ctrl+A selecting every button in the stage, tree and inspector",
+                                         [&d, inspector, tree, count] {
+                                             return d.window->designCenter()->SelectedComps().Count() == count
+                                                 && d.manager()->SelectedComps().Count() == count
+                                                 && tree->selectionModel()->selectedRows().size() == count
+                                                 && inspector->GetActiveComponents().size() == count;
                                          });
         // The lines the inspector shows the 1000 with, for the bare grid.
         if (lines.isEmpty()) {
-            if (inspector->GetActiveComponents().size() != 1000) {
+            if (inspector->GetActiveComponents().size() != count) {
                 QList<QObject *> all;
                 for (const QPointer<QWidget> &b : d.buttons)
                     all.append(b.data());
@@ -598,10 +620,8 @@ BenchRow selectAll()
         return ms;
     };
     auto plain = [&]() -> double {
-        const QList<QPointer<QWidget>> buttons = addButtons(floor->stage, 1000, false);
-        auto *root = new QTreeWidgetItem(floor->tree, {QStringLiteral("Stage"), QStringLiteral("QWidget")});
-        for (const QPointer<QWidget> &b : buttons)
-            new QTreeWidgetItem(root, {b->objectName(), QStringLiteral("QPushButton")});
+        const QList<QPointer<QWidget>> buttons = addButtons(floor->stage, count, false);
+        fillBareTree(floor->tree, buttons);
         floor->tree->expandAll();
         if (!showFloor(name, floor.get()))
             return -1;
@@ -616,10 +636,10 @@ BenchRow selectAll()
         // The tree's selection.
         t.restart();
         const QItemSelection range(floor->tree->model()->index(0, 0, floor->tree->model()->index(0, 0)),
-                                   floor->tree->model()->index(999, 1, floor->tree->model()->index(0, 0)));
+                                   floor->tree->model()->index(count - 1, 0, floor->tree->model()->index(0, 0)));
         floor->tree->selectionModel()->select(range, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        ms = timedUntilIdle(name, t, "the bare tree selecting 1000", [floor = floor.get()] {
-            return floor->tree->selectionModel()->selectedRows().size() == 1000;
+        ms = timedUntilIdle(name, t, "the bare tree selecting every item", [floor = floor.get(), count] {
+            return floor->tree->selectionModel()->selectedRows().size() == count;
         });
         sum = ms < 0 || sum < 0 ? -1 : sum + ms;
         // The common lines.
@@ -640,7 +660,140 @@ BenchRow selectAll()
         untilIdleAndPainted();
         return sum;
     };
-    return runRounds(name, QStringLiteral("overlay_1000+tree_select_1000+grid_lines"), ours, plain);
+    return runRounds(name, QStringLiteral("overlay_%1+tree_select_%1+grid_lines").arg(count), ours, plain);
+}
+
+BenchRow selectAll()
+{
+    return selectAllRow(QStringLiteral("app.select_all_1000"), 1000);
+}
+
+// The component tree following a select-all of 5000: real Ctrl+A on the
+// stage until the tree shows the 5000 selected, painted, with the stage
+// and the inspector done too; beside the same plain work the 1000 row
+// divides by, for 5000.
+BenchRow treeFollowSelectAll()
+{
+    return selectAllRow(QStringLiteral("tree.follow_select_all_5000"), 5000);
+}
+
+// The component tree of a stage of 5000 made anew (as after a rename or a
+// component editor's verb), until shown and painted; beside a bare tree
+// filled with the same 5000 texts and icons under a root, painted.
+BenchRow treeGenerate()
+{
+    const QString name = QStringLiteral("tree.generate_5000");
+    constexpr int count = 5000;
+    auto floor = floorWindowLike(name);
+    auto ours = [&]() -> double {
+        Designer d(name, count, count);
+        if (!d.ok)
+            return -1;
+        TQorCompTreeView *tree = d.window->componentTree();
+        int made = 0;
+        QObject::connect(tree, &TQorCompTreeView::TreeGenerated, tree, [&made] { ++made; });
+        QElapsedTimer t;
+        t.start();
+        tree->Refresh();
+        return timedUntilIdle(name, t, "the tree made anew", [tree, &made, count] {
+            return made == 1 && tree->topLevelItemCount() == 1 && tree->topLevelItem(0)->childCount() == count;
+        });
+    };
+    auto plain = [&]() -> double {
+        const QList<QPointer<QWidget>> buttons = addButtons(floor->stage, count, false);
+        if (!showFloor(name, floor.get()))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        fillBareTree(floor->tree, buttons);
+        const double ms = timedUntilIdle(name, t, "the bare tree filled", [floor = floor.get(), count] {
+            return floor->tree->topLevelItemCount() == 1 && floor->tree->topLevelItem(0)->childCount() == count;
+        });
+        hideFloor(floor.get());
+        qDeleteAll(buttons);
+        floor->tree->clear();
+        untilIdleAndPainted();
+        return ms;
+    };
+    return runRounds(name, QStringLiteral("qtreewidget_fill_5000_icons"), ours, plain);
+}
+
+// A real click on a palette tab whose page holds 100 classes, until the
+// 100 buttons are made and painted; beside 100 plain checkable tool
+// buttons with the same icons made on a plain tool bar where the palette
+// is, painted.
+BenchRow paletteSwitchPage()
+{
+    const QString name = QStringLiteral("palette.switch_page_100");
+    constexpr int count = 100;
+    const QString page = QStringLiteral("Hundred");
+    auto floor = floorWindowLike(name);
+    QList<QIcon> icons;
+    QRect barPlace;
+    auto ours = [&]() -> double {
+        Designer d(name, 0, 1000);
+        if (!d.ok)
+            return -1;
+        // A page of 100: the registered classes over and over.
+        TQorDesignClassList *classes = d.window->classList();
+        const int stock = classes->Count();
+        for (int i = 0; i < count; ++i) {
+            const TQorDesignClassInformation *info = classes->ClassInfos(i % stock);
+            classes->AddClass(info->ClassTypeRef(), page, info->ImageIndex, false, false);
+        }
+        TQorCompPalleteTab *tabs = d.window->paletteTabs();
+        TQorCompPalleteToolBar *bar = d.window->paletteBar();
+        tabs->UpdateTabs();
+        tabs->UpdateToolBarPallete();
+        const int tab = tabs->count() - 1;
+        if (tabs->tabText(tab) != page || !settled(name, "the first page shown", [bar] { return bar->isVisible(); }))
+            return -1;
+        if (icons.isEmpty()) {
+            for (int i = 0; i < count; ++i)
+                icons.append(classes->Images()->Icon(classes->ClassInfos(i % stock)->ImageIndex));
+            barPlace = QRect(bar->mapTo(d.window.get(), QPoint(0, 0)), bar->size());
+        }
+        RealInput::moveTo(tabs, tabs->tabRect(tab).center(), 2);
+        if (!settled(name, "the pointer on the tab"))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::press();
+        RealInput::release();
+        return timedUntilIdle(name, t, "the page of 100 shown", [bar, &page, count] {
+            return bar->Pallete() == page && bar->ButtonCount() == count + 1;
+        });
+    };
+    auto plain = [&]() -> double {
+        if (icons.isEmpty() || !showFloor(name, floor.get()))
+            return -1;
+        auto *bar = new QToolBar(floor.get());
+        bar->setIconSize(QSize(24, 24));
+        bar->setGeometry(barPlace);
+        bar->show();
+        if (!settled(name, "the plain bar shown"))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        auto *group = new QButtonGroup(bar);
+        for (int i = 0; i < count; ++i) {
+            auto *button = new QToolButton;
+            button->setCheckable(true);
+            button->setAutoRaise(true);
+            button->setIcon(icons.at(i));
+            button->setToolTip(QStringLiteral("Class %1").arg(i));
+            group->addButton(button);
+            bar->addWidget(button);
+        }
+        const double ms = timedUntilIdle(name, t, "100 plain buttons shown", [bar, count] {
+            return bar->actions().size() == count;
+        });
+        hideFloor(floor.get());
+        delete bar;
+        untilIdleAndPainted();
+        return ms;
+    };
+    return runRounds(name, QStringLiteral("qtoolbuttons_100_checkable"), ours, plain);
 }
 
 // Real Ctrl+Right with all 1000 selected; beside moving the 1000 by one
@@ -1050,7 +1203,9 @@ const QStringList kRows{QStringLiteral("app.fill_1000"),      QStringLiteral("ap
                         QStringLiteral("app.select_all_1000"), QStringLiteral("app.nudge_all_1000"),
                         QStringLiteral("app.drag_200_of_1000"), QStringLiteral("app.paste_all_1000"),
                         QStringLiteral("app.delete_all_2000"), QStringLiteral("inspector.set_enabled_1000"),
-                        QStringLiteral("actions.update_1000"), QStringLiteral("menu.popup_1000")};
+                        QStringLiteral("actions.update_1000"), QStringLiteral("menu.popup_1000"),
+                        QStringLiteral("tree.generate_5000"),  QStringLiteral("tree.follow_select_all_5000"),
+                        QStringLiteral("palette.switch_page_100")};
 
 QList<BenchRow> appRows()
 {
@@ -1075,6 +1230,8 @@ QList<BenchRow> appRows()
         {kRows[4], drag},                      {kRows[5], pasteAll},
         {kRows[6], deleteAll},                 {kRows[7], setEnabled},
         {kRows[8], actionsUpdate},             {kRows[9], menuPopup},
+        {kRows[10], treeGenerate},             {kRows[11], treeFollowSelectAll},
+        {kRows[12], paletteSwitchPage},
     };
     for (const auto &[row, run] : all) {
         if (benchWanted(row)) {

@@ -274,8 +274,10 @@ void TQorCompTreeView::GenerateTree()
     const QScopedValueRollback guard(m_updating, true);
     forgetNodes();
     clear();
-    if (!m_rootControl)
+    if (!m_rootControl) {
+        Q_EMIT TreeGenerated();
         return;
+    }
 
     // The nodes are made apart from the tree and join it in one insertion:
     // a tree of thousands would otherwise tell its view of each.
@@ -326,6 +328,7 @@ void TQorCompTreeView::GenerateTree()
     }
     addTopLevelItem(root);
     root->setExpanded(true);
+    Q_EMIT TreeGenerated();
 }
 
 void TQorCompTreeView::ReSelectComps()

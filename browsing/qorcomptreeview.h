@@ -81,6 +81,10 @@ public:
     void MoveSelCompIndexesUp(int Delta = 1);
     void MoveSelCompIndexesDown(int Delta = 1);
 
+Q_SIGNALS:
+    // The nodes were made anew from the root control's components.
+    void TreeGenerated();
+
 protected:
     void ImportImagesFrom(const class TQorClassesImageList *ImageList, int StartIndex);
     // The text a component's node shows: its display name. A subclass that

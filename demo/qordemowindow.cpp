@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "qordemowindow.h"
 
+#include "browsing/qorclassesman.h"
+#include "browsing/qorcomptreeview.h"
+#include "browsing/qorpallete.h"
 #include "console/qorcompeditors.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
@@ -63,174 +66,6 @@ T *place(T *widget, const char *name, const QRect &geometry)
 
 } // namespace
 
-// The component tree of the demo, linked to the design center: the stage
-// and its components nested by container. A selection made here goes to
-// the center; the center's selection shows here without echo.
-class QorDemoWindow::DemoTree final : public QTreeWidget, public IQorCompTreeView
-{
-    Q_OBJECT
-    Q_INTERFACES(IQorCompTreeView)
-
-public:
-    DemoTree(QorDemoWindow *Window, QWidget *Parent)
-        : QTreeWidget(Parent)
-        , m_window(Window)
-    {
-        setSelectionMode(QAbstractItemView::ExtendedSelection);
-        connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-            if (m_quiet)
-                return;
-            m_chosen.reset();
-            if (m_center)
-                m_center->CompTreeSelCompChanged();
-        });
-        setContextMenuPolicy(Qt::CustomContextMenu);
-        connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
-            if (!m_popupMenu)
-                return;
-            // The design menu pops up for the component of the row clicked:
-            // its selected siblings stay selected with it.
-            const QPoint global = viewport()->mapToGlobal(at);
-            QTreeWidgetItem *item = itemAt(at);
-            if (auto *designMenu = qobject_cast<IQorCompPopupMenu *>(m_popupMenu.data()); designMenu && item)
-                designMenu->PopupBaseOnComp(m_objects.value(item), global.x(), global.y());
-            else
-                m_popupMenu->popup(global);
-        });
-    }
-
-    void SetConsoleCenter(TQorDesignCenter *Center) override { m_center = Center; }
-    TComponentList SelectedComps() const override
-    {
-        // A component the application freed since the last rebuild keeps
-        // its row until the next one, but is no longer answered.
-        TComponentList list;
-        for (QTreeWidgetItem *item : selectedItems()) {
-            if (QObject *component = m_objects.value(item))
-                list.Add(component);
-        }
-        return list;
-    }
-    void SetSelectedComps(const TComponentList &List) override
-    {
-        // The rows chosen already (a popup menu keeping a large selection):
-        // nothing to choose again.
-        const QList<QObject *> wanted = List.toList();
-        QSet<QObject *> wantedSet(wanted.begin(), wanted.end());
-        if (!m_chosen)
-            m_chosen = selectedSet();
-        if (wantedSet == *m_chosen)
-            return;
-        m_chosen = std::move(wantedSet);
-        const QScopedValueRollback quiet(m_quiet, true);
-        // The items of the components, in the tree's order.
-        QList<QTreeWidgetItem *> items;
-        for (QObject *component : List.toList()) {
-            // A freed component's address may belong to a new one now.
-            if (QTreeWidgetItem *item = m_items.value(component); item && m_objects.value(item) == component)
-                items.append(item);
-        }
-        std::sort(items.begin(), items.end(), [this](QTreeWidgetItem *a, QTreeWidgetItem *b) {
-            return m_order.value(a) < m_order.value(b);
-        });
-        // The items' rows go to the selection model in one selection: one
-        // item at a time would have the view repaint and re-sort its
-        // selection once per item. Neighbouring rows of one parent go in as
-        // one range.
-        QItemSelection selection;
-        QModelIndex runStart, runEnd;
-        auto closeRun = [&] {
-            if (runStart.isValid())
-                selection.select(runStart, runEnd.siblingAtColumn(columnCount() - 1));
-            runStart = runEnd = QModelIndex();
-        };
-        for (QTreeWidgetItem *item : std::as_const(items)) {
-            const QModelIndex index = indexFromItem(item);
-            if (runEnd.isValid() && index.parent() == runEnd.parent() && index.row() == runEnd.row() + 1) {
-                runEnd = index;
-                continue;
-            }
-            closeRun();
-            runStart = runEnd = index;
-        }
-        closeRun();
-        QTreeWidgetItem *first = items.value(0);
-        if (first)
-            setCurrentItem(first, 0, QItemSelectionModel::NoUpdate);
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    }
-    void Refresh() override { m_window->fillComponentTree(); }
-    QSet<QObject *> selectedSet() const
-    {
-        QSet<QObject *> set;
-        for (QTreeWidgetItem *item : selectedItems()) {
-            if (QObject *component = m_objects.value(item))
-                set.insert(component);
-        }
-        return set;
-    }
-    // Files an item under its component, in the order the tree shows them.
-    void file(QTreeWidgetItem *Item, QObject *Component)
-    {
-        m_order.insert(Item, int(m_order.size()));
-        m_items.insert(Component, Item);
-        m_objects.insert(Item, Component);
-    }
-    void forgetItems()
-    {
-        m_chosen.reset();
-        m_items.clear();
-        m_order.clear();
-        m_objects.clear();
-    }
-    bool Dirty() const override { return m_dirty; }
-    void SetDirty(bool Value) override { m_dirty = Value; }
-    void SetPopupMenu(QMenu *Menu) override { m_popupMenu = Menu; }
-
-private:
-    QorDemoWindow *m_window;
-    QPointer<TQorDesignCenter> m_center;
-    QPointer<QMenu> m_popupMenu;
-    bool m_quiet = false;
-    bool m_dirty = false;
-    // The components last chosen here, by the center or the user; none
-    // while unknown (the tree rebuilt, a row chosen by the user).
-    std::optional<QSet<QObject *>> m_chosen;
-    QHash<const QObject *, QTreeWidgetItem *> m_items;
-    QHash<const QTreeWidgetItem *, int> m_order;
-    // The component of each row, followed: the application may free one
-    // while its row is shown.
-    QHash<const QTreeWidgetItem *, QPointer<QObject>> m_objects;
-};
-
-// The demo's palette as the design center sees it: the chosen class is the
-// one a click on the stage inserts; after the insertion the palette goes
-// back to choosing nothing.
-class QorDemoWindow::DemoPalette final : public QObject, public IQorCompPallete
-{
-    Q_OBJECT
-    Q_INTERFACES(IQorCompPallete)
-
-public:
-    DemoPalette(QListWidget *List)
-        : QObject(List)
-        , m_list(List)
-    {
-    }
-
-    const QMetaObject *GetCurrClass() const override
-    {
-        const QListWidgetItem *item = m_list->currentItem();
-        if (!item || !m_list->selectionModel()->hasSelection())
-            return nullptr;
-        return GetClass(item->data(Qt::UserRole).toString());
-    }
-    void DeselectComps() override { m_list->clearSelection(); }
-
-private:
-    QListWidget *m_list;
-};
-
 QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     : QMainWindow(parent)
     , m_start(start)
@@ -243,23 +78,41 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     stageFrame->setWidget(m_stage);
     setCentralWidget(stageFrame);
 
+    // The palette: the classes on their pages, a tab for each page above
+    // the tool bar of the page's classes.
+    fillClassList();
     auto *paletteDock = new QDockWidget(tr("Palette"), this);
     paletteDock->setObjectName(QStringLiteral("PaletteDock"));
-    m_palette = new QListWidget(paletteDock);
-    m_palette->setObjectName(QStringLiteral("Palette"));
-    paletteDock->setWidget(m_palette);
-    addDockWidget(Qt::LeftDockWidgetArea, paletteDock);
+    auto *paletteBox = new QWidget(paletteDock);
+    auto *paletteLayout = new QVBoxLayout(paletteBox);
+    paletteLayout->setContentsMargins(0, 0, 0, 0);
+    paletteLayout->setSpacing(0);
+    m_paletteTabs = new TQorCompPalleteTab(paletteBox);
+    m_paletteTabs->setObjectName(QStringLiteral("PaletteTabs"));
+    m_paletteTabs->setExpanding(false);
+    m_paletteBar = new TQorCompPalleteToolBar(paletteBox);
+    m_paletteBar->setObjectName(QStringLiteral("PaletteBar"));
+    m_paletteBar->SetClassList(m_classes.get());
+    m_paletteTabs->SetPalleteToolBar(m_paletteBar);
+    m_paletteTabs->SetAutoFillTabs(true);
+    m_paletteTabs->UpdateToolBarPallete();
+    paletteLayout->addWidget(m_paletteTabs);
+    paletteLayout->addWidget(m_paletteBar);
+    paletteBox->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    paletteDock->setWidget(paletteBox);
+    // Across the top, where the pages have room for their tabs.
+    addDockWidget(Qt::TopDockWidgetArea, paletteDock);
 
     auto *treeDock = new QDockWidget(tr("Components"), this);
     treeDock->setObjectName(QStringLiteral("ComponentsDock"));
-    m_tree = new DemoTree(this, treeDock);
+    m_tree = new TQorCompTreeView(treeDock);
     m_tree->setObjectName(QStringLiteral("ComponentTree"));
-    m_tree->setHeaderLabels({tr("Name"), tr("Class")});
-    // Every row has the same height, and the columns fit the texts of the
-    // first rows once per rebuild: a tree of thousands of components would
-    // otherwise measure every row at each change.
-    m_tree->setUniformRowHeights(true);
-    m_tree->header()->setResizeContentsPrecision(100);
+    m_tree->SetClassList(m_classes.get());
+    // Every container open: the user sees each component at once.
+    connect(m_tree, &TQorCompTreeView::TreeGenerated, this, [this] {
+        m_tree->expandAll();
+        Q_EMIT componentTreeRebuilt();
+    });
     treeDock->setWidget(m_tree);
     addDockWidget(Qt::LeftDockWidgetArea, treeDock);
 
@@ -290,7 +143,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     // A renamed component shows its new name in the tree.
     connect(m_inspector, &TVhoObjInspector::OnPropNameChanged, this, [this](QObject *, const QString &name) {
         if (name == QLatin1String("objectName"))
-            fillComponentTree();
+            m_tree->Refresh();
     });
 
     // The stage owns what the form shows, in the order of the form's tree.
@@ -308,7 +161,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_center->SetObjInspector(m_inspector);
     m_center->SetDesignManager(m_manager);
     m_center->SetCompTreeView(m_tree);
-    m_center->SetCompPalleteToolBar(new DemoPalette(m_palette));
+    m_center->SetCompPalleteToolBar(m_paletteBar);
     // A control moved, scaled or pasted past the stage's edge stays within
     // reach: the stage grows (the scroll area around it scrolls).
     connect(m_center, &TQorDesignCenter::OnControlsMoved, this, &QorDemoWindow::fitStageToControls);
@@ -327,9 +180,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
             });
     createMenus(stageFrame);
     retranslate();
-    fillPalette();
-    fillComponentTree();
-    m_tree->setCurrentItem(m_tree->topLevelItem(0));
+    m_tree->Refresh();
     // The first window shows the whole stage beside the docks.
     resize(std::max(sizeHint().width(), 1180), std::max(sizeHint().height(), 720));
     statusBar()->showMessage(tr("%n component(s) on the stage", nullptr, ComponentCount(m_stage)));
@@ -392,6 +243,12 @@ namespace {
 // An icon of the Tango theme (public domain, Debian's tango-icon-theme),
 // at the sizes the theme draws; the desktop's theme when Tango is not
 // installed.
+// The image the library draws for a class.
+QIcon classImage(const QMetaObject *Class)
+{
+    return QIcon(QStringLiteral(":/qordesign/images/classes/%1.png").arg(QLatin1String(Class->className())));
+}
+
 QIcon tangoIcon(const char *Name)
 {
     QIcon icon;
@@ -460,6 +317,48 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
     edit->addSeparator();
     edit->addAction(byName("SelectAllAction"));
 
+    // The tree's commands: rename the current component through the tree's
+    // label editor, move the selected ones in their owner's order. Their
+    // keys work in the tree and on the stage.
+    m_renameAction = new QAction(this);
+    m_renameAction->setObjectName(QStringLiteral("RenameAction"));
+    m_renameAction->setShortcut(QKeySequence(Qt::Key_F2));
+    connect(m_renameAction, &QAction::triggered, this, [this] {
+        QTreeWidgetItem *node = m_tree->currentItem();
+        if (const TComponentList &selected = m_center->SelectedComps(); selected.Count() == 1)
+            node = m_tree->FindComponentNode(selected.First());
+        if (!node)
+            return;
+        m_tree->setFocus(Qt::ShortcutFocusReason);
+        m_tree->scrollToItem(node);
+        m_tree->editItem(node);
+    });
+    m_moveUpAction = new QAction(this);
+    m_moveUpAction->setObjectName(QStringLiteral("MoveUpAction"));
+    m_moveUpAction->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Up));
+    connect(m_moveUpAction, &QAction::triggered, this, [this] { m_tree->MoveSelCompIndexesUp(); });
+    m_moveDownAction = new QAction(this);
+    m_moveDownAction->setObjectName(QStringLiteral("MoveDownAction"));
+    m_moveDownAction->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Down));
+    connect(m_moveDownAction, &QAction::triggered, this, [this] { m_tree->MoveSelCompIndexesDown(); });
+    edit->addSeparator();
+    for (QAction *action : {m_renameAction, m_moveUpAction, m_moveDownAction}) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_tree->addAction(action);
+        StageArea->addAction(action);
+        edit->addAction(action);
+    }
+    // The stage itself is neither renamed here nor moved.
+    auto updateTreeCommands = [this] {
+        const QList<QObject *> selected = m_center->SelectedComps().toList();
+        const bool components = !selected.isEmpty() && !selected.contains(m_stage);
+        m_renameAction->setEnabled(components && selected.size() == 1);
+        m_moveUpAction->setEnabled(components);
+        m_moveDownAction->setEnabled(components);
+    };
+    connect(m_center, &TQorDesignCenter::DesignStateChanged, this, updateTreeCommands);
+    updateTreeCommands();
+
     m_arrangeMenu = menuBar()->addMenu(QString());
     m_arrangeMenu->setObjectName(QStringLiteral("ArrangeMenu"));
     for (const char *name : {"AlignAction", "SizeAction", "ScaleAction"})
@@ -506,10 +405,51 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
             verb->setData(1000 + i);
             connect(verb, &QAction::triggered, this, [this, editor, designer, i] {
                 editor->ExecuteVerb(i);
-                fillComponentTree();
+                m_tree->Refresh();
             });
         }
     });
+}
+
+void QorDemoWindow::fillClassList()
+{
+    // The pages of the palette and their classes; a class registered by
+    // the application beyond these goes on "Other".
+    static const struct
+    {
+        const char *page;
+        std::initializer_list<const char *> classes;
+    } pages[] = {
+        {"Buttons", {"QPushButton", "QToolButton", "QCheckBox", "QRadioButton"}},
+        {"Input", {"QLineEdit", "QTextEdit", "QPlainTextEdit", "QComboBox", "QSpinBox", "QDoubleSpinBox", "QSlider",
+                   "QDial"}},
+        {"Dates", {"QDateEdit", "QTimeEdit", "QDateTimeEdit", "QCalendarWidget"}},
+        {"Containers", {"QGroupBox", "QFrame", "QWidget", "QTabWidget", "QStackedWidget", "QToolBox", "QScrollArea"}},
+        {"Display", {"QLabel", "QProgressBar", "QLCDNumber"}},
+        {"Items", {"QListWidget", "QTreeWidget", "QTableWidget"}},
+        {"System", {"QTimer"}},
+    };
+    m_images = std::make_unique<TQorClassesImageList>();
+    m_classes = std::make_unique<TQorDesignClassList>();
+    m_classes->SetImages(m_images.get());
+    auto add = [this](const QMetaObject *Class, const QString &Page) {
+        // The classes are registered already: the list only offers them.
+        m_classes->AddClass(Class, Page, m_images->Add(classImage(Class)), true, false);
+    };
+    QSet<QString> placed;
+    for (const auto &page : pages) {
+        for (const char *name : page.classes) {
+            if (const QMetaObject *cls = GetClass(QLatin1String(name))) {
+                add(cls, QLatin1String(page.page));
+                placed.insert(QLatin1String(name));
+            }
+        }
+    }
+    for (const QMetaObject *cls : RegisteredClasses()) {
+        // The design system's own classes are no components a user places.
+        if (cls->indexOfClassInfo("QorDesignObject") < 0 && !placed.contains(QLatin1String(cls->className())))
+            add(cls, QStringLiteral("Other"));
+    }
 }
 
 void QorDemoWindow::retranslate()
@@ -521,7 +461,9 @@ void QorDemoWindow::retranslate()
         dock->setWindowTitle(tr("Components"));
     if (auto *dock = findChild<QDockWidget *>(QStringLiteral("InspectorDock")))
         dock->setWindowTitle(tr("Inspector"));
-    m_tree->setHeaderLabels({tr("Name"), tr("Class")});
+    m_renameAction->setText(tr("&Rename"));
+    m_moveUpAction->setText(tr("Move &Up"));
+    m_moveDownAction->setText(tr("Move &Down"));
     m_inspectorSwitch->setTabText(0, tr("Properties"));
     m_inspectorSwitch->setTabText(1, tr("Events"));
     m_tools->setWindowTitle(tr("Design"));
@@ -552,22 +494,6 @@ void QorDemoWindow::fitStageToControls()
                      std::max(m_stage->height(), reach.y() + reach.height() + margin));
     if (need != m_stage->size())
         m_stage->resize(need);
-}
-
-void QorDemoWindow::fillPalette()
-{
-    const int current = m_palette->currentRow();
-    m_palette->clear();
-    for (const QMetaObject *mo : RegisteredClasses()) {
-        // The design system's own classes (the design actions a stream may
-        // hold) are no components a user places.
-        if (mo->indexOfClassInfo("QorDesignObject") >= 0)
-            continue;
-        // The label of the class; the item keeps the class's own name.
-        auto *item = new QListWidgetItem(ClassToTransedName(mo), m_palette);
-        item->setData(Qt::UserRole, QString::fromLatin1(mo->className()));
-    }
-    m_palette->setCurrentRow(current, QItemSelectionModel::NoUpdate);
 }
 
 QString QorDemoWindow::dictionaryFile()
@@ -609,44 +535,8 @@ void QorDemoWindow::setChinese(bool On)
         QorTranslateInspector(m_inspector);
     else
         QorUntranslateInspector(m_inspector);
-    fillPalette();
+    // The palette's buttons and the tree's texts in the new language.
+    m_paletteBar->UpdateButtons();
+    m_tree->Refresh();
 }
 
-void QorDemoWindow::addTreeNodes(QTreeWidgetItem *parent, QObject *object)
-{
-    for (QObject *child : DesignChildren(object)) {
-        if (Owner(child) != m_stage)
-            continue;
-        auto *item = new QTreeWidgetItem(parent, {child->objectName(),
-                                                  QString::fromLatin1(child->metaObject()->className())});
-        item->setData(0, Qt::UserRole, QVariant::fromValue(child));
-        static_cast<DemoTree *>(m_tree)->file(item, child);
-        addTreeNodes(item, child);
-    }
-}
-
-void QorDemoWindow::fillComponentTree()
-{
-    // Rebuilt quietly: what was selected stays selected.
-    const TComponentList selected = static_cast<DemoTree *>(m_tree)->SelectedComps();
-    {
-        const QSignalBlocker quiet(m_tree);
-        static_cast<DemoTree *>(m_tree)->forgetItems();
-        m_tree->clear();
-        // The items are made apart and join the tree in one insertion: a
-        // tree of thousands would otherwise tell its view of each.
-        auto *root = new QTreeWidgetItem(QStringList{m_stage->objectName(),
-                                                     QString::fromLatin1(m_stage->metaObject()->className())});
-        root->setData(0, Qt::UserRole, QVariant::fromValue<QObject *>(m_stage));
-        static_cast<DemoTree *>(m_tree)->file(root, m_stage);
-        addTreeNodes(root, m_stage);
-        m_tree->addTopLevelItem(root);
-        m_tree->expandAll();
-        for (int column = 0; column < m_tree->columnCount(); ++column)
-            m_tree->resizeColumnToContents(column);
-    }
-    static_cast<DemoTree *>(m_tree)->SetSelectedComps(selected);
-    Q_EMIT componentTreeRebuilt();
-}
-
-#include "qordemowindow.moc"

@@ -16,13 +16,15 @@ class QToolBar;
 class QTranslator;
 class TQorDefDesignCompPopupMenu;
 class TQorDesignAction;
-class QListWidget;
 class QTabBar;
+class TQorClassesImageList;
+class TQorCompPalleteTab;
+class TQorCompPalleteToolBar;
+class TQorCompTreeView;
+class TQorDesignClassList;
 class TQorDesignCenter;
 class TQorDesignManager;
 class TQorObjInspector;
-class QTreeWidget;
-class QTreeWidgetItem;
 class QWidget;
 
 class QorDemoWindow : public QMainWindow
@@ -39,8 +41,18 @@ public:
 
     // The form the user designs.
     QWidget *stage() const { return m_stage; }
-    QTreeWidget *componentTree() const { return m_tree; }
-    QListWidget *paletteList() const { return m_palette; }
+    // The stage's components; F2 renames the current one, Alt+Up and
+    // Alt+Down move the selected ones in their owner's order.
+    TQorCompTreeView *componentTree() const { return m_tree; }
+    // The palette: the pages as tabs above the tool bar of their classes.
+    TQorCompPalleteToolBar *paletteBar() const { return m_paletteBar; }
+    TQorCompPalleteTab *paletteTabs() const { return m_paletteTabs; }
+    // The classes the palette offers, on their pages, with their images.
+    TQorDesignClassList *classList() const { return m_classes.get(); }
+    // Rename, Move Up and Move Down of the Edit menu.
+    QAction *renameAction() const { return m_renameAction; }
+    QAction *moveUpAction() const { return m_moveUpAction; }
+    QAction *moveDownAction() const { return m_moveDownAction; }
     // The object inspector: the properties (or events) of the components
     // chosen in the tree or on the stage.
     TQorObjInspector *inspector() const { return m_inspector; }
@@ -78,17 +90,21 @@ protected:
 
 private:
     QWidget *createStage();
-    void fillPalette();
-    void fillComponentTree();
-    void addTreeNodes(QTreeWidgetItem *parent, QObject *object);
+    void fillClassList();
     void createMenus(QWidget *StageArea);
     // The window's own texts, in the language of the installed translators.
     void retranslate();
 
     StartStage m_start = StartStage::Sample;
     QWidget *m_stage = nullptr;
-    QListWidget *m_palette = nullptr;
-    QTreeWidget *m_tree = nullptr;
+    std::unique_ptr<TQorClassesImageList> m_images;
+    std::unique_ptr<TQorDesignClassList> m_classes;
+    TQorCompPalleteToolBar *m_paletteBar = nullptr;
+    TQorCompPalleteTab *m_paletteTabs = nullptr;
+    TQorCompTreeView *m_tree = nullptr;
+    QAction *m_renameAction = nullptr;
+    QAction *m_moveUpAction = nullptr;
+    QAction *m_moveDownAction = nullptr;
     TQorObjInspector *m_inspector = nullptr;
     QTabBar *m_inspectorSwitch = nullptr;
     QCheckBox *m_chineseSwitch = nullptr;
@@ -102,6 +118,4 @@ private:
     QMenu *m_flipMenu = nullptr;
     QMenu *m_componentMenu = nullptr;
     QTranslator *m_demoTranslator = nullptr;
-    class DemoTree;
-    class DemoPalette;
 };

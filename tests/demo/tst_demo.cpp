@@ -9,6 +9,9 @@
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
+#include "browsing/qorclassesman.h"
+#include "browsing/qorcomptreeview.h"
+#include "browsing/qorpallete.h"
 #include "inspector/qorinspector.h"
 #include "qordemowindow.h"
 
@@ -68,8 +71,17 @@ private Q_SLOTS:
         docks.sort();
         QCOMPARE(docks,
                  QStringList({QStringLiteral("Components"), QStringLiteral("Inspector"), QStringLiteral("Palette")}));
-        QVERIFY(window.paletteList()->count() >= 30);
-        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+        // The palette's pages as tabs; the first page's classes on the bar
+        // after the arrow.
+        QStringList pages;
+        for (int i = 0; i < window.paletteTabs()->count(); ++i)
+            pages << window.paletteTabs()->tabText(i);
+        for (const char *page : {"Buttons", "Input", "Containers", "Display", "Items"})
+            QVERIFY2(pages.contains(QLatin1String(page)), page);
+        QVERIFY(window.classList()->Count() >= 30);
+        QCOMPARE(window.paletteBar()->Pallete(), QStringLiteral("Buttons"));
+        QVERIFY(window.paletteBar()->Deselector()->isChecked());
+        QCOMPARE(window.paletteBar()->Buttons(1)->toolTip(), QStringLiteral("QPushButton"));
     }
 
     void theStageOwnsItsNamedWidgetsInFormOrder()
@@ -172,7 +184,9 @@ private Q_SLOTS:
         TQorObjInspector *inspector = window.inspector();
         QTRY_COMPARE(inspector->ActiveComponent(), window.stage());
         QVERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
-        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+        const QToolButton *buttonClass = window.paletteBar()->findChild<QToolButton *>(QStringLiteral("QPushButtonButton"));
+        QVERIFY(buttonClass);
+        QCOMPARE(buttonClass->toolTip(), QStringLiteral("QPushButton"));
         // The box and its text take the click, not the width beside them.
         const QPoint box(8, window.chineseSwitch()->height() / 2);
         RealInput::click(window.chineseSwitch(), box);
@@ -180,12 +194,16 @@ private Q_SLOTS:
         QTRY_VERIFY(lineOf(inspector, QStringLiteral("可用")) >= 0);
         QCOMPARE(inspector->Strings()->ValueFromIndex(lineOf(inspector, QStringLiteral("可用"))), QStringLiteral("是"));
         QCOMPARE(lineOf(inspector, QStringLiteral("enabled")), -1);
-        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("按钮"));
-        // Inserting still knows the class behind the label.
-        QCOMPARE(window.paletteList()->item(0)->data(Qt::UserRole).toString(), QStringLiteral("QPushButton"));
+        // The palette's buttons are made again with the labels; inserting
+        // still knows the class behind the label.
+        auto *labelled = window.paletteBar()->findChild<TQorClassToolBtn *>(QStringLiteral("QPushButtonButton"));
+        QTRY_VERIFY((labelled = window.paletteBar()->findChild<TQorClassToolBtn *>(QStringLiteral("QPushButtonButton")))
+                    && labelled->toolTip() == QStringLiteral("按钮"));
+        QCOMPARE(labelled->ClassRef, &QPushButton::staticMetaObject);
         RealInput::click(window.chineseSwitch(), box);
         QTRY_VERIFY(lineOf(inspector, QStringLiteral("enabled")) >= 0);
-        QCOMPARE(window.paletteList()->item(0)->text(), QStringLiteral("QPushButton"));
+        QTRY_VERIFY((labelled = window.paletteBar()->findChild<TQorClassToolBtn *>(QStringLiteral("QPushButtonButton")))
+                    && labelled->toolTip() == QStringLiteral("QPushButton"));
     }
 
     void theChineseSwitchTurnsTheMenusTheToolBarAndTheDialogsChinese()
@@ -266,24 +284,27 @@ private Q_SLOTS:
         window.designAction()->setChecked(false);
     }
 
-    void aRightClickInTheTreeOpensTheDesignMenuForThatComponent()
+    void aRightClickInTheTreeOpensTheDesignMenuForTheSelection()
     {
         QorDemoWindow window;
         QVERIFY(QorGuiTest::showAndActivate(&window, QPoint(0, 0)));
         window.designAction()->setChecked(true);
-        QTreeWidget *tree = window.componentTree();
-        QTreeWidgetItem *row = nullptr;
-        for (QTreeWidgetItemIterator it(tree); *it; ++it) {
-            if ((*it)->text(0) == QLatin1String("TabWidget1"))
-                row = *it;
-        }
+        TQorCompTreeView *tree = window.componentTree();
+        auto *tabs = window.stage()->findChild<QTabWidget *>(QStringLiteral("TabWidget1"));
+        QTreeWidgetItem *row = tree->FindComponentNode(tabs);
         QVERIFY(row);
         tree->scrollToItem(row);
-        RealInput::click(tree->viewport(), tree->visualItemRect(row).center(), Qt::RightButton);
+        RealInput::click(tree->viewport(), tree->visualItemRect(row).center());
+        QTRY_COMPARE(window.designCenter()->SelectedComps().toList(), QList<QObject *>{tabs});
+        // A right click on another row: the menu is the tree's, for what is
+        // selected; the tree's selection stays.
+        QTreeWidgetItem *other = tree->FindComponentNode(window.stage()->findChild<QLineEdit *>(QStringLiteral("LineEdit1")));
+        RealInput::click(tree->viewport(), tree->visualItemRect(other).center(), Qt::RightButton);
         TQorDefDesignCompPopupMenu *menu = window.designPopupMenu();
         QTRY_VERIFY(menu->isVisible());
-        QCOMPARE(menu->PopupComponent()->objectName(), QStringLiteral("TabWidget1"));
-        QTRY_COMPARE(window.designCenter()->SelectedComps().Count(), 1);
+        QCOMPARE(menu->PopupComponent(), tree);
+        QCOMPARE(window.designCenter()->SelectedComps().toList(), QList<QObject *>{tabs});
+        QCOMPARE(tree->selectedItems(), QList<QTreeWidgetItem *>{row});
         // The tab widget's verbs on top.
         QCOMPARE(menu->actions().at(0)->text(), QStringLiteral("Add Page"));
         RealInput::key("Escape");
@@ -397,14 +418,14 @@ private Q_SLOTS:
         auto inSecond = [&](const QWidget *widget, const QPoint &local) {
             return secondAt + widget->mapTo(&window, local);
         };
-        QToolBar *bar = window.findChild<QToolBar *>();
+        QToolBar *bar = window.findChild<QToolBar *>(QStringLiteral("DesignToolBar"));
         QVERIFY(bar);
         QWidget *designButton = bar->widgetForAction(window.designAction());
         QVERIFY(designButton);
         auto *button = window.stage()->findChild<QPushButton *>(QStringLiteral("Button1"));
         auto *check = window.stage()->findChild<QCheckBox *>(QStringLiteral("CheckBox1"));
         QVERIFY(button && check);
-        const QPoint stageSpot(278, 220);
+        const QPoint stageSpot(278, 100);
         // The spots this window is clicked at are not under the second one.
         QVERIFY(!QRect(secondAt, window.size()).contains(window.stage()->mapTo(&window, stageSpot)));
         QVERIFY(!QRect(secondAt, window.size()).contains(check->mapTo(&window, check->rect().center())));
@@ -628,19 +649,17 @@ private Q_SLOTS:
         QTRY_COMPARE(window.statusBar()->currentMessage(), QStringLiteral("Stage: 400, 200"));
 
         // The palette's chosen class is inserted where the stage is clicked.
-        const QList<QListWidgetItem *> found =
-            window.paletteList()->findItems(QStringLiteral("QPushButton"), Qt::MatchExactly);
-        QCOMPARE(found.size(), 1);
-        window.paletteList()->scrollToItem(found.first());
-        RealInput::click(window.paletteList()->viewport(),
-                         window.paletteList()->visualItemRect(found.first()).center());
-        QTRY_VERIFY(window.paletteList()->selectionModel()->hasSelection());
+        auto *buttonClass = window.paletteBar()->findChild<QToolButton *>(QStringLiteral("QPushButtonButton"));
+        QVERIFY(buttonClass);
+        RealInput::click(buttonClass);
+        QTRY_COMPARE(window.paletteBar()->GetCurrClass(), &QPushButton::staticMetaObject);
         RealInput::click(window.stage(), QPoint(420, 200));
         QTRY_VERIFY(window.stage()->findChild<QPushButton *>(QStringLiteral("PushButton1")));
         auto *inserted = window.stage()->findChild<QPushButton *>(QStringLiteral("PushButton1"));
         QCOMPARE(inserted->pos(), QPoint(420, 200));
         QCOMPARE(Owner(inserted), window.stage());
-        QVERIFY(!window.paletteList()->selectionModel()->hasSelection());
+        // The arrow is down again.
+        QTRY_VERIFY(window.paletteBar()->Deselector()->isChecked());
         QCOMPARE(window.componentTree()->findItems(QStringLiteral("PushButton1"),
                                                    Qt::MatchExactly | Qt::MatchRecursive).size(), 1);
 

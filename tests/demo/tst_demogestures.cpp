@@ -8,6 +8,9 @@
 #include "designer/qorsizers_p.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhoclipbrdutils.h"
+#include "browsing/qorclassesman.h"
+#include "browsing/qorcomptreeview.h"
+#include "browsing/qorpallete.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
@@ -20,7 +23,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QToolButton>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -552,12 +555,24 @@ private Q_SLOTS:
         QFETCH(QString, caption);
         Demo d;
         QVERIFY(d.start());
-        QListWidget *palette = d.window.paletteList();
-        const QList<QListWidgetItem *> found = palette->findItems(className, Qt::MatchExactly);
-        QCOMPARE(found.size(), 1);
-        palette->scrollToItem(found.first());
-        RealInput::click(palette->viewport(), palette->visualItemRect(found.first()).center());
-        QTRY_VERIFY(palette->selectionModel()->hasSelection());
+        // The tab of the class's page, then the class's button.
+        TQorDesignClassList *classes = d.window.classList();
+        const TQorDesignClassInformation *info = classes->ClassInfos(classes->ClassIndex(GetClass(className)));
+        QVERIFY(info);
+        TQorCompPalleteTab *tabs = d.window.paletteTabs();
+        int tab = -1;
+        for (int i = 0; i < tabs->count(); ++i) {
+            if (tabs->tabText(i) == info->Pallete)
+                tab = i;
+        }
+        QVERIFY(tab >= 0);
+        RealInput::click(tabs, tabs->tabRect(tab).center());
+        QTRY_COMPARE(d.window.paletteBar()->Pallete(), info->Pallete);
+        QToolButton *button = nullptr;
+        QTRY_VERIFY((button = d.window.paletteBar()->findChild<QToolButton *>(className + QLatin1String("Button")))
+                    && button->isVisible());
+        RealInput::click(button);
+        QTRY_COMPARE(d.window.paletteBar()->GetCurrClass(), GetClass(className));
         RealInput::click(d.stage, QPoint(400, 190));
         QTRY_VERIFY(FindComponent(d.stage, name));
         QObject *made = FindComponent(d.stage, name);

@@ -20,6 +20,9 @@
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
+#include "browsing/qorclassesman.h"
+#include "browsing/qorcomptreeview.h"
+#include "browsing/qorpallete.h"
 #include "harness/qorguitest.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
@@ -30,7 +33,7 @@
 #include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QToolButton>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
@@ -552,12 +555,13 @@ private:
     {
         if (m_paletteClasses.isEmpty())
             return;
-        QListWidget *palette = m_window.paletteList();
+        TQorCompPalleteToolBar *palette = m_window.paletteBar();
         const QString cls = m_paletteClasses.at(below(int(m_paletteClasses.size())));
-        for (int row = 0; row < palette->count(); ++row) {
-            if (palette->item(row)->data(Qt::UserRole).toString() == cls)
-                palette->setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
-        }
+        TQorDesignClassList *classes = m_window.classList();
+        if (const TQorDesignClassInformation *info = classes->ClassInfos(classes->ClassIndex(GetClass(cls))))
+            palette->SetPallete(info->Pallete);
+        if (auto *button = palette->findChild<QToolButton *>(cls + QLatin1String("Button")))
+            button->setChecked(true);
         QWidget *target = chance(50) ? m_stage : showingControl();
         if (target) {
             const qintptr at = PointToLParam(pointIn(target));
@@ -568,7 +572,7 @@ private:
         }
         // A click on a control that takes no children inserts nothing; the
         // user goes back to the arrow.
-        palette->clearSelection();
+        palette->DeselectComps();
     }
 
     // Pasted only while the stage holds less than half as much again as
