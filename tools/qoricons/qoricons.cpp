@@ -275,17 +275,18 @@ void drawComboBox(QPainter &p)
     arrowDown(p, 19, 12, 2.5);
 }
 
-// A spin box's field and buttons; value() draws the number.
-void spinField(QPainter &p, const std::function<void()> &value)
+// A spin box's field and buttons, from y down h pixels; content() draws
+// what the field shows.
+void spinField(QPainter &p, qreal y, qreal h, const std::function<void()> &content)
 {
-    field(p, 1, 6, 22, 12);
-    value();
-    spinButtons(p, 17, 6, 12);
+    field(p, 1, y, 22, h);
+    content();
+    spinButtons(p, 17, y, h);
 }
 
 void drawSpinBox(QPainter &p)
 {
-    spinField(p, [&] {
+    spinField(p, 6, 12, [&] {
         // "12": a one and a two as strokes
         fill(p, 5, 9, 2, 6, Pal::Ink);
         QPainterPath two;
@@ -301,7 +302,7 @@ void drawSpinBox(QPainter &p)
 
 void drawDoubleSpinBox(QPainter &p)
 {
-    spinField(p, [&] {
+    spinField(p, 6, 12, [&] {
         fill(p, 4, 9, 2, 6, Pal::Ink);
         fill(p, 7, 13, 2, 2, Pal::Accent);
         box(p, 10, 9, 5, 6, QColor(), Pal::Ink);
@@ -342,17 +343,9 @@ void drawProgressBar(QPainter &p)
         fill(p, 3 + i * 4, 9, 3, 6, Pal::Green);
 }
 
-// A date or time field with pictures at its left; pictures() draws them.
-void dateTimeField(QPainter &p, const std::function<void()> &pictures)
-{
-    field(p, 1, 5, 22, 14);
-    pictures();
-    spinButtons(p, 17, 5, 14);
-}
-
 void drawDateEdit(QPainter &p)
 {
-    dateTimeField(p, [&] {
+    spinField(p, 5, 14, [&] {
         calendarPage(p, 3, 7, 10);
         textLine(p, 14, 11, 2);
     });
@@ -360,7 +353,7 @@ void drawDateEdit(QPainter &p)
 
 void drawTimeEdit(QPainter &p)
 {
-    dateTimeField(p, [&] {
+    spinField(p, 5, 14, [&] {
         clock(p, 8, 12, 4.5, Pal::Accent);
         textLine(p, 14, 11, 2);
     });
@@ -368,7 +361,7 @@ void drawTimeEdit(QPainter &p)
 
 void drawDateTimeEdit(QPainter &p)
 {
-    dateTimeField(p, [&] {
+    spinField(p, 5, 14, [&] {
         calendarPage(p, 2, 8, 8);
         clock(p, 13, 12, 3.5, Pal::Accent);
     });
@@ -685,9 +678,8 @@ void drawCompPalleteTab(QPainter &p)
 
 void drawGlyphEmpty(QPainter &p)
 {
-    p.setPen(QPen(Pal::Text, 1, Qt::DotLine));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(QRectF(3.5, 3.5, 9, 9));
+    // a blank node: an empty frame
+    box(p, 2, 2, 12, 12, Pal::Paper, Pal::Text, 1.5);
     fill(p, 7, 7, 2, 2, Pal::Shade);
 }
 
