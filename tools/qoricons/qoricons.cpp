@@ -184,11 +184,17 @@ void sevenSegment(QPainter &p, qreal x, qreal y, unsigned segments)
 
 // ---- the stock widget classes (24 by 24) --------------------------------
 
+// A raised button face, shaded along its lower edge (shade pixels high).
+void buttonFace(QPainter &p, qreal x, qreal y, qreal w, qreal h, qreal radius, qreal shade)
+{
+    box(p, x, y, w, h, Pal::Face, Pal::Ink, radius);
+    fill(p, x + 1, y + h - 1 - shade, w - 2, shade, QColor(0xcf, 0xd7, 0xe1));
+    box(p, x, y, w, h, QColor(), Pal::Ink, radius);
+}
+
 void drawPushButton(QPainter &p)
 {
-    box(p, 1, 5, 22, 14, Pal::Face, Pal::Ink, 2.5);
-    fill(p, 2, 14, 20, 4, QColor(0xcf, 0xd7, 0xe1));
-    box(p, 1, 5, 22, 14, QColor(), Pal::Ink, 2.5);
+    buttonFace(p, 1, 5, 22, 14, 2.5, 4);
     textLine(p, 6, 11, 12, Pal::Ink);
 }
 
@@ -700,9 +706,7 @@ void drawGlyphComp(QPainter &p)
 
 void drawGlyphControl(QPainter &p)
 {
-    box(p, 1, 4, 14, 9, Pal::Face, Pal::Ink, 1.5);
-    fill(p, 2, 10, 12, 2, QColor(0xcf, 0xd7, 0xe1));
-    box(p, 1, 4, 14, 9, QColor(), Pal::Ink, 1.5);
+    buttonFace(p, 1, 4, 14, 9, 1.5, 2);
     textLine(p, 4, 7, 8, Pal::Accent);
 }
 
