@@ -27,13 +27,14 @@ struct ImageFolder
             icons.insert(base, load(path + base, side));
             names.append(base);
         }
+        names.sort();
     }
 
     static QIcon load(const QString &pathAndBase, int side)
     {
         QIcon icon;
-        // No size given: QIcon reads it from each file, also from the @2x
-        // file it may add on its own with the size passed here.
+        // No size given: QIcon would pass it on to an @2x file it adds by
+        // itself; without one it reads each file's own size.
         icon.addFile(pathAndBase + QStringLiteral(".png"));
         // QIcon looks for the @2x file itself only while the application's
         // own device pixel ratio is above 1, which it is not on most
