@@ -84,6 +84,7 @@ private Q_SLOTS:
         installed.sort();
         QStringList expected{
             QStringLiteral("browsing/qorclassesman.h"),      QStringLiteral("browsing/qorpallete.h"),
+            QStringLiteral("browsing/qorcomptreeview.h"),   QStringLiteral("browsing/qorimages.h"),
             QStringLiteral("console/qorattribeditors.h"),   QStringLiteral("console/qorcompeditors.h"),
             QStringLiteral("console/qorconsoleintf.h"),     QStringLiteral("console/qordesignactions.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
