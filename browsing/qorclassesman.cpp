@@ -17,8 +17,9 @@ TQorDesignClassInformation::~TQorDesignClassInformation() = default;
 
 // ---- TQorClassesImageList ---------------------------------------------------
 
-TQorClassesImageList::TQorClassesImageList()
-    : m_size(24, 24)
+TQorClassesImageList::TQorClassesImageList(QObject *Parent)
+    : QObject(Parent)
+    , m_size(24, 24)
 {
 }
 

@@ -11,6 +11,7 @@
 
 #include <QIcon>
 #include <QList>
+#include <QObject>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -32,11 +33,14 @@ public:
     QString Pallete;
 };
 
-// The images of the classes, 24 by 24 pixels each.
-class QORDESIGN_EXPORT TQorClassesImageList
+// The images of the classes, 24 by 24 pixels each. A QObject so that an
+// application can own it like its other non-visual components.
+class QORDESIGN_EXPORT TQorClassesImageList : public QObject
 {
+    Q_OBJECT
+
 public:
-    TQorClassesImageList();
+    explicit TQorClassesImageList(QObject *Parent = nullptr);
     TQorClassesImageList(const TQorClassesImageList &) = delete;
     TQorClassesImageList &operator=(const TQorClassesImageList &) = delete;
 

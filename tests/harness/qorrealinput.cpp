@@ -178,7 +178,7 @@ void clickAt(const QPoint &global, Qt::MouseButton button, Qt::KeyboardModifiers
     releaseModifiers(modifiers);
 }
 
-QRect windowNamed(const QString &title)
+QRect windowNamed(const QString &title, Qt::MatchFlags match)
 {
     Display *d = dpy();
     if (!d)
@@ -218,7 +218,8 @@ QRect windowNamed(const QString &title)
         XWindowAttributes attributes;
         if (!XGetWindowAttributes(d, children[i], &attributes) || attributes.map_state != IsViewable)
             continue;
-        if (nameOf(children[i]).contains(title))
+        const QString name = nameOf(children[i]);
+        if ((match & Qt::MatchTypeMask) == Qt::MatchExactly ? name == title : name.contains(title))
             found = QRect(attributes.x, attributes.y, attributes.width, attributes.height);
     }
     if (children)

@@ -51,8 +51,10 @@ void clickAt(const QPoint &global, Qt::MouseButton button = Qt::LeftButton,
 // Where the mapped top-level window of any program whose title contains
 // `title` is on the screen (the first such window found, stacked highest);
 // an empty rectangle when there is none. Other programs' windows are found
-// this way to be driven with real input.
-QRect windowNamed(const QString &title);
+// this way to be driven with real input. With Qt::MatchExactly the title
+// must be `title` itself: a program may name its main window with a text
+// its other windows' titles end with.
+QRect windowNamed(const QString &title, Qt::MatchFlags match = Qt::MatchContains);
 
 // Gives the keyboard to the top-level window at a global position, as a
 // click-to-focus window manager does when the window is clicked (under

@@ -85,6 +85,7 @@ private Q_SLOTS:
         QStringList expected{
             QStringLiteral("browsing/qorclassesman.h"),      QStringLiteral("browsing/qorpallete.h"),
             QStringLiteral("browsing/qorcomptreeview.h"),   QStringLiteral("browsing/qorimages.h"),
+            QStringLiteral("browsing/qordsnsysreg.h"),
             QStringLiteral("console/qorattribeditors.h"),   QStringLiteral("console/qorcompeditors.h"),
             QStringLiteral("console/qorconsoleintf.h"),     QStringLiteral("console/qordesignactions.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesignintfimpls.h"),
@@ -118,6 +119,25 @@ private Q_SLOTS:
             const QRegularExpressionMatch match = forbidden.match(text);
             QVERIFY2(!match.hasMatch(), qPrintable(header + QStringLiteral(": ") + match.captured(0)));
         }
+    }
+
+    // The Qt Designer plugin goes where Qt's own Designer plugins are under
+    // the prefix, and finds the library installed beside it.
+    void theInstallHoldsTheQtDesignerPlugin()
+    {
+#ifdef QOR_QT_PLUGIN_DIR
+        const QString plugin = QDir(m_prefix).filePath(QStringLiteral(QOR_QT_PLUGIN_DIR "/designer/libqordesignerplugin.so"));
+        QVERIFY2(QFileInfo::exists(plugin), qPrintable(plugin));
+        QString linked;
+        QVERIFY(run(QStringLiteral("ldd"), {plugin}, &linked));
+        const QRegularExpression library(QStringLiteral("libQorDesign\\.so\\S* => (\\S+)"));
+        const QRegularExpressionMatch match = library.match(linked);
+        QVERIFY2(match.hasMatch(), qPrintable(linked));
+        QCOMPARE(QFileInfo(match.captured(1)).canonicalPath(),
+                 QFileInfo(QDir(m_prefix).filePath(QStringLiteral("lib"))).canonicalFilePath());
+#else
+        QSKIP("the Qt Designer plugin is not built (Qt's UiPlugin package was not found)");
+#endif
     }
 
     void aProgramFindsThePackageBuildsAndRuns()
