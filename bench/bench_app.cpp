@@ -20,6 +20,7 @@
 #include "inspector/qorinspector.h"
 #include "browsing/qorclassesman.h"
 #include "browsing/qorcomptreeview.h"
+#include "browsing/qorimages.h"
 #include "browsing/qorpallete.h"
 #include "qordemowindow.h"
 
@@ -317,7 +318,7 @@ QList<QPointer<QWidget>> addButtons(QWidget *stage, int count, bool owned)
 // them: their names and their class's image.
 void fillBareTree(QTreeWidget *Tree, const QList<QPointer<QWidget>> &Buttons)
 {
-    const QIcon icon = QIcon(QStringLiteral(":/qordesign/images/classes/QPushButton.png"));
+    const QIcon icon = QorClassImage(&QPushButton::staticMetaObject);
     auto *root = new QTreeWidgetItem({QStringLiteral("Stage"), QStringLiteral("QWidget")});
     QList<QTreeWidgetItem *> items;
     items.reserve(Buttons.size());

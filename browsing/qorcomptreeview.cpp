@@ -2,6 +2,7 @@
 #include "browsing/qorcomptreeview.h"
 
 #include "browsing/qorclassesman.h"
+#include "browsing/qorimages.h"
 #include "console/qorattribeditors.h"
 #include "console/qorcommanderror_p.h"
 #include "console/qorcompeditors.h"
@@ -27,10 +28,6 @@ constexpr int FormImage = 3;
 
 const char *const NoNameText = QT_TRANSLATE_NOOP("QorDesign", "[NoName]");
 
-QIcon glyph(const char *Name)
-{
-    return QIcon(QStringLiteral(":/qordesign/images/glyphs/%1.png").arg(QLatin1String(Name)));
-}
 
 // The parent under which a control shows: its nearest ancestor that is not
 // an inner part of a composite widget (a tab widget's page sits in the
@@ -99,6 +96,11 @@ TQorCompTreeView::~TQorCompTreeView()
     m_updating = true;
     forgetNodes();
     clear();
+}
+
+TQorDesignCenter *TQorCompTreeView::ConsoleCenter() const
+{
+    return m_center;
 }
 
 void TQorCompTreeView::SetConsoleCenter(TQorDesignCenter *Center)
@@ -173,7 +175,7 @@ void TQorCompTreeView::ImportImagesFrom(const TQorClassesImageList *ImageList, i
 {
     m_images.clear();
     for (const char *name : GlyphNames)
-        m_images.append(glyph(name));
+        m_images.append(QorGlyph(QLatin1String(name)));
     if (!ImageList)
         return;
     for (int i = std::max(StartIndex, 0); i < ImageList->Count(); ++i)

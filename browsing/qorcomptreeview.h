@@ -32,7 +32,8 @@ class QORDESIGN_EXPORT TQorCompTreeView : public QTreeWidget, public IQorCompTre
     Q_OBJECT
     Q_INTERFACES(IQorCompTreeView)
     Q_CLASSINFO("QorDesignObject", "true")
-    Q_PROPERTY(QWidget *RootControl READ RootControl WRITE SetRootControl)
+    // Linked at run time, not in a form editor.
+    Q_PROPERTY(QWidget *RootControl READ RootControl WRITE SetRootControl DESIGNABLE false)
     Q_PROPERTY(int CompFilterStyles READ compFilterStylesInt WRITE setCompFilterStylesInt)
     Q_PROPERTY(bool ShowKnownCompsOnly READ ShowKnownCompsOnly WRITE SetShowKnownCompsOnly)
 
@@ -49,7 +50,7 @@ public:
     void SetDirty(bool Value) override { m_dirty = Value; }
     void SetPopupMenu(QMenu *Menu) override;
 
-    TQorDesignCenter *ConsoleCenter() const { return m_center; }
+    TQorDesignCenter *ConsoleCenter() const;
     // The known classes and their images; referenced, not owned.
     TQorDesignClassList *ClassList() const { return m_classList; }
     void SetClassList(TQorDesignClassList *Value);

@@ -59,6 +59,12 @@ const ImageFolder &glyphs()
     return folder;
 }
 
+const ImageFolder &paletteImages()
+{
+    static const ImageFolder folder(QStringLiteral("palette"), 24);
+    return folder;
+}
+
 } // namespace
 
 QIcon QorClassImage(const QMetaObject *Class)
@@ -80,6 +86,11 @@ QIcon QorClassImage(const QString &ClassName)
 QIcon QorGlyph(const QString &Name)
 {
     return glyphs().icons.value(Name);
+}
+
+QIcon QorPaletteImage(const QString &Name)
+{
+    return paletteImages().icons.value(Name);
 }
 
 QStringList QorClassImageNames()

@@ -28,5 +28,9 @@ QORDESIGN_EXPORT QIcon QorClassImage(const QString &ClassName);
 // control) or "GlyphDefForm" (a form). A null icon for any other name.
 QORDESIGN_EXPORT QIcon QorGlyph(const QString &Name);
 
+// An image of the palette, 24 by 24: "Deselector" (the pointer that
+// chooses no class). A null icon for any other name.
+QORDESIGN_EXPORT QIcon QorPaletteImage(const QString &Name);
+
 // The names of the classes that have an image, sorted.
 QORDESIGN_EXPORT QStringList QorClassImageNames();

@@ -3,6 +3,7 @@
 
 #include "browsing/qorclassesman.h"
 #include "browsing/qorcomptreeview.h"
+#include "browsing/qorimages.h"
 #include "browsing/qorpallete.h"
 #include "console/qorcompeditors.h"
 #include "console/qordesignactions.h"
@@ -92,6 +93,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_paletteTabs->setExpanding(false);
     m_paletteBar = new TQorCompPalleteToolBar(paletteBox);
     m_paletteBar->setObjectName(QStringLiteral("PaletteBar"));
+    m_paletteBar->SetDeselectorImageIndex(m_deselectorImage);
     m_paletteBar->SetClassList(m_classes.get());
     m_paletteTabs->SetPalleteToolBar(m_paletteBar);
     m_paletteTabs->SetAutoFillTabs(true);
@@ -243,12 +245,6 @@ namespace {
 // An icon of the Tango theme (public domain, Debian's tango-icon-theme),
 // at the sizes the theme draws; the desktop's theme when Tango is not
 // installed.
-// The image the library draws for a class.
-QIcon classImage(const QMetaObject *Class)
-{
-    return QIcon(QStringLiteral(":/qordesign/images/classes/%1.png").arg(QLatin1String(Class->className())));
-}
-
 QIcon tangoIcon(const char *Name)
 {
     QIcon icon;
@@ -432,9 +428,11 @@ void QorDemoWindow::fillClassList()
     m_images = std::make_unique<TQorClassesImageList>();
     m_classes = std::make_unique<TQorDesignClassList>();
     m_classes->SetImages(m_images.get());
+    // The pointer of the palette first: the deselector shows it.
+    m_deselectorImage = m_images->Add(QorPaletteImage(QStringLiteral("Deselector")));
     auto add = [this](const QMetaObject *Class, const QString &Page) {
         // The classes are registered already: the list only offers them.
-        m_classes->AddClass(Class, Page, m_images->Add(classImage(Class)), true, false);
+        m_classes->AddClass(Class, Page, m_images->Add(QorClassImage(Class)), true, false);
     };
     QSet<QString> placed;
     for (const auto &page : pages) {

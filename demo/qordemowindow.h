@@ -99,6 +99,7 @@ private:
     QWidget *m_stage = nullptr;
     std::unique_ptr<TQorClassesImageList> m_images;
     std::unique_ptr<TQorDesignClassList> m_classes;
+    int m_deselectorImage = -1;
     TQorCompPalleteToolBar *m_paletteBar = nullptr;
     TQorCompPalleteTab *m_paletteTabs = nullptr;
     TQorCompTreeView *m_tree = nullptr;

@@ -240,6 +240,15 @@ private Q_SLOTS:
         checkDrawn(storedImage(glyphsDir + name + QStringLiteral("@2x.png")));
     }
 
+    void thePalettesPointerExists()
+    {
+        const QString dir = QStringLiteral(":/qordesign/images/palette/");
+        checkSharpAtBothRatios(QorPaletteImage(QStringLiteral("Deselector")), dir, QStringLiteral("Deselector"), 24);
+        checkDrawn(storedImage(dir + QStringLiteral("Deselector.png")));
+        QVERIFY(QorPaletteImage(QStringLiteral("deselector")).isNull());
+        QVERIFY(QorPaletteImage(QStringLiteral("GlyphDefForm")).isNull());
+    }
+
     void theNamesAreTheImagedClassesSorted()
     {
         const QStringList names = QorClassImageNames();

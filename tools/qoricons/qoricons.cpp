@@ -718,6 +718,17 @@ void drawGlyphForm(QPainter &p)
     box(p, 3, 8, 6, 4, Pal::Paper, Pal::Text);
 }
 
+// ---- the palette (24 by 24) ------------------------------------------------
+
+void drawDeselector(QPainter &p)
+{
+    // the pointer: choosing it inserts nothing, a click selects
+    const QPolygonF arrow({{7, 3}, {7, 19}, {10.5, 15.5}, {13.5, 21.5}, {16, 20.5}, {13, 14.5}, {18, 14.5}});
+    p.setPen(QPen(Pal::Ink, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Pal::Paper);
+    p.drawPolygon(arrow);
+}
+
 struct Picture
 {
     const char *name;
@@ -774,6 +785,10 @@ const Picture glyphPictures[] = {
     {"GlyphDefForm", drawGlyphForm},
 };
 
+const Picture palettePictures[] = {
+    {"Deselector", drawDeselector},
+};
+
 QImage render(const Picture &picture, int size, int scale)
 {
     QImage image(size * scale, size * scale, QImage::Format_ARGB32_Premultiplied);
@@ -812,12 +827,13 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
     if (args.size() != 2) {
-        QTextStream(stderr) << "usage: qoricons OUTDIR (writes OUTDIR/classes and OUTDIR/glyphs)\n";
+        QTextStream(stderr) << "usage: qoricons OUTDIR (writes OUTDIR/classes, OUTDIR/glyphs and OUTDIR/palette)\n";
         return 2;
     }
     const QDir out(args.at(1));
     if (!writeAll(out, "classes", std::begin(classPictures), std::end(classPictures), 24)
-        || !writeAll(out, "glyphs", std::begin(glyphPictures), std::end(glyphPictures), 16))
+        || !writeAll(out, "glyphs", std::begin(glyphPictures), std::end(glyphPictures), 16)
+        || !writeAll(out, "palette", std::begin(palettePictures), std::end(palettePictures), 24))
         return 1;
     return 0;
 }
