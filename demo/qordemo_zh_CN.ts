@@ -16,14 +16,6 @@
         <translation>组件</translation>
     </message>
     <message>
-        <source>Name</source>
-        <translation>名称</translation>
-    </message>
-    <message>
-        <source>Class</source>
-        <translation>类</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>对象检查器</translation>
     </message>
@@ -66,6 +58,18 @@
     <message>
         <source>&amp;Component</source>
         <translation>组件(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>重命名(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>上移(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Move &amp;Down</source>
+        <translation>下移(&amp;D)</translation>
     </message>
 </context>
 </TS>

@@ -68,7 +68,7 @@
         <translation>组件流已损坏</translation>
     </message>
     <message>
-        <source>"%1" is missing or not a text</source>
+        <source>&quot;%1&quot; is missing or not a text</source>
         <translation>“%1”缺失或不是文本</translation>
     </message>
     <message>
@@ -92,7 +92,7 @@
         <translation>属性 %1 的值与其类型不符</translation>
     </message>
     <message>
-        <source>"%1" is not a list</source>
+        <source>&quot;%1&quot; is not a list</source>
         <translation>“%1”不是列表</translation>
     </message>
     <message>
@@ -106,6 +106,14 @@
     <message>
         <source>a component has no class</source>
         <translation>某个组件没有类</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a valid component name</source>
+        <translation>“%1”不是有效的组件名称</translation>
+    </message>
+    <message>
+        <source>[NoName]</source>
+        <translation>[无名称]</translation>
     </message>
 </context>
 <context>
@@ -339,15 +347,15 @@
 <context>
     <name>TPropertyEditor</name>
     <message>
-        <source>'%1' is not %2</source>
+        <source>&apos;%1&apos; is not %2</source>
         <translation>“%1”不是%2</translation>
     </message>
     <message>
-        <source>'%1' is not a valid integer value</source>
+        <source>&apos;%1&apos; is not a valid integer value</source>
         <translation>“%1”不是有效的整数值</translation>
     </message>
     <message>
-        <source>'%1' is not a valid character</source>
+        <source>&apos;%1&apos; is not a valid character</source>
         <translation>“%1”不是有效的字符</translation>
     </message>
     <message>
@@ -383,7 +391,7 @@
         <translation>%1 须通过其各个字段编辑</translation>
     </message>
     <message>
-        <source>'%1' is not a valid key sequence</source>
+        <source>&apos;%1&apos; is not a valid key sequence</source>
         <translation>“%1”不是有效的快捷键</translation>
     </message>
     <message>
@@ -391,7 +399,7 @@
         <translation>快捷键</translation>
     </message>
     <message>
-        <source>'%1' is not an image file</source>
+        <source>&apos;%1&apos; is not an image file</source>
         <translation>“%1”不是图像文件</translation>
     </message>
     <message>
@@ -407,19 +415,19 @@
         <translation>字符串列表</translation>
     </message>
     <message>
-        <source>'%1' is not a valid date or time</source>
+        <source>&apos;%1&apos; is not a valid date or time</source>
         <translation>“%1”不是有效的日期或时间</translation>
     </message>
     <message>
-        <source>'%1' is not a component of the form</source>
+        <source>&apos;%1&apos; is not a component of the form</source>
         <translation>“%1”不是窗体的组件</translation>
     </message>
     <message>
-        <source>'%1' is not a %2</source>
+        <source>&apos;%1&apos; is not a %2</source>
         <translation>“%1”不是 %2</translation>
     </message>
     <message>
-        <source>'%1' is not a slot of the form that fits %2</source>
+        <source>&apos;%1&apos; is not a slot of the form that fits %2</source>
         <translation>“%1”不是窗体中与 %2 相符的槽</translation>
     </message>
     <message>
@@ -429,6 +437,17 @@
     <message>
         <source>Connect %1</source>
         <translation>连接 %1</translation>
+    </message>
+</context>
+<context>
+    <name>TQorCompTreeView</name>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
     </message>
 </context>
 <context>

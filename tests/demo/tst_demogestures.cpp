@@ -536,6 +536,83 @@ private Q_SLOTS:
         QVERIFY(window.frameGeometry().right() < window.screen()->geometry().width());
     }
 
+    // ---- The component tree's commands ----
+
+    void theTreeRenamesByF2AndMovesByAltArrowsAndTheEditMenu()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        TQorCompTreeView *tree = d.window.componentTree();
+        auto index = [&d](QObject *c) { return ComponentIndex(c); };
+        // The check box chosen in the tree; F2 opens its label.
+        QTreeWidgetItem *node = tree->FindComponentNode(d.check);
+        tree->scrollToItem(node);
+        RealInput::click(tree->viewport(), tree->visualItemRect(node).center());
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.check});
+        QTRY_VERIFY(tree->hasFocus());
+        RealInput::key("F2");
+        QLineEdit *editor = nullptr;
+        QTRY_VERIFY((editor = tree->viewport()->findChild<QLineEdit *>()) && editor->isVisible());
+        RealInput::key("a", Qt::ControlModifier);
+        QVERIFY(RealInput::typeText(QStringLiteral("Regular")));
+        RealInput::key("Return");
+        QTRY_COMPARE(d.check->objectName(), QStringLiteral("Regular"));
+        // The inspector shows the new name.
+        auto shownName = [&d] {
+            TValueListStrings *lines = d.window.inspector()->Strings();
+            for (int i = 0; i < lines->Count(); ++i) {
+                if (lines->Names(i).mid(2) == QLatin1String("objectName"))
+                    return lines->ValueFromIndex(i);
+            }
+            return QString();
+        };
+        QTRY_COMPARE(shownName(), QStringLiteral("Regular"));
+
+        // Alt+Up: one place up in the stage's order, and in the tree.
+        const int was = index(d.check);
+        QTRY_VERIFY(d.window.moveUpAction()->isEnabled());
+        RealInput::key("Up", Qt::AltModifier);
+        QTRY_COMPARE(index(d.check), was - 1);
+        QTRY_VERIFY(tree->FindComponentNode(d.check)->isSelected());
+        QCOMPARE(d.selected(), QList<QObject *>{d.check});
+        const QTreeWidgetItem *root = tree->topLevelItem(0);
+        QVERIFY(root->indexOfChild(tree->FindComponentNode(d.check)) < root->indexOfChild(tree->FindComponentNode(d.line)));
+        // Alt+Down: back.
+        RealInput::key("Down", Qt::AltModifier);
+        QTRY_COMPARE(index(d.check), was);
+        // Move Down from the Edit menu.
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "EditMenu", "MoveDownAction"));
+        QTRY_COMPARE(index(d.check), was + 1);
+        QVERIFY(d.manager->Dirty());
+
+        // F2 on the stage: the selected control's label in the tree.
+        RealInput::click(d.spin, QPoint(6, 6));
+        QTRY_COMPARE(d.selected(), QList<QObject *>{d.spin});
+        RealInput::key("F2");
+        QTRY_VERIFY((editor = tree->viewport()->findChild<QLineEdit *>()) && editor->isVisible()
+                    && editor->text() == QStringLiteral("SpinBox1"));
+        // The editor goes when given up.
+        const QPointer<QLineEdit> spinEditor = editor;
+        RealInput::key("Escape");
+        QTRY_VERIFY(!spinEditor || !spinEditor->isVisible());
+        QCOMPARE(d.spin->objectName(), QStringLiteral("SpinBox1"));
+    }
+
+    void theChineseSwitchRelabelsTheTreesClasses()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        TQorCompTreeView *tree = d.window.componentTree();
+        QTreeWidgetItem *node = tree->FindComponentNode(d.stage->findChild<QPushButton *>(QStringLiteral("Button1")));
+        QCOMPARE(node->toolTip(0), QStringLiteral("QPushButton"));
+        d.window.setChinese(true);
+        QTRY_COMPARE(tree->FindComponentNode(d.stage->findChild<QPushButton *>(QStringLiteral("Button1")))->toolTip(0),
+                     QStringLiteral("按钮"));
+        d.window.setChinese(false);
+        QTRY_COMPARE(tree->FindComponentNode(d.stage->findChild<QPushButton *>(QStringLiteral("Button1")))->toolTip(0),
+                     QStringLiteral("QPushButton"));
+    }
+
     // ---- What the palette and the arrange commands leave ----
 
     void aControlFromThePaletteShowsItsNameWhereItsClassHasACaption_data()
