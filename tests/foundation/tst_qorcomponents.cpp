@@ -309,6 +309,39 @@ private Q_SLOTS:
         QCOMPARE(FindComponent(nullptr, QStringLiteral("CancelButton")), nullptr);
     }
 
+    void aUserRenameTakesIdentifiersThatAreFreeInTheOwner()
+    {
+        QWidget form;
+        auto *ok = named(new QPushButton(&form), "OkButton");
+        auto *cancel = named(new QPushButton(&form), "CancelButton");
+        InsertComponent(&form, ok);
+        InsertComponent(&form, cancel);
+        SetComponentName(ok, QStringLiteral("_Accept2"));
+        QCOMPARE(ok->objectName(), QStringLiteral("_Accept2"));
+        QCOMPARE(FindComponent(&form, QStringLiteral("_accept2")), ok);
+        // Its own name in another case is no clash.
+        SetComponentName(ok, QStringLiteral("_ACCEPT2"));
+        QCOMPARE(ok->objectName(), QStringLiteral("_ACCEPT2"));
+        for (const char *bad : {"2nd", "Ok Button", "Ok-Button", "Knöpfchen", " "}) {
+            QVERIFY_THROWS_EXCEPTION(EComponentError, SetComponentName(ok, QString::fromUtf8(bad)));
+            QCOMPARE(ok->objectName(), QStringLiteral("_ACCEPT2"));
+        }
+        try {
+            SetComponentName(ok, QStringLiteral("cancelbutton"));
+            QFAIL("a taken name was accepted");
+        } catch (const EComponentError &error) {
+            QCOMPARE(error.message(), QStringLiteral("A component named cancelbutton already exists"));
+        }
+        QCOMPARE(ok->objectName(), QStringLiteral("_ACCEPT2"));
+        // No name at all is allowed, as for any component.
+        SetComponentName(ok, QString());
+        QVERIFY(ok->objectName().isEmpty());
+        // Without an owner only the form of the name counts.
+        QPushButton loose;
+        SetComponentName(&loose, QStringLiteral("CancelButton"));
+        QCOMPARE(loose.objectName(), QStringLiteral("CancelButton"));
+    }
+
     void findComponentGivesTheFirstInListOrderWhenNamesRepeat()
     {
         QWidget form;
