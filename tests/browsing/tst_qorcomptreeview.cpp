@@ -5,6 +5,7 @@
 // following the stage, the label editor, a right click and a double click.
 #include "browsing/qorclassesman.h"
 #include "browsing/qorcomptreeview.h"
+#include "console/qorattribeditors.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesignpopupmenu.h"
@@ -22,6 +23,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
@@ -577,6 +579,27 @@ private Q_SLOTS:
         QVERIFY(d.manager->Dirty());
         // The new page is a component, and the rebuilt tree shows it.
         QTRY_VERIFY(d.tree->FindComponentNode(tabs->widget(pages)));
+    }
+
+    void aDoubleClickRunsTheAttributeEditorBeforeTheComponentEditor()
+    {
+        // An attribute editor of labels that counts its runs.
+        static int edits = 0;
+        struct CountingEditor : TQorCompAttribEditor
+        {
+            using TQorCompAttribEditor::TQorCompAttribEditor;
+            void Edit() override { ++edits; }
+        };
+        edits = 0;
+        RegisterQorComponentAttribEditor<CountingEditor>(&QLabel::staticMetaObject);
+        const auto unregister = qScopeGuard([] { UnregisterQorComponentAttribEditors(&QLabel::staticMetaObject); });
+        Designer d;
+        auto *label = place<QLabel>(d.stage, d.stage, "Label1", QRect(20, 20, 90, 26));
+        place<QLabel>(d.stage, d.stage, "Label2", QRect(20, 60, 90, 26));
+        QVERIFY(d.start());
+        RealInput::doubleClick(d.tree->viewport(), d.nodePoint(label));
+        QTRY_COMPARE(edits, 1);
+        QTRY_VERIFY(d.manager->Dirty());
     }
 };
 
