@@ -38,6 +38,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QButtonGroup>
+#include <QTabBar>
 #include <QTableWidget>
 #include <QToolBar>
 #include <QThread>
@@ -720,9 +721,10 @@ BenchRow treeGenerate()
 }
 
 // A real click on a palette tab whose page holds 100 classes, until the
-// 100 buttons are made and painted; beside 100 plain checkable tool
-// buttons with the same icons made on a plain tool bar where the palette
-// is, painted.
+// 100 buttons are made and painted; beside a plain tab bar where the
+// palette's tabs are changing its tab (by the program), which makes 100
+// plain checkable tool buttons with the same icons on a plain tool bar
+// where the palette's bar is, painted.
 BenchRow paletteSwitchPage()
 {
     const QString name = QStringLiteral("palette.switch_page_100");
@@ -730,7 +732,22 @@ BenchRow paletteSwitchPage()
     const QString page = QStringLiteral("Hundred");
     auto floor = floorWindowLike(name);
     QList<QIcon> icons;
-    QRect barPlace;
+    QRect barPlace, tabsPlace;
+    QStringList tabTexts;
+    // The pointer on the tab, then a timed click until the effect shows
+    // and all is quiet.
+    auto clickTab = [&name](QTabBar *tabs, int tab, const std::function<bool()> &effect) -> double {
+        // From beside the tab bar onto the tab, as a user comes to it.
+        RealInput::moveTo(tabs, QPoint(tabs->tabRect(tab).center().x(), tabs->height() + 40), 2);
+        RealInput::moveTo(tabs, tabs->tabRect(tab).center(), 2);
+        if (!settled(name, "the pointer on the tab"))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::press();
+        RealInput::release();
+        return timedUntilIdle(name, t, "the page of 100 shown", effect);
+    };
     auto ours = [&]() -> double {
         Designer d(name, 0, 1000);
         if (!d.ok)
@@ -753,48 +770,54 @@ BenchRow paletteSwitchPage()
             for (int i = 0; i < count; ++i)
                 icons.append(classes->Images()->Icon(classes->ClassInfos(i % stock)->ImageIndex));
             barPlace = QRect(bar->mapTo(d.window.get(), QPoint(0, 0)), bar->size());
+            tabsPlace = QRect(tabs->mapTo(d.window.get(), QPoint(0, 0)), tabs->size());
+            for (int i = 0; i < tabs->count(); ++i)
+                tabTexts << tabs->tabText(i);
         }
-        RealInput::moveTo(tabs, tabs->tabRect(tab).center(), 2);
-        if (!settled(name, "the pointer on the tab"))
-            return -1;
-        QElapsedTimer t;
-        t.start();
-        RealInput::press();
-        RealInput::release();
-        return timedUntilIdle(name, t, "the page of 100 shown", [bar, &page, count] {
+        return clickTab(tabs, tab, [bar, &page, count] {
             return bar->Pallete() == page && bar->ButtonCount() == count + 1;
         });
     };
     auto plain = [&]() -> double {
-        if (icons.isEmpty() || !showFloor(name, floor.get()))
+        if (icons.isEmpty())
             return -1;
+        auto *tabs = new QTabBar(floor.get());
+        tabs->setGeometry(tabsPlace);
+        for (const QString &text : std::as_const(tabTexts))
+            tabs->addTab(text);
+        tabs->setExpanding(false);
+        tabs->setCurrentIndex(0);
         auto *bar = new QToolBar(floor.get());
         bar->setIconSize(QSize(24, 24));
         bar->setGeometry(barPlace);
-        bar->show();
-        if (!settled(name, "the plain bar shown"))
+        QObject::connect(tabs, &QTabBar::currentChanged, bar, [bar, &icons, count] {
+            auto *group = new QButtonGroup(bar);
+            for (int i = 0; i < count; ++i) {
+                auto *button = new QToolButton;
+                button->setCheckable(true);
+                button->setAutoRaise(true);
+                button->setIcon(icons.at(i));
+                button->setToolTip(QStringLiteral("Class %1").arg(i));
+                group->addButton(button);
+                bar->addWidget(button);
+            }
+        });
+        if (!showFloor(name, floor.get()))
             return -1;
+        // The tab chosen by the program: the plain work of the same change
+        // without the input's way through the window system.
         QElapsedTimer t;
         t.start();
-        auto *group = new QButtonGroup(bar);
-        for (int i = 0; i < count; ++i) {
-            auto *button = new QToolButton;
-            button->setCheckable(true);
-            button->setAutoRaise(true);
-            button->setIcon(icons.at(i));
-            button->setToolTip(QStringLiteral("Class %1").arg(i));
-            group->addButton(button);
-            bar->addWidget(button);
-        }
-        const double ms = timedUntilIdle(name, t, "100 plain buttons shown", [bar, count] {
-            return bar->actions().size() == count;
-        });
+        tabs->setCurrentIndex(tabs->count() - 1);
+        const double ms = timedUntilIdle(name, t, "100 plain buttons shown",
+                                         [bar, count] { return bar->actions().size() == count; });
         hideFloor(floor.get());
         delete bar;
+        delete tabs;
         untilIdleAndPainted();
         return ms;
     };
-    return runRounds(name, QStringLiteral("qtoolbuttons_100_checkable"), ours, plain);
+    return runRounds(name, QStringLiteral("tab_change_qtoolbuttons_100"), ours, plain);
 }
 
 // Real Ctrl+Right with all 1000 selected; beside moving the 1000 by one

@@ -91,7 +91,11 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_paletteTabs = new TQorCompPalleteTab(paletteBox);
     m_paletteTabs->setObjectName(QStringLiteral("PaletteTabs"));
     m_paletteTabs->setExpanding(false);
-    m_paletteBar = new TQorCompPalleteToolBar(paletteBox);
+    // The bar lies in a holder of its own height that gives it its width:
+    // a page of a hundred classes changes the bar's size hints, and the
+    // window's layout of docks and stage has no need to hear of it.
+    auto *barHolder = new QWidget(paletteBox);
+    m_paletteBar = new TQorCompPalleteToolBar(barHolder);
     m_paletteBar->setObjectName(QStringLiteral("PaletteBar"));
     m_paletteBar->SetDeselectorImageIndex(m_deselectorImage);
     m_paletteBar->SetClassList(m_classes.get());
@@ -99,7 +103,10 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_paletteTabs->SetAutoFillTabs(true);
     m_paletteTabs->UpdateToolBarPallete();
     paletteLayout->addWidget(m_paletteTabs);
-    paletteLayout->addWidget(m_paletteBar);
+    barHolder->setFixedHeight(m_paletteBar->sizeHint().height());
+    barHolder->installEventFilter(this);
+    m_paletteHolder = barHolder;
+    paletteLayout->addWidget(barHolder);
     paletteBox->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     paletteDock->setWidget(paletteBox);
     // Across the top, where the pages have room for their tabs.
@@ -471,6 +478,13 @@ void QorDemoWindow::retranslate()
     m_arrangeMenu->setTitle(tr("&Arrange"));
     m_flipMenu->setTitle(QorDsnConst::LoadStr(QorDsnConst::SFlipChildren));
     m_componentMenu->setTitle(tr("&Component"));
+}
+
+bool QorDemoWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_paletteHolder && event->type() == QEvent::Resize)
+        m_paletteBar->setGeometry(m_paletteHolder->rect());
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void QorDemoWindow::changeEvent(QEvent *event)

@@ -87,6 +87,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QWidget *createStage();
@@ -102,6 +103,7 @@ private:
     int m_deselectorImage = -1;
     TQorCompPalleteToolBar *m_paletteBar = nullptr;
     TQorCompPalleteTab *m_paletteTabs = nullptr;
+    QWidget *m_paletteHolder = nullptr;
     TQorCompTreeView *m_tree = nullptr;
     QAction *m_renameAction = nullptr;
     QAction *m_moveUpAction = nullptr;
