@@ -195,6 +195,7 @@ public:
         m_index = Index;
         if (ComponentCount(m_stage) < 80)
             refill();
+        shrinkGiants();
         const Op op = pick();
         m_what = QLatin1String(op.name);
         if (m_trace)
@@ -304,6 +305,23 @@ private:
                                           m_alive.remove(Component);
                                           m_destroyedConnections.remove(Component);
                                       }));
+    }
+
+    // Sizing to the largest and scaling up, again and again, grow controls
+    // past any screen (hundreds of thousands of pixels, which Qt's styles
+    // take minutes to paint); the application shrinks such a control back
+    // while it is not selected (a selected one keeps its marks in place).
+    void shrinkGiants()
+    {
+        constexpr int giant = 4000;
+        const QList<QObject *> selected = m_manager->SelectedComps().toList();
+        for (QObject *c : ComponentList(m_stage)) {
+            if (!c->isWidgetType() || selected.contains(c))
+                continue;
+            auto *w = static_cast<QWidget *>(c);
+            if (w->width() > giant || w->height() > giant)
+                w->resize(std::min(w->width(), giant / 4), std::min(w->height(), giant / 4));
+        }
     }
 
     // The stage was nearly emptied: the application places new cells.
