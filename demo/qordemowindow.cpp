@@ -352,10 +352,13 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
         edit->addAction(action);
     }
     // The stage itself is neither renamed here nor moved.
+    // The stage is only ever selected alone: the first entry tells. Asked
+    // at every change of the selection, so nothing here walks the list (a
+    // rename of several renames the tree's current one).
     auto updateTreeCommands = [this] {
-        const QList<QObject *> selected = m_center->SelectedComps().toList();
-        const bool components = !selected.isEmpty() && !selected.contains(m_stage);
-        m_renameAction->setEnabled(components && selected.size() == 1);
+        const TComponentList &selected = m_center->SelectedComps();
+        const bool components = !selected.isEmpty() && selected.First() != m_stage;
+        m_renameAction->setEnabled(components);
         m_moveUpAction->setEnabled(components);
         m_moveDownAction->setEnabled(components);
     };
