@@ -64,7 +64,6 @@ public:
     QPointer<QObject> component;
     const QMetaObject *cls;
     int imageIndex = -1;
-    int order = 0;
 };
 
 TQorCompTreeView::TQorCompTreeView(QWidget *Parent)
@@ -94,7 +93,7 @@ TQorCompTreeView::~TQorCompTreeView()
     // No selection reports while the nodes go.
     disconnect(this, nullptr, this, nullptr);
     m_updating = true;
-    forgetNodes();
+    m_nodes.clear();
     clear();
 }
 
@@ -233,14 +232,16 @@ int TQorCompTreeView::NodeImageIndex(const QTreeWidgetItem *Node) const
     return static_cast<const TQorCompTreeNode *>(Node)->imageIndex;
 }
 
+QString TQorCompTreeView::nodeText(QObject *Component) const
+{
+    const QString text = CompDisplayName(Component);
+    return text.trimmed().isEmpty() ? QCoreApplication::translate("QorDesign", NoNameText) : text;
+}
+
 TQorCompTreeNode *TQorCompTreeView::makeNode(QTreeWidgetItem *ParentNode, QObject *Component)
 {
-    QString text = CompDisplayName(Component);
-    if (text.trimmed().isEmpty())
-        text = QCoreApplication::translate("QorDesign", NoNameText);
-    auto *node = new TQorCompTreeNode(Component, text);
+    auto *node = new TQorCompTreeNode(Component, nodeText(Component));
     node->setFlags(node->flags() | Qt::ItemIsEditable);
-    node->order = int(m_nodes.size());
     if (!m_nodes.contains(Component))
         m_nodes.insert(Component, node);
     if (ParentNode)
@@ -266,15 +267,10 @@ int TQorCompTreeView::imageIndexOf(const QMetaObject *Class, QHash<const QMetaOb
     return image;
 }
 
-void TQorCompTreeView::forgetNodes()
-{
-    m_nodes.clear();
-}
-
 void TQorCompTreeView::GenerateTree()
 {
     const QScopedValueRollback guard(m_updating, true);
-    forgetNodes();
+    m_nodes.clear();
     clear();
     if (!m_rootControl) {
         Q_EMIT TreeGenerated();
@@ -408,8 +404,7 @@ void TQorCompTreeView::edited(QTreeWidgetItem *Node, int Column)
         } catch (const EQorError &error) {
             {
                 const QScopedValueRollback guard(m_updating, true);
-                QString text = CompDisplayName(component);
-                Node->setText(0, text.trimmed().isEmpty() ? QCoreApplication::translate("QorDesign", NoNameText) : text);
+                Node->setText(0, nodeText(component));
             }
             QorShowCommandError(this, tr("Rename"), error.message());
             return;

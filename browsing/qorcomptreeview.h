@@ -103,11 +103,11 @@ protected:
     void contextMenuEvent(QContextMenuEvent *Event) override;
 
 private:
-    friend class TQorCompTreeNode;
+    // A node's text: the display name, "[NoName]" for a blank one.
+    QString nodeText(QObject *Component) const;
     TQorCompTreeNode *makeNode(QTreeWidgetItem *ParentNode, QObject *Component);
     void setNodeImage(TQorCompTreeNode *Node, int Index);
     int imageIndexOf(const QMetaObject *Class, QHash<const QMetaObject *, int> &Cache) const;
-    void forgetNodes();
     void edited(QTreeWidgetItem *Node, int Column);
     void moveSelComps(int Delta);
     int compFilterStylesInt() const { return int(m_filter); }
