@@ -489,32 +489,36 @@ namespace {
 
 // The widgets under a parent that count as its controls: the library's
 // own widgets (sizers, the rubber band) are not among them.
+bool isLibraryWidget(const QObject *Child)
+{
+    return IsQorDesignCtrl(Child) || IsQorDesignObject(Child);
+}
+
 QList<QWidget *> controlsOf(const QWidget *Parent)
 {
     QList<QWidget *> controls;
     for (QObject *child : Parent->children()) {
-        if (child->isWidgetType() && !IsQorDesignCtrl(child) && !IsQorDesignObject(child))
+        if (child->isWidgetType() && !isLibraryWidget(child))
             controls.append(static_cast<QWidget *>(child));
     }
     return controls;
 }
 
-// Moves a control to a position among its parent's controls, the first
-// drawn lowest: the library's own widgets stay above them all.
-void setChildOrder(QWidget *Control, int Position)
+// Moves a control to a position among its parent's controls (Controls,
+// the control among them), the first drawn lowest: the library's own
+// widgets stay above them all.
+void setChildOrder(QWidget *Control, QList<QWidget *> Controls, int Position)
 {
-    QWidget *parent = Control->parentWidget();
-    QList<QWidget *> others = controlsOf(parent);
-    others.removeOne(Control);
+    Controls.removeOne(Control);
     if (Position < 0)
         Position = 0;
-    if (Position < others.size()) {
-        Control->stackUnder(others.at(Position));
+    if (Position < Controls.size()) {
+        Control->stackUnder(Controls.at(Position));
         return;
     }
     Control->raise();
-    for (QObject *child : parent->children()) {
-        if (child->isWidgetType() && (IsQorDesignCtrl(child) || IsQorDesignObject(child)))
+    for (QObject *child : Control->parentWidget()->children()) {
+        if (child->isWidgetType() && isLibraryWidget(child))
             static_cast<QWidget *>(child)->raise();
     }
 }
@@ -534,10 +538,11 @@ void TQorCompTreeView::moveSelComps(int Delta)
         QWidget *parent = control->parentWidget();
         if (!parent)
             continue;
-        const int position = int(controlsOf(parent).indexOf(control));
+        const QList<QWidget *> controls = controlsOf(parent);
+        const int position = int(controls.indexOf(control));
         if (position < 0 || position + Delta < 0)
             continue;
-        setChildOrder(control, position + Delta);
+        setChildOrder(control, controls, position + Delta);
     }
     m_dirty = true;
     if (m_center)
