@@ -978,8 +978,15 @@ int TQorSizerList::AddControl(QWidget *Control, QObject *Owner, bool CheckExists
     if (CheckExists && SizerOf(Control))
         return -1;
     TQorSizer *sizer = takeSpare();
-    if (!sizer)
-        sizer = new TQorSizer;
+    if (!sizer) {
+        // Made right under the parent it is going to live in: a widget made
+        // without one starts as a window, which costs a selection of
+        // thousands its screen and font look-ups per sizer.
+        QWidget *home = nullptr;
+        if (Control && Control->parentWidget())
+            home = m_manager && m_manager->DesignStage() ? m_manager->DesignStage() : Control->parentWidget();
+        sizer = new TQorSizer(m_sizers.empty() || !home ? home : overlayFor(home));
+    }
     sizer->SetSizerList(this);
     // The mode the list is in decides whether the new sizer shows itself.
     sizer->m_sizerMode = m_sizers.empty() ? smSingle : smMulti;

@@ -122,14 +122,19 @@ QList<QObject *> TVhoObjInspector::GetActiveComponents() const
 // rebuild and none happens inside a destructor.
 void TVhoObjInspector::watchComponents()
 {
+    // A connection stays until its component dies, so a component shown
+    // again (a select-all of thousands, repeated) is not connected again.
     for (QObject *component : GetActiveComponents()) {
-        if (component)
-            connect(component, &QObject::destroyed, this, &TVhoObjInspector::componentDestroyed, Qt::UniqueConnection);
+        if (component && !m_watched.contains(component)) {
+            m_watched.insert(component);
+            connect(component, &QObject::destroyed, this, &TVhoObjInspector::componentDestroyed);
+        }
     }
 }
 
-void TVhoObjInspector::componentDestroyed()
+void TVhoObjInspector::componentDestroyed(QObject *Component)
 {
+    m_watched.remove(Component);
     if (m_dropPending)
         return;
     m_dropPending = true;

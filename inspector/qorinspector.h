@@ -13,6 +13,7 @@
 #include "inspector/qorvaluelisteditor.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QTableView>
 
 #include <functional>
@@ -140,7 +141,7 @@ private:
     IQorInspectorCenter *center() const;
     void placeErrorLabel();
     void watchComponents();
-    void componentDestroyed();
+    void componentDestroyed(QObject *Component);
     void dropDestroyedComponents();
     // Opens or closes the row of the line when Point is on its marker.
     bool toggleAtMarker(const QPoint &Point);
@@ -148,6 +149,7 @@ private:
     bool m_refreshing = false;
     bool m_dropPending = false;
     std::unique_ptr<TObjInspecPropListEx> m_propList;
+    QSet<QObject *> m_watched;
     int m_savedItemIndex = 0;
     QPointer<QObject> m_consoleCenter;
     bool m_modified = false;

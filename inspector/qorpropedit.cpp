@@ -71,9 +71,34 @@ int typeFit(PTypeInfo registered, PTypeInfo actual)
 
 TPropertyEditor::TPropertyEditor(IDesigner *Designer, int PropCount)
     : m_designer(Designer)
-    , m_propList(size_t(std::max(PropCount, 0)), {nullptr, nullptr})
+    , m_count(size_t(std::max(PropCount, 0)))
 {
 }
+
+// What GetComponentProperties hands every editor of one selection: the
+// selection's objects, shared.
+struct TPropertyEditorEntries
+{
+    static bool Share(TPropertyEditor &Editor, const std::shared_ptr<std::vector<QPointer<QObject>>> &Objects)
+    {
+        if (Editor.m_objects || Objects->size() != Editor.m_count)
+            return false;
+        Editor.m_objects = Objects;
+        return true;
+    }
+    // Slots[i] is the index in Infos of object i's descriptor.
+    static void SetInfos(TPropertyEditor &Editor, const std::vector<quint16> &Slots, const QVarLengthArray<PPropInfo, 8> &Infos)
+    {
+        if (Infos.size() == 1) {
+            Editor.m_uniformInfo = Infos.front();
+            Editor.m_infos.clear();
+            return;
+        }
+        Editor.m_infos.resize(Editor.m_count);
+        for (size_t i = 0; i < Editor.m_count && i < Slots.size(); ++i)
+            Editor.m_infos[i] = Infos[Slots[i]];
+    }
+};
 
 TPropertyEditor::~TPropertyEditor() = default;
 
@@ -84,23 +109,95 @@ TPropertyAttributes TPropertyEditor::GetAttributes() const
 
 namespace {
 
+// Reads one property of many objects into one buffer of the property's
+// type: comparing a selection of thousands then costs their getters, not a
+// variant made and freed per object. Types the buffer cannot serve (a
+// variant property, a type without equality, value objects) are left to
+// the variant path.
+class TRawValues
+{
+public:
+    explicit TRawValues(QMetaType Type)
+        : m_type(Type)
+    {
+        if (Type.isValid() && Type != QMetaType::fromType<QVariant>() && Type.iface()->equals) {
+            m_first = Type.create();
+            m_own = Type.create();
+        }
+    }
+    ~TRawValues()
+    {
+        m_type.destroy(m_first);
+        m_type.destroy(m_own);
+    }
+    TRawValues(const TRawValues &) = delete;
+    TRawValues &operator=(const TRawValues &) = delete;
+
+    bool usable() const { return m_first && m_own; }
+    // Reads into the first buffer, or into the other one and compares.
+    // False when the object cannot be read this way.
+    bool read(QObject *Object, PPropInfo Info, bool First, bool &Equal)
+    {
+        if (!Info || Info->Property.metaType() != m_type || Object->metaObject() != Info->OwnerClass)
+            return false;
+        void *target = First ? m_first : m_own;
+        int status = -1;
+        QVariant unused;
+        void *argv[] = {target, &unused, &status};
+        // A class made by moc reads its own properties in its static
+        // function; going there at once spares the walk down the class chain
+        // that the instance's virtual call takes for every object.
+        const QMetaObject *enclosing = Info->Property.enclosingMetaObject();
+        if (enclosing && enclosing->d.static_metacall)
+            enclosing->d.static_metacall(Object, QMetaObject::ReadProperty, Info->Property.relativePropertyIndex(), argv);
+        else
+            QMetaObject::metacall(Object, QMetaObject::ReadProperty, Info->Property.propertyIndex(), argv);
+        if (argv[0] != target || status != -1)
+            return false;
+        Equal = First || m_type.equals(m_first, m_own);
+        return true;
+    }
+
+private:
+    QMetaType m_type;
+    void *m_first = nullptr;
+    void *m_own = nullptr;
+};
+
 // Whether the live objects of an editor hold equal values; the first of
 // them comes back in First (-1 when none is alive).
 bool equalValues(const TPropertyEditor &Editor, int &First)
 {
     First = -1;
+    PPropInfo firstInfo = Editor.GetPropInfo(0);
+    TRawValues raw(firstInfo ? firstInfo->Property.metaType() : QMetaType());
     QVariant value;
+    bool rawFirst = false;
     for (int i = 0; i < Editor.PropCount(); ++i) {
         QObject *object = Editor.GetComponent(i);
         if (!object)
             continue;
-        const QVariant own = GetPropValue(object, Editor.GetPropInfo(i));
-        if (First < 0) {
+        PPropInfo info = Editor.GetPropInfo(i);
+        if (First < 0)
             First = i;
-            value = own;
-        } else if (own.metaType() != value.metaType() || own != value) {
-            return false;
+        bool equal = false;
+        if (raw.usable() && (First == i || rawFirst) && raw.read(object, info, First == i, equal)) {
+            if (First == i)
+                rawFirst = true;
+            else if (!equal)
+                return false;
+            continue;
         }
+        // The variant path, from here on for every object.
+        if (rawFirst) {
+            value = GetPropValue(Editor.GetComponent(First), Editor.GetPropInfo(First));
+            rawFirst = false;
+        }
+        const QVariant own = GetPropValue(object, info);
+        if (First == i)
+            value = own;
+        else if (own.metaType() != value.metaType() || own != value)
+            return false;
     }
     return true;
 }
@@ -142,9 +239,9 @@ QString TPropertyEditor::GetValueAt(int Index) const
 
 void TPropertyEditor::SetValue(const QString &Value)
 {
-    for (const auto &[object, info] : m_propList) {
-        if (object)
-            SetPropertyValueStr(object.data(), info, Value);
+    for (size_t i = 0; m_objects && i < m_count; ++i) {
+        if (QObject *object = (*m_objects)[i])
+            SetPropertyValueStr(object, infoAt(i), Value);
     }
     Modified();
 }
@@ -194,18 +291,35 @@ bool TPropertyEditor::AllEqual() const
 
 void TPropertyEditor::SetPropEntry(int Index, QObject *Instance, PPropInfo PropInfo)
 {
-    if (Index >= 0 && size_t(Index) < m_propList.size())
-        m_propList[size_t(Index)] = {Instance, PropInfo};
+    if (Index < 0 || size_t(Index) >= m_count)
+        return;
+    if (!m_objects)
+        m_objects = std::make_shared<std::vector<QPointer<QObject>>>(m_count);
+    if ((*m_objects)[size_t(Index)].data() != Instance) {
+        if (m_objects.use_count() > 1)
+            m_objects = std::make_shared<std::vector<QPointer<QObject>>>(*m_objects);
+        (*m_objects)[size_t(Index)] = Instance;
+    }
+    if (m_infos.empty()) {
+        if (PropInfo == m_uniformInfo)
+            return;
+        if (m_count == 1) {
+            m_uniformInfo = PropInfo;
+            return;
+        }
+        m_infos.assign(m_count, m_uniformInfo);
+    }
+    m_infos[size_t(Index)] = PropInfo;
 }
 
 QObject *TPropertyEditor::GetComponent(int Index) const
 {
-    return Index >= 0 && size_t(Index) < m_propList.size() ? m_propList[size_t(Index)].first.data() : nullptr;
+    return m_objects && Index >= 0 && size_t(Index) < m_count ? (*m_objects)[size_t(Index)].data() : nullptr;
 }
 
 PPropInfo TPropertyEditor::GetPropInfo(int Index) const
 {
-    return Index >= 0 && size_t(Index) < m_propList.size() ? m_propList[size_t(Index)].second : nullptr;
+    return Index >= 0 && size_t(Index) < m_count ? infoAt(size_t(Index)) : nullptr;
 }
 
 PTypeInfo TPropertyEditor::GetPropType() const
@@ -233,9 +347,9 @@ qint64 TPropertyEditor::GetOrdValue() const
 
 void TPropertyEditor::SetOrdValue(qint64 Value)
 {
-    for (const auto &[object, info] : m_propList) {
-        if (object)
-            SetOrdProp(object.data(), info, Value);
+    for (size_t i = 0; m_objects && i < m_count; ++i) {
+        if (QObject *object = (*m_objects)[i])
+            SetOrdProp(object, infoAt(i), Value);
     }
     Modified();
 }
@@ -259,9 +373,9 @@ QVariant TPropertyEditor::GetVarValue() const
 
 void TPropertyEditor::SetVarValue(const QVariant &Value)
 {
-    for (const auto &[object, info] : m_propList) {
-        if (object)
-            SetPropValue(object.data(), info, Value);
+    for (size_t i = 0; m_objects && i < m_count; ++i) {
+        if (QObject *object = (*m_objects)[i])
+            SetPropValue(object, infoAt(i), Value);
     }
     Modified();
 }
@@ -347,20 +461,24 @@ void GetComponentProperties(const IDesignerSelections &Components, TTypeKinds Fi
     if (objects.isEmpty() || !Proc)
         return;
     QObject *first = objects.first();
-    QList<const QMetaObject *> classes;
-    classes.reserve(objects.size());
-    for (QObject *object : std::as_const(objects))
-        classes.append(InstanceClass(object));
     TClassInformation info;
     info.SetPTI(TypeInfoOfClass(InstanceClass(first)));
-    // Whether a property is shared is a question for each class once.
+    auto shared = std::make_shared<std::vector<QPointer<QObject>>>(objects.begin(), objects.end());
+    // A selection of many objects holds few classes: each object gets the
+    // slot of its class, and each class's own descriptor of a property is
+    // looked up once.
+    QVarLengthArray<const QMetaObject *, 8> classes;
     QList<QObject *> oneOfEachClass;
-    QVarLengthArray<const QMetaObject *, 8> seen;
+    std::vector<quint16> slots(size_t(objects.size()));
     for (int i = 0; i < objects.size(); ++i) {
-        if (std::find(seen.begin(), seen.end(), classes[i]) == seen.end()) {
-            seen.append(classes[i]);
+        const QMetaObject *cls = InstanceClass(objects[i]);
+        auto known = std::find(classes.begin(), classes.end(), cls);
+        if (known == classes.end()) {
+            classes.append(cls);
             oneOfEachClass.append(objects[i]);
+            known = classes.end() - 1;
         }
+        slots[size_t(i)] = quint16(known - classes.begin());
     }
     for (PPropInfo prop : info.PropAndEventList()) {
         if (!Filter.contains(prop->PropType->Kind) || !PropInfoInComps(prop, oneOfEachClass))
@@ -368,17 +486,14 @@ void GetComponentProperties(const IDesignerSelections &Components, TTypeKinds Fi
         TPropertyEditorRef editor = CreatePropertyEditor(Designer, first, prop, int(objects.size()));
         if (!editor)
             continue;
-        // A selection of many objects holds few classes: each class's own
-        // descriptor is looked up once.
-        QVarLengthArray<std::pair<const QMetaObject *, PPropInfo>, 8> own;
-        for (int i = 0; i < objects.size(); ++i) {
-            const QMetaObject *cls = classes[i];
-            auto known = std::find_if(own.begin(), own.end(), [cls](const auto &entry) { return entry.first == cls; });
-            if (known == own.end()) {
-                own.append({cls, InstancePropInfo(objects[i], prop)});
-                known = own.end() - 1;
-            }
-            editor->SetPropEntry(i, objects[i], known->second);
+        QVarLengthArray<PPropInfo, 8> own;
+        for (QObject *representative : std::as_const(oneOfEachClass))
+            own.append(InstancePropInfo(representative, prop));
+        if (TPropertyEditorEntries::Share(*editor, shared)) {
+            TPropertyEditorEntries::SetInfos(*editor, slots, own);
+        } else {
+            for (int i = 0; i < objects.size(); ++i)
+                editor->SetPropEntry(i, objects[i], own[slots[size_t(i)]]);
         }
         editor->Initialize();
         Proc(editor);

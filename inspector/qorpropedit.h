@@ -113,7 +113,7 @@ public:
     virtual bool TextFollowsValue() const;
 
     IDesigner *Designer() const { return m_designer; }
-    int PropCount() const { return int(m_propList.size()); }
+    int PropCount() const { return int(m_count); }
     void SetPropEntry(int Index, QObject *Instance, PPropInfo PropInfo);
     // The object and descriptor at Index; null for a dead object.
     QObject *GetComponent(int Index) const;
@@ -137,8 +137,18 @@ public:
     static void SetDialogParent(QWidget *Parent);
 
 private:
+    friend struct TPropertyEditorEntries;
     IDesigner *m_designer;
-    std::vector<std::pair<QPointer<QObject>, PPropInfo>> m_propList;
+    // The objects are often one list shared by every editor of a selection
+    // (a selection of thousands holds one guarded pointer per object, not one
+    // per object and property); SetPropEntry copies it before changing it.
+    // Likewise the descriptors: one for all when the objects share a class
+    // (m_infos empty), else one per object.
+    size_t m_count;
+    std::shared_ptr<std::vector<QPointer<QObject>>> m_objects;
+    PPropInfo m_uniformInfo = nullptr;
+    std::vector<PPropInfo> m_infos;
+    PPropInfo infoAt(size_t Index) const { return m_infos.empty() ? m_uniformInfo : m_infos[Index]; }
 };
 
 using TPropertyEditorFactory = std::function<TPropertyEditorRef(IDesigner *Designer, int PropCount)>;

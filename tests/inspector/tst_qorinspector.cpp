@@ -510,6 +510,18 @@ private Q_SLOTS:
         delete spare;
         QVERIFY(!QTest::qWaitFor([&] { return changed.count() > 5; }, 100));
         QCOMPARE(f.inspector->ActiveComponent(), f.label);
+        // Shown, left and shown again, a component is still followed.
+        auto *again = new QLabel(f.form.get());
+        f.inspector->SetActiveComponents(QList<QObject *>{again, f.label});
+        f.inspector->SetActiveComponent(f.label);
+        f.inspector->SetActiveComponents(QList<QObject *>{again, f.label});
+        delete again;
+        QTRY_COMPARE(f.inspector->GetActiveComponents(), (QList<QObject *>{f.label}));
+        // A new component born where a freed one lived is followed too.
+        auto *reborn = new QLabel(f.form.get());
+        f.inspector->SetActiveComponents(QList<QObject *>{reborn, f.label});
+        delete reborn;
+        QTRY_COMPARE(f.inspector->GetActiveComponents(), (QList<QObject *>{f.label}));
     }
 
     // ---- Values with fields typed whole ----

@@ -310,6 +310,78 @@ private Q_SLOTS:
         QVERIFY(!events.contains(QStringLiteral("text")));
     }
 
+    void aSelectionsEditorsShareItsObjectsAndReadEachOnesValue()
+    {
+        QWidget form;
+        auto *a = new QPushButton(&form);
+        auto *b = new QPushButton(&form);
+        auto *label = new QLabel(&form);
+        TQorDesignerSelections selections;
+        selections.Add(a);
+        selections.Add(b);
+        selections.Add(label);
+        QHash<QString, TPropertyEditorRef> editors;
+        GetComponentProperties(selections, TTypeKinds::all(), nullptr,
+                               [&editors](const TPropertyEditorRef &editor) { editors.insert(editor->GetName(), editor); });
+        const TPropertyEditorRef text = editors.value(QStringLiteral("text"));
+        const TPropertyEditorRef font = editors.value(QStringLiteral("font"));
+        const TPropertyEditorRef policy = editors.value(QStringLiteral("sizePolicy"));
+        const TPropertyEditorRef focus = editors.value(QStringLiteral("focusPolicy"));
+        QVERIFY(text && font && policy && focus);
+        // Each object keeps its own class's descriptor.
+        QCOMPARE(text->GetPropInfo(0)->OwnerClass, &QPushButton::staticMetaObject);
+        QCOMPARE(text->GetPropInfo(2)->OwnerClass, &QLabel::staticMetaObject);
+        QCOMPARE(text->GetComponent(2), label);
+
+        a->setText(QStringLiteral("Same"));
+        b->setText(QStringLiteral("Same"));
+        label->setText(QStringLiteral("Other"));
+        QCOMPARE(text->GetValue(), QString());
+        label->setText(QStringLiteral("Same"));
+        QCOMPARE(text->GetValue(), QStringLiteral("Same"));
+
+        // Values compared by their type: fonts, size policies, enumerations.
+        QFont bold = form.font();
+        bold.setBold(true);
+        for (QWidget *w : {static_cast<QWidget *>(a), static_cast<QWidget *>(b), static_cast<QWidget *>(label)})
+            w->setFont(bold);
+        QVERIFY(font->AllEqual());
+        QFont larger = bold;
+        larger.setPointSize(bold.pointSize() + 3);
+        b->setFont(larger);
+        QVERIFY(!font->AllEqual());
+        QCOMPARE(font->GetValue(), QString());
+        const QSizePolicy fixed(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        for (QWidget *w : {static_cast<QWidget *>(a), static_cast<QWidget *>(b), static_cast<QWidget *>(label)})
+            w->setSizePolicy(fixed);
+        QVERIFY(policy->AllEqual());
+        label->setSizePolicy(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
+        QVERIFY(!policy->AllEqual());
+        for (QWidget *w : {static_cast<QWidget *>(a), static_cast<QWidget *>(b), static_cast<QWidget *>(label)})
+            w->setFocusPolicy(Qt::TabFocus);
+        QCOMPARE(focus->GetValue(), QStringLiteral("TabFocus"));
+        a->setFocusPolicy(Qt::NoFocus);
+        QCOMPARE(focus->GetValue(), QString());
+
+        // An object that dies is gone from every editor of the selection.
+        delete b;
+        QCOMPARE(text->GetComponent(1), nullptr);
+        QCOMPARE(font->GetComponent(1), nullptr);
+        QCOMPARE(focus->GetComponent(1), nullptr);
+        QVERIFY(font->AllEqual());
+        QCOMPARE(text->GetValue(), QStringLiteral("Same"));
+
+        // Changing one editor's entry leaves the others as they were.
+        QPushButton stranger;
+        text->SetPropEntry(0, &stranger, prop(&stranger, "text"));
+        QCOMPARE(text->GetComponent(0), &stranger);
+        QCOMPARE(font->GetComponent(0), a);
+        QCOMPARE(focus->GetComponent(0), a);
+        QCOMPARE(text->PropCount(), 3);
+        QCOMPARE(text->GetComponent(2), label);
+        QCOMPARE(text->GetPropInfo(2)->OwnerClass, &QLabel::staticMetaObject);
+    }
+
     // ---- Numbers, texts, truth values ----
 
     void numbersAndTextsAreReadWrittenAndRefused()
