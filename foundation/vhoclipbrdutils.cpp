@@ -3,17 +3,16 @@
 
 #include "foundation/qorclasses.h"
 #include "foundation/qorclasses_p.h"
+#include "foundation/qordesignerxml_p.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorstream.h"
-#include "foundation/qortypinfo.h"
 #include "foundation/qorvaluecheck_p.h"
 #include "foundation/vhosysutils.h"
 
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
-#include <QColor>
 #include <QMimeData>
 #include <QPointer>
 #include <QSet>
@@ -308,106 +307,12 @@ TVhoClipboard *VhoClipboard()
 
 namespace {
 
-bool isDesignerType(const QMetaProperty &Property)
-{
-    if (Property.isEnumType() || Property.isFlagType())
-        return true;
-    switch (Property.metaType().id()) {
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Double:
-    case QMetaType::QString:
-    case QMetaType::QRect:
-    case QMetaType::QSize:
-    case QMetaType::QPoint:
-    case QMetaType::QColor:
-        return true;
-    default:
-        return false;
-    }
-}
-
-QString scopedKeys(const QMetaEnum &Enum, int Value)
-{
-    const QString scope = QString::fromLatin1(Enum.scope()) + QLatin1String("::");
-    // Flags by their single elements, as the inspector names them (Qt's own
-    // spelling picks aliases such as AlignTrailing).
-    const QStringList names = Enum.isFlag() ? SetToString(TypeInfoOfEnum(Enum), Value, false).split(QLatin1Char(','), Qt::SkipEmptyParts)
-                                            : QStringList{QString::fromLatin1(Enum.valueToKey(Value))};
-    QStringList keys;
-    for (const QString &key : names) {
-        if (!key.isEmpty())
-            keys.append(scope + key);
-    }
-    return keys.join(QLatin1Char('|'));
-}
-
-void writeValue(QXmlStreamWriter &Xml, const QMetaProperty &Property, const QVariant &Value)
-{
-    if (Property.isEnumType() || Property.isFlagType()) {
-        const QString keys = scopedKeys(Property.enumerator(), int(OrdinalOf(Value)));
-        Xml.writeTextElement(Property.isFlagType() ? QStringLiteral("set") : QStringLiteral("enum"), keys);
-        return;
-    }
-    auto fields = [&Xml](const char *Element, std::initializer_list<std::pair<const char *, int>> Values) {
-        Xml.writeStartElement(QLatin1String(Element));
-        for (const auto &[name, value] : Values)
-            Xml.writeTextElement(QLatin1String(name), QString::number(value));
-        Xml.writeEndElement();
-    };
-    switch (Property.metaType().id()) {
-    case QMetaType::Bool: Xml.writeTextElement(QStringLiteral("bool"), Value.toBool() ? QStringLiteral("true") : QStringLiteral("false")); break;
-    case QMetaType::Int:
-    case QMetaType::UInt: Xml.writeTextElement(QStringLiteral("number"), QString::number(Value.toLongLong())); break;
-    case QMetaType::Double: Xml.writeTextElement(QStringLiteral("double"), QString::number(Value.toDouble(), 'g', 15)); break;
-    case QMetaType::QString: Xml.writeTextElement(QStringLiteral("string"), Value.toString()); break;
-    case QMetaType::QRect: {
-        const QRect r = Value.toRect();
-        fields("rect", {{"x", r.x()}, {"y", r.y()}, {"width", r.width()}, {"height", r.height()}});
-        break;
-    }
-    case QMetaType::QSize: fields("size", {{"width", Value.toSize().width()}, {"height", Value.toSize().height()}}); break;
-    case QMetaType::QPoint: fields("point", {{"x", Value.toPoint().x()}, {"y", Value.toPoint().y()}}); break;
-    case QMetaType::QColor: {
-        const QColor c = Value.value<QColor>();
-        Xml.writeStartElement(QStringLiteral("color"));
-        Xml.writeAttribute(QStringLiteral("alpha"), QString::number(c.alpha()));
-        Xml.writeTextElement(QStringLiteral("red"), QString::number(c.red()));
-        Xml.writeTextElement(QStringLiteral("green"), QString::number(c.green()));
-        Xml.writeTextElement(QStringLiteral("blue"), QString::number(c.blue()));
-        Xml.writeEndElement();
-        break;
-    }
-    default: break;
-    }
-}
-
 void writeWidget(QXmlStreamWriter &Xml, QWidget *Widget)
 {
     Xml.writeStartElement(QStringLiteral("widget"));
     Xml.writeAttribute(QStringLiteral("class"), QString::fromLatin1(Widget->metaObject()->className()));
     Xml.writeAttribute(QStringLiteral("name"), Widget->objectName());
-    // Only what differs from a new widget of the class, as Designer writes.
-    // A class the registry does not make has no defaults: all its values
-    // are written.
-    const std::unique_ptr<QObject> fresh(NewRegisteredInstance(Widget->metaObject()));
-    const QMetaObject *meta = Widget->metaObject();
-    for (int i = 0; i < meta->propertyCount(); ++i) {
-        const QMetaProperty property = meta->property(i);
-        if (!property.isDesignable() || !property.isStored() || !property.isWritable() || !isDesignerType(property))
-            continue;
-        const QVariant value = property.read(Widget);
-        const bool geometry = qstrcmp(property.name(), "geometry") == 0;
-        if (!geometry && fresh && property.read(fresh.get()) == value)
-            continue;
-        if (qstrcmp(property.name(), "objectName") == 0)
-            continue;
-        Xml.writeStartElement(QStringLiteral("property"));
-        Xml.writeAttribute(QStringLiteral("name"), QString::fromLatin1(property.name()));
-        writeValue(Xml, property, value);
-        Xml.writeEndElement();
-    }
+    QorDesignerXml::writeProperties(Xml, Widget, QorDesignerXml::Dialect::ClipboardText);
     for (QObject *child : DesignChildren(Widget)) {
         if (auto *w = qobject_cast<QWidget *>(child); w && w->parentWidget() == Widget)
             writeWidget(Xml, w);
@@ -415,112 +320,16 @@ void writeWidget(QXmlStreamWriter &Xml, QWidget *Widget)
     Xml.writeEndElement();
 }
 
-int intOf(const QString &Text)
-{
-    return Text.trimmed().toInt();
-}
-
-// Reads the value element Xml stands on into a variant for Property.
-QVariant readValue(QXmlStreamReader &Xml, const QMetaProperty &Property)
-{
-    const QString element = Xml.name().toString();
-    if (element == QLatin1String("rect") || element == QLatin1String("size") || element == QLatin1String("point")
-        || element == QLatin1String("color")) {
-        const int alpha = Xml.attributes().hasAttribute(QLatin1String("alpha"))
-            ? Xml.attributes().value(QLatin1String("alpha")).toInt()
-            : 255;
-        // The fields by name; a field not given reads 0.
-        int x = 0, y = 0, width = 0, height = 0, red = 0, green = 0, blue = 0;
-        while (Xml.readNextStartElement()) {
-            const QString field = Xml.name().toString();
-            const int value = intOf(Xml.readElementText());
-            if (field == QLatin1String("x"))
-                x = value;
-            else if (field == QLatin1String("y"))
-                y = value;
-            else if (field == QLatin1String("width"))
-                width = value;
-            else if (field == QLatin1String("height"))
-                height = value;
-            else if (field == QLatin1String("red"))
-                red = value;
-            else if (field == QLatin1String("green"))
-                green = value;
-            else if (field == QLatin1String("blue"))
-                blue = value;
-        }
-        // A rectangle whose far edges an int cannot hold is not taken.
-        if (element == QLatin1String("rect"))
-            return QorLimits::rectFits(x, y, width, height) ? QVariant(QRect(x, y, width, height)) : QVariant();
-        if (element == QLatin1String("size"))
-            return QSize(width, height);
-        if (element == QLatin1String("point"))
-            return QPoint(x, y);
-        return QColor(red, green, blue, alpha);
-    }
-    const QString text = Xml.readElementText(QXmlStreamReader::SkipChildElements);
-    if (element == QLatin1String("enum") || element == QLatin1String("set")) {
-        if (!Property.isEnumType() && !Property.isFlagType())
-            return {};
-        // Keys come scoped ("Qt::AlignLeft"); the enumerator knows them bare.
-        QStringList keys;
-        for (const QString &key : text.split(QLatin1Char('|'), Qt::SkipEmptyParts))
-            keys.append(key.mid(key.lastIndexOf(QLatin1Char(':')) + 1).trimmed());
-        bool ok = false;
-        const QByteArray joined = keys.join(QLatin1Char('|')).toLatin1();
-        const int value = Property.isFlagType() ? Property.enumerator().keysToValue(joined.constData(), &ok)
-                                                : Property.enumerator().keyToValue(joined.constData(), &ok);
-        return ok ? QVariant(value) : QVariant();
-    }
-    if (element == QLatin1String("bool"))
-        return text.trimmed() == QLatin1String("true");
-    if (element == QLatin1String("number"))
-        return text.trimmed().toLongLong();
-    if (element == QLatin1String("double"))
-        return text.trimmed().toDouble();
-    if (element == QLatin1String("string") || element == QLatin1String("cstring"))
-        return text;
-    return {};
-}
-
 QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidget>> &Made, int Depth);
-
-// Widgets, layouts and items nest without a limit in the text: deeper than
-// any form the reading stops, before the stack runs out.
-void checkDepth(int Depth)
-{
-    if (Depth > QorLimits::kMaxUiElementDepth)
-        throw EReadError(QStringLiteral("The Qt Designer document nests its widgets too deeply"));
-}
 
 // Reads the elements inside a widget (or inside one of its layouts, whose
 // own properties are not the widget's) up to the element's end.
 void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QPointer<QWidget>> &Made, bool InLayout, int Depth)
 {
-    checkDepth(Depth);
+    QorDesignerXml::checkDepth(Depth);
     while (Xml.readNextStartElement()) {
         if (Xml.name() == QLatin1String("property") && !InLayout) {
-            const QByteArray property = Xml.attributes().value(QLatin1String("name")).toLatin1();
-            const int index = Widget->metaObject()->indexOfProperty(property.constData());
-            if (index < 0)
-                qCInfo(lcQorClipboard).noquote() << "Qt Designer text: skipped property" << QString::fromLatin1(property)
-                                                 << "which class" << QString::fromLatin1(Widget->metaObject()->className())
-                                                 << "does not have";
-            if (index < 0 || !Xml.readNextStartElement()) {
-                if (!Xml.isEndElement())
-                    Xml.skipCurrentElement();
-                continue;
-            }
-            const QMetaProperty meta = Widget->metaObject()->property(index);
-            const QVariant value = readValue(Xml, meta);
-            if (value.isValid() && meta.isWritable())
-                meta.write(Widget, value);
-            else
-                qCInfo(lcQorClipboard).noquote() << "Qt Designer text: skipped a value of property"
-                                                 << QString::fromLatin1(meta.name()) << "of" << Widget->objectName()
-                                                 << "that cannot be read or written";
-            // Past the end of the property element.
-            Xml.skipCurrentElement();
+            QorDesignerXml::readProperty(Xml, Widget, QorDesignerXml::Dialect::ClipboardText);
         } else if (Xml.name() == QLatin1String("widget")) {
             readWidget(Xml, Widget, Made, Depth + 1);
         } else if (Xml.name() == QLatin1String("layout") || Xml.name() == QLatin1String("item")) {
@@ -534,7 +343,7 @@ void readContent(QXmlStreamReader &Xml, QWidget *Widget, QList<QPointer<QWidget>
 
 QWidget *readWidget(QXmlStreamReader &Xml, QWidget *Parent, QList<QPointer<QWidget>> &Made, int Depth)
 {
-    checkDepth(Depth);
+    QorDesignerXml::checkDepth(Depth);
     const QString className = Xml.attributes().value(QLatin1String("class")).toString();
     const QString name = Xml.attributes().value(QLatin1String("name")).toString();
     // A registered class that makes no widget (a timer) has no place in a
