@@ -18,6 +18,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHash>
 #include <QLockFile>
 #include <QSaveFile>
 #include <QScopedValueRollback>
@@ -65,6 +66,62 @@ const QByteArray kRecordSignature = QByteArrayLiteral("QOR1");
 constexpr int kMaxPostponedDelays = 4;
 // A button held down is a gesture going on: the copy waits this long.
 constexpr int kGestureRetryMs = 250;
+
+// The stage's owner order travels beside the components: the stream
+// writes them in the order of the visual tree (and so keeps the z-order),
+// which after a reordering in the component tree is not the order the stage
+// lists them in.
+const char *const kOrderProperty = "qorComponentOrder";
+
+// The stage's design as one record, with its owner order.
+QByteArray designRecords(QWidget *stage)
+{
+    const QList<QObject *> owned = ComponentList(stage);
+    if (owned.size() < 2)
+        return ComponentToBytes(stage);
+    QStringList order;
+    order.reserve(owned.size());
+    for (const QObject *component : owned)
+        order.append(component->objectName());
+    const QVariant before = stage->property(kOrderProperty);
+    stage->setProperty(kOrderProperty, order);
+    QByteArray records;
+    try {
+        records = ComponentToBytes(stage);
+    } catch (...) {
+        stage->setProperty(kOrderProperty, before);
+        throw;
+    }
+    stage->setProperty(kOrderProperty, before);
+    return records;
+}
+
+// Puts the stage's components back into the owner order the record
+// carried, and takes the order off the stage.
+void restoreOwnerOrder(QWidget *stage)
+{
+    const QVariant stored = stage->property(kOrderProperty);
+    if (!stored.isValid())
+        return;
+    stage->setProperty(kOrderProperty, QVariant());
+    if (stored.metaType() != QMetaType::fromType<QStringList>())
+        return;
+    const QList<QObject *> owned = ComponentList(stage);
+    QHash<QString, QObject *> byName;
+    byName.reserve(owned.size());
+    for (QObject *component : owned)
+        byName.insert(component->objectName().toCaseFolded(), component);
+    QList<QObject *> wanted;
+    wanted.reserve(owned.size());
+    for (const QString &name : stored.value<QStringList>()) {
+        if (QObject *component = byName.take(name.toCaseFolded()))
+            wanted.append(component);
+    }
+    if (std::equal(wanted.cbegin(), wanted.cend(), owned.cbegin(), owned.cbegin() + std::min(owned.size(), wanted.size())))
+        return;
+    for (qsizetype i = 0; i < wanted.size(); ++i)
+        SetComponentIndex(wanted.at(i), int(i));
+}
 
 struct RecoveryContent
 {
@@ -252,7 +309,7 @@ public:
             return false;
         QByteArray records;
         try {
-            records = ComponentToBytes(s);
+            records = designRecords(s);
         } catch (const EQorError &e) {
             Q_EMIT q->RecoveryFailed(e.message());
             return false;
@@ -363,6 +420,7 @@ public:
             buffer.setData(records);
             buffer.open(QIODevice::ReadOnly);
             ReadComponentSkipping(buffer, left, s);
+            restoreOwnerOrder(s);
         } catch (...) {
             // The stream gave the stage back its former state; the old
             // components come back in their order.
@@ -536,7 +594,7 @@ bool TQorDesignDocument::SaveAs(const QString &FileName, TQorDocumentFormat Form
         return d->fail(tr("Cannot save %1: there is no design stage").arg(FileName));
     QByteArray content;
     try {
-        content = ComponentToBytes(stage);
+        content = designRecords(stage);
         if (Format == dfText)
             content = ComponentBinaryToText(content).toUtf8();
     } catch (const EQorError &e) {
