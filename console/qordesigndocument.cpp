@@ -466,8 +466,12 @@ public:
     // copy's (history of the former design ends here).
     void designReplaced(const QString &name, bool dirtyAfter)
     {
-        refreshReplaced();
-        center->SetDirty(dirtyAfter);
+        {
+            // The refresh's reports are the document's own doing.
+            const QScopedValueRollback quiet(busy, true);
+            center->SetDirty(dirtyAfter);
+            refreshReplaced();
+        }
         setFileName(name);
         checkModified();
         Q_EMIT q->Opened(name);
