@@ -13,6 +13,7 @@
 #include "foundation/qorstream.h"
 #include "harness/qorguitest.h"
 #include "harness/qormutator.h"
+#include "harness/qorrealinput.h"
 
 #include <QDir>
 #include <QFile>
@@ -300,7 +301,7 @@ void freePending()
 
 } // namespace
 
-class tst_QorDesignDocument : public QObject
+class tst_QorDesignDocument : public QorGuiTest::RealInputTestCase
 {
     Q_OBJECT
 
@@ -335,7 +336,7 @@ private Q_SLOTS:
     void cleanup()
     {
         freePending();
-        QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
+        QorGuiTest::RealInputTestCase::cleanup();
         m_dir.reset();
     }
 
@@ -740,6 +741,45 @@ private Q_SLOTS:
         QVERIFY(design.doc->Save());
         QVERIFY(!QFile::exists(copy));
         QVERIFY(design.doc->RecoveryFileName().isEmpty());
+    }
+
+    void aDragGoingOnPostponesTheCopyUntilReleased()
+    {
+        const QString file = path(QStringLiteral("design.qor"));
+        QPoint moved;
+        {
+            Design design(recoveryFolder());
+            design.fillSmall();
+            auto *button = qobject_cast<QWidget *>(FindComponent(design.stage.get(), QStringLiteral("Button1")));
+            QVERIFY(design.doc->SaveAs(file));
+            QVERIFY(QorGuiTest::showAndActivate(design.stage.get()));
+            design.doc->SetAutosaveDelay(50);
+            design.doc->SetAutosaveEnabled(true);
+            QSignalSpy written(design.doc.get(), &TQorDesignDocument::RecoveryWritten);
+            const QPoint from = button->geometry().center();
+            RealInput::moveTo(design.stage.get(), from, 2);
+            RealInput::press();
+            RealInput::moveTo(design.stage.get(), from + QPoint(40, 30), 8);
+            QTRY_COMPARE(design.manager->SelectedComps().toList(), QList<QObject *>{button});
+            // A change comes while the button is held (the application's,
+            // a timer's): the copy of it waits for the drag to end.
+            design.add<QLabel>("Label9", QRect(400, 300, 60, 20));
+            QVERIFY(design.doc->Modified());
+            QVERIFY(!QTest::qWaitFor([&] { return written.count() > 0; }, 400));
+            RealInput::release();
+            QTRY_VERIFY(button->pos() != QPoint(10, 10));
+            QTRY_VERIFY(written.count() > 0);
+            moved = button->pos();
+            QVERIFY(design.doc->WriteRecovery());
+        }
+        Design design(recoveryFolder());
+        const QList<TQorRecoveryCopy> copies = design.doc->FindRecoveryCopies();
+        QCOMPARE(copies.size(), 1);
+        QVERIFY(design.doc->LoadRecovery(copies.at(0)));
+        auto *button = qobject_cast<QWidget *>(FindComponent(design.stage.get(), QStringLiteral("Button1")));
+        QVERIFY(button);
+        QCOMPARE(button->pos(), moved);
+        QVERIFY(FindComponent(design.stage.get(), QStringLiteral("Label9")));
     }
 
     void aFreshDocumentFindsTheCopyOfADocumentThatWentAway()
