@@ -70,6 +70,12 @@ QObject *ReadComponent(QIODevice &Stream, QObject *Instance, QWidget *Parent, QO
     return readRecord(readRecordBody(Stream), Instance, Parent, Owner);
 }
 
+QObject *ReadComponentSkipping(QIODevice &Stream, QStringList &Skipped, QObject *Instance, QWidget *Parent,
+                               QObject *Owner)
+{
+    return readRecord(readRecordBody(Stream), Instance, Parent, Owner, &Skipped);
+}
+
 QList<QObject *> ReadComponents(QIODevice &Stream, QWidget *Parent, QObject *Owner)
 {
     QList<QPointer<QObject>> roots;

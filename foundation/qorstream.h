@@ -9,6 +9,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 class QIODevice;
 class QObject;
@@ -32,6 +33,14 @@ QORDESIGN_EXPORT void WriteComponent(QIODevice &Stream, QObject *Component);
 // alive.
 QORDESIGN_EXPORT QObject *ReadComponent(QIODevice &Stream, QObject *Instance = nullptr,
                                         QWidget *Parent = nullptr, QObject *Owner = nullptr);
+
+// As ReadComponent, but a component whose class the class registry does not
+// know is left out, with everything nested in it, instead of failing the
+// read with EClassNotFound; each component left out is appended to Skipped
+// as "Name (Class)" (nested ones too, in record order), and only when the
+// read succeeds. The root's class must be known.
+QORDESIGN_EXPORT QObject *ReadComponentSkipping(QIODevice &Stream, QStringList &Skipped, QObject *Instance = nullptr,
+                                                QWidget *Parent = nullptr, QObject *Owner = nullptr);
 
 // Reads every record from the stream's position to its end, each as
 // ReadComponent with the same Parent and Owner. On an error the roots already

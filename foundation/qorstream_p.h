@@ -14,6 +14,7 @@
 #include <QList>
 #include <QMetaProperty>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <QtGlobal>
 
@@ -136,8 +137,11 @@ bool equalValues(const QVariant &a, const QVariant &b);
 StoredObject storeComponent(QObject *component);
 
 // Makes the objects of one record body, checked against the classes first
-// (ReadComponent's contract).
-QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, QObject *owner);
+// (ReadComponent's contract). With skipped given, components of classes the
+// registry does not know are left out, and named there, instead of failing
+// the read.
+QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, QObject *owner,
+                    QStringList *skipped = nullptr);
 
 // The text of one decoded object (indented by indent) appended to out, and
 // the object of a parsed text; damaged text throws through badText().

@@ -375,11 +375,46 @@ private:
     QList<QPair<QWidget *, const Plan *>> m_shown;
 };
 
+QString skippedEntry(const StoredObject &o)
+{
+    return o.name.isEmpty() ? QStringLiteral("(%1)").arg(o.className) : QStringLiteral("%1 (%2)").arg(o.name, o.className);
+}
+
+void listAll(const StoredObject &o, QStringList &skipped)
+{
+    skipped.append(skippedEntry(o));
+    for (const StoredObject &child : o.children)
+        listAll(child, skipped);
+}
+
+// Takes the components of unknown classes out of the tree before it is
+// planned. What is nested in such a component goes with it: its place and
+// meaning came from the component that cannot be made.
+void dropUnknownClasses(StoredObject &o, QStringList &skipped, int depth)
+{
+    if (depth >= kMaxDepth)
+        damaged();
+    std::vector<StoredObject> kept;
+    kept.reserve(o.children.size());
+    for (StoredObject &child : o.children) {
+        if (GetClass(child.className)) {
+            dropUnknownClasses(child, skipped, depth + 1);
+            kept.push_back(std::move(child));
+        } else {
+            listAll(child, skipped);
+        }
+    }
+    o.children = std::move(kept);
+}
+
 } // namespace
 
-QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, QObject *owner)
+QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, QObject *owner, QStringList *skipped)
 {
-    const StoredObject stored = decodeRecordBody(body, ValueBytes::Drop);
+    StoredObject stored = decodeRecordBody(body, ValueBytes::Drop);
+    QStringList dropped;
+    if (skipped)
+        dropUnknownClasses(stored, dropped, 0);
     Plan plan;
     planObject(stored, plan, nullptr, 0);
     if (instance && instance->metaObject() != plan.metaObject) {
@@ -405,6 +440,8 @@ QObject *readRecord(const QByteArray &body, QObject *instance, QWidget *parent, 
     if (owner)
         InsertComponent(owner, root);
     builder.commit();
+    if (skipped)
+        skipped->append(dropped);
     return root;
 }
 
