@@ -846,6 +846,32 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(own));
     }
 
+    void damagedRecoveryFilesAreNotOfferedAndDoNotLoad()
+    {
+        {
+            Design design(recoveryFolder());
+            design.fillSmall();
+            design.doc->SetModified(true);
+            QVERIFY(design.doc->WriteRecovery());
+        }
+        Design design(recoveryFolder());
+        const QList<TQorRecoveryCopy> copies = design.doc->FindRecoveryCopies();
+        QCOMPARE(copies.size(), 1);
+        const QByteArray whole = fileBytes(copies.at(0).RecoveryFileName);
+        // Some other file in the folder, and one cut short after its header.
+        QVERIFY(writeBytes(recoveryFolder() + QStringLiteral("/notes.qorrecovery"), "shopping list"));
+        QVERIFY(writeBytes(copies.at(0).RecoveryFileName, whole.left(whole.size() - 100)));
+        const QList<TQorRecoveryCopy> found = design.doc->FindRecoveryCopies();
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.at(0).RecoveryFileName, copies.at(0).RecoveryFileName);
+        design.fillSmall();
+        const QStringList shape = describe(design.stage.get());
+        QVERIFY(!design.doc->LoadRecovery(found.at(0)));
+        QVERIFY(design.doc->ErrorString().contains(found.at(0).RecoveryFileName));
+        QCOMPARE(describe(design.stage.get()), shape);
+        QVERIFY(QFile::exists(found.at(0).RecoveryFileName));
+    }
+
     void aDesignerKilledWithUnsavedWorkLeavesACopyThatLoads()
     {
         const QString file = path(QStringLiteral("killed.qor"));
