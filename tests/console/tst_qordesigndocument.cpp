@@ -326,6 +326,15 @@ private:
             QCOMPARE(fileBytes(oldFile), oldBytes);
     }
 
+    // A copy of unsaved work left by a document that went away.
+    void leaveACopyBehind()
+    {
+        Design design(recoveryFolder());
+        design.fillSmall();
+        design.doc->SetModified(true);
+        QVERIFY(design.doc->WriteRecovery());
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -823,12 +832,9 @@ private Q_SLOTS:
 
     void aCopyCanBeDiscardedAndClosingRemovesOnesOwn()
     {
-        {
-            Design design(recoveryFolder());
-            design.fillSmall();
-            design.doc->SetModified(true);
-            QVERIFY(design.doc->WriteRecovery());
-        }
+        leaveACopyBehind();
+        if (QTest::currentTestFailed())
+            return;
         Design design(recoveryFolder());
         const QList<TQorRecoveryCopy> copies = design.doc->FindRecoveryCopies();
         QCOMPARE(copies.size(), 1);
@@ -844,6 +850,29 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(own));
         design.doc->Close();
         QVERIFY(!QFile::exists(own));
+    }
+
+    void damagedRecoveryFilesAreNotOfferedAndDoNotLoad()
+    {
+        leaveACopyBehind();
+        if (QTest::currentTestFailed())
+            return;
+        Design design(recoveryFolder());
+        const QList<TQorRecoveryCopy> copies = design.doc->FindRecoveryCopies();
+        QCOMPARE(copies.size(), 1);
+        const QByteArray whole = fileBytes(copies.at(0).RecoveryFileName);
+        // Some other file in the folder, and one cut short after its header.
+        QVERIFY(writeBytes(recoveryFolder() + QStringLiteral("/notes.qorrecovery"), "shopping list"));
+        QVERIFY(writeBytes(copies.at(0).RecoveryFileName, whole.left(whole.size() - 100)));
+        const QList<TQorRecoveryCopy> found = design.doc->FindRecoveryCopies();
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.at(0).RecoveryFileName, copies.at(0).RecoveryFileName);
+        design.fillSmall();
+        const QStringList shape = describe(design.stage.get());
+        QVERIFY(!design.doc->LoadRecovery(found.at(0)));
+        QVERIFY(design.doc->ErrorString().contains(found.at(0).RecoveryFileName));
+        QCOMPARE(describe(design.stage.get()), shape);
+        QVERIFY(QFile::exists(found.at(0).RecoveryFileName));
     }
 
     void aDesignerKilledWithUnsavedWorkLeavesACopyThatLoads()
