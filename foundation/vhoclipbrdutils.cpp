@@ -6,6 +6,7 @@
 #include "foundation/qordesignerxml_p.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
+#include "foundation/qorquietshow_p.h"
 #include "foundation/qorstream.h"
 #include "foundation/qorvaluecheck_p.h"
 #include "foundation/vhosysutils.h"
@@ -138,32 +139,20 @@ private:
 
     static quint64 key(const QPoint &Point) { return (quint64(quint32(Point.x())) << 32) | quint32(Point.y()); }
 
-    // Showing a widget on a visible parent makes Qt ask the window system
-    // where the pointer is, to send enter and leave events: a round trip to
-    // the X server per widget, most of a large paste's time. Qt skips that
-    // while a widget holds the mouse grab, so a never-shown widget of our
-    // own (it has no window: nothing is grabbed on the server) holds it for
-    // the show alone. A grab someone else holds is left alone; the pointer's
-    // enter and leave follow with its next move.
+    // The grab holder is made for the paste's first widget and kept for the
+    // rest of it.
     void show(QWidget *Widget)
     {
-        if (QWidget::mouseGrabber() || !m_parent || !m_parent->isVisible()) {
-            Widget->show();
-            return;
-        }
-        if (!m_grabHolder)
-            m_grabHolder = std::make_unique<QWidget>();
-        m_grabHolder->grabMouse();
+        if (!m_quiet)
+            m_quiet = std::make_unique<QorQuietShow>(m_parent);
         Widget->show();
-        if (QWidget::mouseGrabber() == m_grabHolder.get())
-            m_grabHolder->releaseMouse();
     }
 
     QWidget *m_parent;
     int m_dx;
     int m_dy;
     QSet<quint64> m_corners;
-    std::unique_ptr<QWidget> m_grabHolder;
+    std::unique_ptr<QorQuietShow> m_quiet;
 };
 
 // Frees a pasted component that could not be kept; a widget leaves its
