@@ -17,6 +17,7 @@
 #include <QItemSelection>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace {
@@ -399,6 +400,14 @@ void TQorCompTreeView::edited(QTreeWidgetItem *Node, int Column)
     // Only a node that showed the component's own name renames it; a
     // translated label is the user's to edit without touching the name.
     if (CompDisplayName(component) == component->objectName()) {
+        // The rename is one step of the center's history.
+        QPointer<TQorDesignCenter> center = m_center;
+        if (center)
+            center->BeginDesignChange(tr("Rename"));
+        const auto end = qScopeGuard([center] {
+            if (center)
+                center->EndDesignChange();
+        });
         try {
             SetComponentName(component, Node->text(0));
         } catch (const EQorError &error) {
@@ -469,6 +478,13 @@ void TQorCompTreeView::mouseDoubleClickEvent(QMouseEvent *Event)
         componentEditor = GetComponentEditor(component, nullptr);
     if (!attribEditor && !componentEditor)
         return;
+    QPointer<TQorDesignCenter> center = m_center;
+    if (center)
+        center->BeginDesignChange(tr("Edit"));
+    const auto end = qScopeGuard([center] {
+        if (center)
+            center->EndDesignChange();
+    });
     const QString failure = QorRunCaught([&] {
         if (attribEditor)
             attribEditor->Edit();
@@ -527,7 +543,15 @@ void setChildOrder(QWidget *Control, QList<QWidget *> Controls, int Position)
 
 void TQorCompTreeView::moveSelComps(int Delta)
 {
-    // Delta is negative to move up.
+    // Delta is negative to move up. The move is one step of the center's
+    // history.
+    QPointer<TQorDesignCenter> center = m_center;
+    if (center)
+        center->BeginDesignChange(Delta < 0 ? tr("Move Up") : tr("Move Down"));
+    const auto end = qScopeGuard([center] {
+        if (center)
+            center->EndDesignChange();
+    });
     for (QObject *component : m_selectedComps.toList()) {
         SetComponentIndex(component, ComponentIndex(component) + Delta);
         // The stage is the form being designed: its controls also change

@@ -15,6 +15,7 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QScopeGuard>
 #include <QToolBox>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -294,6 +295,14 @@ void registerLibraryEditors()
         TComponentEditorRef editor = GetComponentEditor(Component, &designer);
         if (!editor || editor->GetVerbCount() == 0)
             return false;
+        // What the editor changes is one step of the center's history.
+        IQorDesignCenter *center = Manager ? Manager->ConsoleCenter() : nullptr;
+        if (center)
+            center->BeginDesignChange(editor->GetVerb(0));
+        const auto end = qScopeGuard([center] {
+            if (center)
+                center->EndDesignChange();
+        });
         editor->Edit();
         return true;
     });

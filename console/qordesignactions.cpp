@@ -13,6 +13,9 @@
 #include "foundation/qorclasses.h"
 #include "foundation/qorlogging_p.h"
 
+#include <QCoreApplication>
+#include <QUndoStack>
+
 
 using namespace QorDesigner;
 
@@ -153,8 +156,15 @@ void TQorDesignAction::retranslate()
 
 void TQorDesignAction::triggeredByUser()
 {
-    // Nothing a command throws goes on into the event loop.
+    // Nothing a command throws goes on into the event loop. What it
+    // changed is one step of the history, named by the action.
+    QPointer<TQorDesignCenter> center = ConsoleCenter();
+    const bool recorded = center && ChangesDesign();
+    if (recorded)
+        center->BeginDesignChange(text());
     const QString failure = QorRunCaught([this] { Execute(); });
+    if (recorded && center)
+        center->EndDesignChange();
     if (failure.isEmpty())
         return;
     if (isSignalConnected(QMetaMethod::fromSignal(&TQorDesignAction::OnError))) {
@@ -162,7 +172,6 @@ void TQorDesignAction::triggeredByUser()
         Q_EMIT OnError(this, failure);
         return;
     }
-    TQorDesignCenter *center = ConsoleCenter();
     QorShowCommandError(center ? center->GetDesignStage() : nullptr, text(), failure);
 }
 
@@ -363,4 +372,79 @@ bool TQorDesignSelCtrlPositionScale::Execute()
             manager->ScaleControls(dialog->GetScaleFactor(), dialog->GetScaleStyle());
     }
     return TQorDesignSelCtrlAction::Execute();
+}
+
+// ---- History -------------------------------------------------------------------
+
+namespace {
+
+QUndoStack *historyOf(const TQorDesignAction *Action)
+{
+    TQorDesignCenter *center = Action->ConsoleCenter();
+    return center ? center->UndoStack() : nullptr;
+}
+
+// "Undo Move", or "Undo" alone with nothing to undo.
+QString historyCaption(const char *Command, const QString &Step)
+{
+    const QString command = QCoreApplication::translate("TQorDesignHistory", Command);
+    return Step.isEmpty() ? command : QCoreApplication::translate("TQorDesignHistory", "%1 %2").arg(command, Step);
+}
+
+} // namespace
+
+TQorDesignEditUndo::TQorDesignEditUndo(QObject *Owner)
+    : TQorDesignEditAction(Owner)
+{
+    setText(historyCaption(QT_TRANSLATE_NOOP("TQorDesignHistory", "&Undo"), QString()));
+    if (TQorLanguageWatch *watch = QorLanguageWatch())
+        connect(watch, &TQorLanguageWatch::LanguageChanged, this, [this] { Update(); });
+}
+
+bool TQorDesignEditUndo::JudgeEnabled() const
+{
+    QUndoStack *stack = historyOf(this);
+    return TQorDesignEditAction::JudgeEnabled() && stack && stack->canUndo();
+}
+
+bool TQorDesignEditUndo::Update()
+{
+    QUndoStack *stack = historyOf(this);
+    setText(historyCaption(QT_TRANSLATE_NOOP("TQorDesignHistory", "&Undo"), stack ? stack->undoText() : QString()));
+    return TQorDesignEditAction::Update();
+}
+
+bool TQorDesignEditUndo::Execute()
+{
+    if (QUndoStack *stack = historyOf(this); stack && stack->canUndo())
+        stack->undo();
+    return true;
+}
+
+TQorDesignEditRedo::TQorDesignEditRedo(QObject *Owner)
+    : TQorDesignEditAction(Owner)
+{
+    setText(historyCaption(QT_TRANSLATE_NOOP("TQorDesignHistory", "&Redo"), QString()));
+    if (TQorLanguageWatch *watch = QorLanguageWatch())
+        connect(watch, &TQorLanguageWatch::LanguageChanged, this, [this] { Update(); });
+}
+
+bool TQorDesignEditRedo::JudgeEnabled() const
+{
+    QUndoStack *stack = historyOf(this);
+    return TQorDesignEditAction::JudgeEnabled() && stack && stack->canRedo();
+}
+
+bool TQorDesignEditRedo::Update()
+{
+    QUndoStack *stack = historyOf(this);
+    setText(historyCaption(QT_TRANSLATE_NOOP("TQorDesignHistory", "&Redo"), stack ? stack->redoText() : QString()));
+    return TQorDesignEditAction::Update();
+}
+
+bool TQorDesignEditRedo::Execute()
+{
+    if (QUndoStack *stack = historyOf(this); stack && stack->canRedo())
+        stack->redo();
+    return true;
 }

@@ -63,6 +63,10 @@ public:
     // Runs the command: OnExecute, then the design is marked dirty.
     // Triggering the action calls it.
     virtual bool Execute();
+    // True when the command may change the design: triggered, it becomes
+    // one step of the center's history. False for the commands that only
+    // read or select.
+    virtual bool ChangesDesign() const { return true; }
 
 Q_SIGNALS:
     // The command runs (before its work for the edit commands, after it
@@ -138,6 +142,7 @@ public:
     bool JudgeEnabled() const override;
     void UpdateTarget(QObject *Target) override;
     bool Execute() override;
+    bool ChangesDesign() const override { return false; }
 };
 
 // Copies the selection, then deletes it.
@@ -149,6 +154,7 @@ public:
     explicit TQorDesignEditCut(QObject *Owner = nullptr);
     // Judged and updated by the copy rule.
     bool Execute() override;
+    bool ChangesDesign() const override { return true; }
 };
 
 class QORDESIGN_EXPORT TQorDesignEditPaste : public TQorDesignEditAction
@@ -168,6 +174,7 @@ class QORDESIGN_EXPORT TQorDesignEditSelAll : public TQorDesignEditAction
 public:
     explicit TQorDesignEditSelAll(QObject *Owner = nullptr);
     bool Execute() override;
+    bool ChangesDesign() const override { return false; }
 };
 
 // Deletes the selection (never the stage).
@@ -247,4 +254,31 @@ class QORDESIGN_EXPORT TQorDesignSelCtrlPositionScale : public TQorDesignSelCtrl
 public:
     explicit TQorDesignSelCtrlPositionScale(QObject *Owner = nullptr);
     bool Execute() override;
+};
+
+// Undoes the last step of the center's history ("Undo Delete"); enabled
+// while there is one.
+class QORDESIGN_EXPORT TQorDesignEditUndo : public TQorDesignEditAction
+{
+    Q_OBJECT
+
+public:
+    explicit TQorDesignEditUndo(QObject *Owner = nullptr);
+    bool JudgeEnabled() const override;
+    bool Update() override;
+    bool Execute() override;
+    bool ChangesDesign() const override { return false; }
+};
+
+// Redoes the step undone last; enabled while there is one.
+class QORDESIGN_EXPORT TQorDesignEditRedo : public TQorDesignEditAction
+{
+    Q_OBJECT
+
+public:
+    explicit TQorDesignEditRedo(QObject *Owner = nullptr);
+    bool JudgeEnabled() const override;
+    bool Update() override;
+    bool Execute() override;
+    bool ChangesDesign() const override { return false; }
 };

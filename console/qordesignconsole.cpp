@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesignconsole.h"
 
+#include "console/qordesignhistory.h"
 #include "console/qordesignintfimpls.h"
+#include "console/qordsnconst.h"
 #include "designer/qordesigner.h"
 #include "designer/qormanager.h"
 #include "foundation/qorlogging_p.h"
@@ -10,15 +12,28 @@
 #include "foundation/vhosysutils.h"
 #include "inspector/qorinspector.h"
 
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QUndoStack>
+
 IQorCompTreeView::~IQorCompTreeView() = default;
 IQorCompPallete::~IQorCompPallete() = default;
 IQorCenterPopupMenu::~IQorCenterPopupMenu() = default;
 
 TQorDesignCenter::TQorDesignCenter(QObject *Owner)
     : QObject(Owner)
+    , m_history(new TQorDesignHistory(this))
 {
     SetEnabled(true);
     m_persistEnabled = true;
+    QUndoStack *stack = m_history->Stack();
+    // The history's clean step is the saved design: going back to it
+    // clears the elements' dirty marks, leaving it sets them.
+    connect(stack, &QUndoStack::cleanChanged, this, [this](bool Clean) {
+        const QScopedValueRollback following(m_followingClean, true);
+        SetDirty(!Clean);
+    });
+    connect(stack, &QUndoStack::indexChanged, this, [this] { Q_EMIT DesignStateChanged(); });
 }
 
 TQorDesignCenter::~TQorDesignCenter()
@@ -113,6 +128,8 @@ void TQorDesignCenter::watchStage()
     QWidget *stage = GetDesignStage();
     if (stage == m_watchedStage)
         return;
+    // Another design: the history of the former one means nothing to it.
+    m_history->Clear();
     if (m_watchedStage)
         m_watchedStage->removeEventFilter(this);
     m_watchedStage = stage;
@@ -131,6 +148,7 @@ bool TQorDesignCenter::eventFilter(QObject *Watched, QEvent *Event)
 void TQorDesignCenter::SetSelectedCompsSilently(const TComponentList &List)
 {
     m_selectedComps = List;
+    m_history->SelectionChanged();
     Q_EMIT DesignStateChanged();
 }
 
@@ -277,6 +295,7 @@ void TQorDesignCenter::Refresh()
         m_objInspector->SetActiveComponents(m_selectedComps);
         m_objInspector->Refresh();
     }
+    m_history->SelectionChanged();
     Q_EMIT DesignStateChanged();
 }
 
@@ -290,6 +309,7 @@ void TQorDesignCenter::DesignerSelCompChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (IQorCompTreeView *tree = treeView())
         tree->SetSelectedComps(m_selectedComps);
+    m_history->SelectionChanged();
     Q_EMIT OnCompsChange(this);
     Q_EMIT DesignStateChanged();
 }
@@ -302,6 +322,7 @@ void TQorDesignCenter::CompTreeSelCompChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (m_designManager)
         m_designManager->SetSelectedComps(m_selectedComps);
+    m_history->SelectionChanged();
     Q_EMIT DesignStateChanged();
 }
 
@@ -313,11 +334,13 @@ void TQorDesignCenter::ConsoleCompListChanged()
         m_objInspector->SetActiveComponents(m_selectedComps);
     if (m_designManager)
         m_designManager->SetSelectedComps(m_selectedComps);
+    m_history->SelectionChanged();
     Q_EMIT DesignStateChanged();
 }
 
 void TQorDesignCenter::DesignerSelCompMoved()
 {
+    m_history->ControlsMoved(m_designManager && m_designManager->LastMoveByKeys());
     if (m_objInspector)
         m_objInspector->RefreshValues();
     Q_EMIT OnControlsMoved(this);
@@ -424,12 +447,16 @@ void TQorDesignCenter::CopySelComps()
 
 void TQorDesignCenter::CutSelComps()
 {
+    BeginDesignChange(QorDsnConst::LoadStr(QorDsnConst::SCut));
+    const auto end = qScopeGuard([this] { EndDesignChange(); });
     CopySelComps();
     DelSelCtrls();
 }
 
 void TQorDesignCenter::DelSelCtrls()
 {
+    BeginDesignChange(QorDsnConst::LoadStr(QorDsnConst::SDelete));
+    const auto end = qScopeGuard([this] { EndDesignChange(); });
     // The elements hear of the deletion once, however many go.
     const TQorDesignUpdateScope update(m_designManager);
     QWidget *stage = GetDesignStage();
@@ -480,6 +507,8 @@ void TQorDesignCenter::PasteComps()
     // container of the design: onto the stage.
     if (!parent)
         parent = stage;
+    BeginDesignChange(QorDsnConst::LoadStr(QorDsnConst::SPaste));
+    const auto end = qScopeGuard([this] { EndDesignChange(); });
     // The pasted components are reported once, the last one selected.
     const TQorDesignUpdateScope update(m_designManager);
     TVhoClipboard *clipboard = VhoClipboard();
@@ -499,8 +528,25 @@ bool TQorDesignCenter::GetDirty() const
     return tree && tree->Dirty();
 }
 
+QUndoStack *TQorDesignCenter::UndoStack() const
+{
+    return m_history->Stack();
+}
+
+void TQorDesignCenter::BeginDesignChange(const QString &Text)
+{
+    m_history->BeginChange(Text);
+}
+
+void TQorDesignCenter::EndDesignChange()
+{
+    m_history->EndChange();
+}
+
 void TQorDesignCenter::SetDirty(bool Value)
 {
+    if (!Value && !m_followingClean)
+        m_history->Stack()->setClean();
     if (m_designManager)
         m_designManager->SetDirty(Value);
     if (m_objInspector)

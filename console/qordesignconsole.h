@@ -23,6 +23,8 @@
 #include <initializer_list>
 #include <memory>
 
+class QUndoStack;
+class TQorDesignHistory;
 class TQorDesignManager;
 class TQorFormDesigner;
 class TVhoObjInspector;
@@ -163,7 +165,14 @@ public:
 
     // True when any linked element holds unsaved changes.
     bool GetDirty() const;
+    // Also takes the history's present step as the clean one when false.
     void SetDirty(bool Value) override;
+
+    // The history of the user's changes to the design: undo and redo.
+    TQorDesignHistory *History() const { return m_history; }
+    QUndoStack *UndoStack() const;
+    void BeginDesignChange(const QString &Text) override;
+    void EndDesignChange() override;
 
 Q_SIGNALS:
     // The design manager changed the selection.
@@ -205,6 +214,8 @@ private:
     std::unique_ptr<TQorFormDesigner> m_designer;
     QList<QMetaObject::Connection> m_managerConnections;
     QPointer<QWidget> m_watchedStage;
+    TQorDesignHistory *m_history;
+    bool m_followingClean = false;
 };
 
 // True for the design system's own parts: sizers, the rubber band, design

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "console/qordesigndocument.h"
 
+#include "console/qordesignrecords_p.h"
+
 #include "console/qordesignconsole.h"
+#include "console/qordesignhistory.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
@@ -31,29 +34,6 @@
 
 namespace {
 
-// Takes a design manager's center away while it lives.
-class CenterUnlinked
-{
-public:
-    explicit CenterUnlinked(TQorDesignManager *Manager)
-        : m_manager(Manager)
-        , m_center(Manager->ConsoleCenter())
-    {
-        Manager->SetConsoleCenter(nullptr);
-    }
-    ~CenterUnlinked()
-    {
-        if (m_manager)
-            m_manager->SetConsoleCenter(m_center);
-    }
-    CenterUnlinked(const CenterUnlinked &) = delete;
-    CenterUnlinked &operator=(const CenterUnlinked &) = delete;
-
-private:
-    QPointer<TQorDesignManager> m_manager;
-    IQorDesignCenter *m_center;
-};
-
 // A recovery file: this line, then (QDataStream, Qt 6.0) the format
 // version, the original file name, the time written (UTC milliseconds) and
 // the design's records.
@@ -66,62 +46,6 @@ const QByteArray kRecordSignature = QByteArrayLiteral("QOR1");
 constexpr int kMaxPostponedDelays = 4;
 // A button held down is a gesture going on: the copy waits this long.
 constexpr int kGestureRetryMs = 250;
-
-// The stage's owner order travels beside the components: the stream
-// writes them in the order of the visual tree (and so keeps the z-order),
-// which after a reordering in the component tree is not the order the stage
-// lists them in.
-const char *const kOrderProperty = "qorComponentOrder";
-
-// The stage's design as one record, with its owner order.
-QByteArray designRecords(QWidget *stage)
-{
-    const QList<QObject *> owned = ComponentList(stage);
-    if (owned.size() < 2)
-        return ComponentToBytes(stage);
-    QStringList order;
-    order.reserve(owned.size());
-    for (const QObject *component : owned)
-        order.append(component->objectName());
-    const QVariant before = stage->property(kOrderProperty);
-    stage->setProperty(kOrderProperty, order);
-    QByteArray records;
-    try {
-        records = ComponentToBytes(stage);
-    } catch (...) {
-        stage->setProperty(kOrderProperty, before);
-        throw;
-    }
-    stage->setProperty(kOrderProperty, before);
-    return records;
-}
-
-// Puts the stage's components back into the owner order the record
-// carried, and takes the order off the stage.
-void restoreOwnerOrder(QWidget *stage)
-{
-    const QVariant stored = stage->property(kOrderProperty);
-    if (!stored.isValid())
-        return;
-    stage->setProperty(kOrderProperty, QVariant());
-    if (stored.metaType() != QMetaType::fromType<QStringList>())
-        return;
-    const QList<QObject *> owned = ComponentList(stage);
-    QHash<QString, QObject *> byName;
-    byName.reserve(owned.size());
-    for (QObject *component : owned)
-        byName.insert(component->objectName().toCaseFolded(), component);
-    QList<QObject *> wanted;
-    wanted.reserve(owned.size());
-    for (const QString &name : stored.value<QStringList>()) {
-        if (QObject *component = byName.take(name.toCaseFolded()))
-            wanted.append(component);
-    }
-    if (std::equal(wanted.cbegin(), wanted.cend(), owned.cbegin(), owned.cbegin() + std::min(owned.size(), wanted.size())))
-        return;
-    for (qsizetype i = 0; i < wanted.size(); ++i)
-        SetComponentIndex(wanted.at(i), int(i));
-}
 
 struct RecoveryContent
 {
@@ -309,7 +233,7 @@ public:
             return false;
         QByteArray records;
         try {
-            records = designRecords(s);
+            records = QorDesignRecords(s);
         } catch (const EQorError &e) {
             Q_EMIT q->RecoveryFailed(e.message());
             return false;
@@ -373,87 +297,9 @@ public:
         return ComponentTextToBinary(QString::fromUtf8(content));
     }
 
-    // Replaces the stage's design by the records' one. The records are read
-    // once aside, so that a file that cannot be read throws before the
-    // design is touched.
-    void replaceDesign(const QByteArray &records, QStringList &left)
-    {
-        QWidget *s = stage();
-        TQorDesignManager *manager = center ? center->DesignManager() : nullptr;
-        if (!s || !manager)
-            throw EQorError(TQorDesignDocument::tr("There is no design stage"));
-        {
-            QBuffer buffer;
-            buffer.setData(records);
-            buffer.open(QIODevice::ReadOnly);
-            QStringList aside;
-            const std::unique_ptr<QObject> scratch(ReadComponentSkipping(buffer, aside));
-            if (!buffer.atEnd())
-                throw EReadError(TQorDesignDocument::tr("The file holds more than one design"));
-            if (scratch->metaObject() != s->metaObject())
-                throw EReadError(TQorDesignDocument::tr("The file holds a design of class %1, the stage is a %2")
-                                     .arg(QString::fromLatin1(scratch->metaObject()->className()),
-                                          QString::fromLatin1(s->metaObject()->className())));
-        }
-
-        // The center hears of the new design once, at the end, rather than
-        // of every component that goes and comes; the manager reports what
-        // it held back when the update ends, to nobody.
-        const CenterUnlinked unlinked(manager);
-        manager->DeselectAll();
-        const QList<QObject *> oldList = ComponentList(s);
-        QList<QPointer<QObject>> old(oldList.cbegin(), oldList.cend());
-        QList<QPointer<QWidget>> shown;
-        const TQorDesignUpdateScope update(manager);
-        const QorRepaintOnce repaint(oldList);
-        // The old components leave the stage's list, so that their names
-        // are free, and stay whole until the new design is in.
-        for (QObject *component : oldList) {
-            RemoveComponent(s, component);
-            if (auto *w = qobject_cast<QWidget *>(component); w && w->parentWidget() == s && !w->isHidden()) {
-                shown.append(w);
-                w->hide();
-            }
-        }
-        try {
-            QBuffer buffer;
-            buffer.setData(records);
-            buffer.open(QIODevice::ReadOnly);
-            ReadComponentSkipping(buffer, left, s);
-            restoreOwnerOrder(s);
-        } catch (...) {
-            // The stream gave the stage back its former state; the old
-            // components come back in their order.
-            for (const QPointer<QObject> &component : std::as_const(old)) {
-                if (component)
-                    InsertComponent(s, component);
-            }
-            for (const QPointer<QWidget> &w : std::as_const(shown)) {
-                if (w)
-                    w->show();
-            }
-            throw;
-        }
-        // Each old component inside another goes with it.
-        for (const QPointer<QObject> &component : std::as_const(old)) {
-            if (component && !Owner(component) && !insideOther(component, s))
-                FreeComponent(component);
-        }
-    }
-
-    // True for an object below the stage that is not the stage's child: it
-    // is freed with the child it is in.
-    static bool insideOther(const QObject *object, const QObject *stage)
-    {
-        const QObject *parent = object->parent();
-        if (parent == stage)
-            return false;
-        for (; parent; parent = parent->parent()) {
-            if (parent == stage)
-                return true;
-        }
-        return false;
-    }
+    // Replaces the stage's design by the records' one; records that cannot
+    // be read leave the design untouched.
+    void replaceDesign(const QByteArray &records, QStringList &left) { QorReplaceDesign(center, records, left); }
 
     void refreshReplaced()
     {
@@ -469,6 +315,7 @@ public:
         {
             // The refresh's reports are the document's own doing.
             const QScopedValueRollback quiet(busy, true);
+            center->History()->Clear();
             center->SetDirty(dirtyAfter);
             refreshReplaced();
         }
@@ -598,7 +445,7 @@ bool TQorDesignDocument::SaveAs(const QString &FileName, TQorDocumentFormat Form
         return d->fail(tr("Cannot save %1: there is no design stage").arg(FileName));
     QByteArray content;
     try {
-        content = designRecords(stage);
+        content = QorDesignRecords(stage);
         if (Format == dfText)
             content = ComponentBinaryToText(content).toUtf8();
     } catch (const EQorError &e) {
@@ -657,6 +504,28 @@ void TQorDesignDocument::Close()
 {
     d->removeRecovery();
     d->setFileName(QString());
+}
+
+void TQorDesignDocument::New()
+{
+    QWidget *stage = Stage();
+    TQorDesignManager *manager = d->center ? d->center->DesignManager() : nullptr;
+    if (!stage || !manager)
+        return;
+    {
+        const QScopedValueRollback busy(d->busy, true);
+        manager->DeselectAll();
+        const TQorDesignUpdateScope update(manager);
+        const QList<QObject *> owned = ComponentList(stage);
+        const QorRepaintOnce repaint(owned);
+        // A component inside another one goes with it.
+        for (QObject *component : owned) {
+            if (Owner(component) == stage)
+                FreeComponent(component);
+        }
+    }
+    d->removeRecovery();
+    d->designReplaced(QString(), false);
 }
 
 // ---- Recovery ----------------------------------------------------------------

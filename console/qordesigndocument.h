@@ -100,6 +100,10 @@ public:
     bool Open(const QString &FileName);
     // Forgets the file name and the recovery copy; the design stays.
     void Close();
+    // A new design: every component of the stage goes, the file name and
+    // the recovery copy are forgotten, the history starts afresh and the
+    // design is clean.
+    void New();
     // The error of the last Save, SaveAs, Open or LoadRecovery that failed.
     QString ErrorString() const;
     // The components the last Open or LoadRecovery left out, "Name (Class)".

@@ -198,8 +198,14 @@ void TQorDesignCompPopupMenu::CompEditorItemOnClick(QObject *Sender)
 void TQorDesignCompPopupMenu::runVerb(QAction *Item, const std::function<void()> &Run)
 {
     // A verb chosen from the menu: what an editor throws is shown, not
-    // passed on into the event loop.
+    // passed on into the event loop. What it changed is one step of the
+    // history.
+    QPointer<TQorDesignCenter> center = m_consoleCenter.data();
+    if (center)
+        center->BeginDesignChange(Item->text());
     const QString failure = QorRunCaught(Run);
+    if (center)
+        center->EndDesignChange();
     if (!failure.isEmpty())
         QorShowCommandError(m_consoleCenter ? m_consoleCenter->GetDesignStage() : nullptr, Item->text(), failure);
 }

@@ -9,6 +9,7 @@
 
 #include "foundation/qorcomponents.h"
 
+#include <QString>
 #include <QtPlugin>
 
 class QObject;
@@ -43,6 +44,11 @@ public:
     virtual void DelSelCtrls() = 0;
     // The stacking order of controls changed: the component tree follows.
     virtual void RefreshCompTree() = 0;
+    // A change of the design begins (Text names it in the history) or
+    // ends. Pairs nest; the center records what happens between the
+    // outermost pair as one step of its history.
+    virtual void BeginDesignChange(const QString &Text) { Q_UNUSED(Text) }
+    virtual void EndDesignChange() {}
 
 protected:
     IQorDesignCenter() = default;

@@ -690,6 +690,7 @@ void TQorDesignManager::checkMoved()
         Q_EMIT OnControlsMoved(this);
     if (m_consoleCenter)
         m_consoleCenter->DesignerSelCompMoved();
+    m_movedByKeys = false;
 }
 
 void TQorDesignManager::SizersModified()

@@ -71,6 +71,10 @@ public:
     QMenu *DesignPopupMenu() const { return m_designPopupMenu; }
     void SetDesignPopupMenu(QMenu *Menu);
     bool Dirty() const { return m_dirty; }
+    // The moves being reported were made by Ctrl+arrow keys (the history
+    // merges such nudges); set by the sizers, cleared after the report.
+    bool LastMoveByKeys() const { return m_movedByKeys; }
+    void NoteMoveByKeys() { m_movedByKeys = true; }
     void SetDirty(bool Value);
 
     TQorDesignWndProcProxyList *DesignProxies() const { return m_designProxies.get(); }
@@ -265,6 +269,7 @@ private:
     QPointer<QObject> m_pendingInsert;
     bool m_pendingRemoval = false;
     bool m_movedQueued = false;
+    bool m_movedByKeys = false;
     bool m_movedSignal = false;
     quint64 m_movedRequests = 0;
     quint64 m_movedSeen = 0;

@@ -16,6 +16,7 @@
 #include <QHash>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -680,6 +681,16 @@ void TQorDesignWndProcProxy::ProxyMouseDown(TMessage &Message)
     // (a) A class is chosen on the palette: the click creates it here.
     if (m_designManager && m_designManager->IsDynInsComp() && CanAcceptChild() && Message.Msg == WM_LBUTTONDOWN) {
         const QPoint at = LParamToPoint(Message.LParam);
+        // The insertion is one step of the center's history.
+        IQorDesignCenter *center = m_designManager->ConsoleCenter();
+        const QMetaObject *cls = m_designManager->GetDynInsCompClass();
+        if (center)
+            center->BeginDesignChange(QCoreApplication::translate("TQorDesignHistory", "Insert %1")
+                                          .arg(QString::fromLatin1(cls->className())));
+        const auto end = qScopeGuard([center] {
+            if (center)
+                center->EndDesignChange();
+        });
         QWidget *parent = InsertionParent();
         const QPoint inParent = parent == m_control ? at : parent->mapFrom(m_control.data(), at);
         QObject *component = DynCreateChildControl(m_designManager->GetDynInsCompClass(),

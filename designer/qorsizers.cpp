@@ -754,6 +754,8 @@ void TQorSizer::KeyDown(int Key, Qt::KeyboardModifiers Shift)
     case Qt::Key_Down: dy = 1; break;
     default: return;
     }
+    if (m_sizerList && m_sizerList->DesignManager())
+        m_sizerList->DesignManager()->NoteMoveByKeys();
     ManualMove(dx, dy, true, true);
 }
 

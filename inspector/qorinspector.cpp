@@ -8,6 +8,7 @@
 #include "foundation/vhortti_p.h"
 
 #include <QLabel>
+#include <QScopeGuard>
 
 #include <exception>
 
@@ -593,6 +594,15 @@ void TVhoObjInspector::showError(const QString &PropName, const QString &Message
 
 void TVhoObjInspector::guarded(const QString &PropName, const std::function<void()> &Change)
 {
+    // What the change does to the design is one step of the center's
+    // history, named by the property.
+    IQorInspectorCenter *c = center();
+    if (c)
+        c->BeginDesignChange(PropName);
+    const auto end = qScopeGuard([this] {
+        if (IQorInspectorCenter *now = center())
+            now->EndDesignChange();
+    });
     QString refusal;
     try {
         Change();

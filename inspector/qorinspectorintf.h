@@ -204,6 +204,11 @@ public:
     virtual TComponentList InspectorSelection() const = 0;
     // The designer property editors are made for; may be null.
     virtual IDesigner *InspectorDesigner() const = 0;
+    // A change of the design begins (Text names it in the history) or
+    // ends. Pairs nest; the center records what happens between the
+    // outermost pair as one step of its history.
+    virtual void BeginDesignChange(const QString &Text) { Q_UNUSED(Text) }
+    virtual void EndDesignChange() {}
 
 protected:
     IQorInspectorCenter() = default;

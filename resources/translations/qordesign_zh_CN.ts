@@ -449,6 +449,108 @@
         <source>Edit</source>
         <translation>编辑</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>下移</translation>
+    </message>
+</context>
+<context>
+    <name>TQorDesignDocument</name>
+    <message>
+        <source>Cannot make the recovery folder %1</source>
+        <translation>无法创建恢复文件夹 %1</translation>
+    </message>
+    <message>
+        <source>Cannot lock the recovery file %1</source>
+        <translation>无法锁定恢复文件 %1</translation>
+    </message>
+    <message>
+        <source>Cannot write the recovery file %1: %2</source>
+        <translation>无法写入恢复文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>The file holds no design</source>
+        <translation>文件中没有设计</translation>
+    </message>
+    <message>
+        <source>The design has no file name yet</source>
+        <translation>设计还没有文件名</translation>
+    </message>
+    <message>
+        <source>Cannot save %1: there is no design stage</source>
+        <translation>无法保存 %1：没有设计舞台</translation>
+    </message>
+    <message>
+        <source>Cannot save %1: %2</source>
+        <translation>无法保存 %1：%2</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>无法打开 %1：%2</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: the file is larger than a design may be</source>
+        <translation>无法打开 %1：文件超出设计允许的大小</translation>
+    </message>
+    <message>
+        <source>Cannot recover %1: a running design uses it</source>
+        <translation>无法恢复 %1：正在运行的设计在使用它</translation>
+    </message>
+    <message>
+        <source>Cannot recover %1: the file is damaged</source>
+        <translation>无法恢复 %1：文件已损坏</translation>
+    </message>
+    <message>
+        <source>Cannot recover %1: %2</source>
+        <translation>无法恢复 %1：%2</translation>
+    </message>
+    <message>
+        <source>There is no design stage</source>
+        <translation>没有设计舞台</translation>
+    </message>
+    <message>
+        <source>The file holds more than one design</source>
+        <translation>文件中有多个设计</translation>
+    </message>
+    <message>
+        <source>The file holds a design of class %1, the stage is a %2</source>
+        <translation>文件中的设计属于类 %1，舞台是 %2</translation>
+    </message>
+</context>
+<context>
+    <name>TQorDesignHistory</name>
+    <message>
+        <source>Insert %1</source>
+        <translation>插入 %1</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Nudge</source>
+        <translation>微移</translation>
+    </message>
+    <message>
+        <source>Resize</source>
+        <translation>调整大小</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>移动</translation>
+    </message>
 </context>
 <context>
     <name>TQorItemsEditor</name>
