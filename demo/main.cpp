@@ -3,7 +3,8 @@
 // picture of it to FILE and exits (the headless run of `make demo`);
 // --popup-screenshot=FILE and --dialog-screenshot=FILE picture the design
 // popup menu over the stage and the size dialog instead. --chinese starts
-// in Chinese.
+// in Chinese. A file named on the command line is opened; work a crash
+// left unsaved is offered back first.
 #include "qordemowindow.h"
 
 #include "console/qordesignpopupmenu.h"
@@ -34,6 +35,7 @@ int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("qordemo"));
+    QApplication::setOrganizationName(QStringLiteral("QorDesign"));
 
     QCommandLineParser parser;
     parser.addHelpOption();
@@ -48,13 +50,19 @@ int main(int argc, char **argv)
                                   QStringLiteral("file"));
     QCommandLineOption chinese(QStringLiteral("chinese"), QStringLiteral("Start in Chinese."));
     parser.addOptions({screenshot, popupShot, dialogShot, chinese});
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A design to open."), QStringLiteral("[file]"));
     parser.process(app);
 
     QorDemoWindow window;
+    const bool picture = parser.isSet(screenshot) || parser.isSet(popupShot) || parser.isSet(dialogShot);
+    if (!picture)
+        window.restoreLayout();
     window.show();
+    // Work a crash left unsaved is offered first; else the file named.
+    if (!picture && !window.offerRecovery() && !parser.positionalArguments().isEmpty())
+        window.openFile(parser.positionalArguments().constFirst());
     if (parser.isSet(chinese))
         window.chineseSwitch()->setChecked(true);
-    const bool picture = parser.isSet(screenshot) || parser.isSet(popupShot) || parser.isSet(dialogShot);
     if (picture) {
         // The pictures show the stage designed, with three controls
         // selected.

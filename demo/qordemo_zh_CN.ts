@@ -71,5 +71,111 @@
         <source>Move &amp;Down</source>
         <translation>下移(&amp;D)</translation>
     </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>新建(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>打开(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>另存为(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Import .ui...</source>
+        <translation>导入 .ui(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export .ui...</source>
+        <translation>导出 .ui(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>&amp;Recent Files</source>
+        <translation>最近的文件(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>未命名</translation>
+    </message>
+    <message>
+        <source>%1[*] - QorDesign demo</source>
+        <translation>%1[*] - QorDesign 演示</translation>
+    </message>
+    <message>
+        <source>The design has unsaved changes. Save them first?</source>
+        <translation>设计有未保存的更改。要先保存吗？</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Left out, of classes this program does not know:
+%1</source>
+        <translation>以下组件的类本程序不认识，已略去：
+%1</translation>
+    </message>
+    <message>
+        <source>Designs (*.qord *.qordt);;All files (*)</source>
+        <translation>设计 (*.qord *.qordt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>另存为</translation>
+    </message>
+    <message>
+        <source>Designs (*.qord);;Readable designs (*.qordt)</source>
+        <translation>设计 (*.qord);;可读设计 (*.qordt)</translation>
+    </message>
+    <message>
+        <source>Import .ui</source>
+        <translation>导入 .ui</translation>
+    </message>
+    <message>
+        <source>Qt Designer forms (*.ui)</source>
+        <translation>Qt Designer 窗体 (*.ui)</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>Export .ui</source>
+        <translation>导出 .ui</translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>（无）</translation>
+    </message>
+    <message>
+        <source>Unsaved work of %1 was found (%2). Recover it?</source>
+        <translation>找到 %1 未保存的工作（%2）。要恢复吗？</translation>
+    </message>
+    <message>
+        <source>an untitled design</source>
+        <translation>未命名的设计</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>恢复</translation>
+    </message>
 </context>
 </TS>

@@ -8,6 +8,8 @@
 #include "console/qorcompeditors.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
+#include "console/qordesignhistory.h"
+#include "console/qordesigndocument.h"
 #include "console/qordesignpopupmenu.h"
 #include "console/qordsnconst.h"
 #include "console/qordesignintfimpls.h"
@@ -16,11 +18,18 @@
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/vhortti.h"
+#include "foundation/qoruifile.h"
+#include "foundation/qorerror.h"
 #include "inspector/qorinspector.h"
 #include "inspector/qortransinspector.h"
 #include "translation/qortransutils.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSettings>
+#include <QUndoStack>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QIcon>
@@ -171,6 +180,12 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
     m_center->SetDesignManager(m_manager);
     m_center->SetCompTreeView(m_tree);
     m_center->SetCompPalleteToolBar(m_paletteBar);
+    // The design as a document: saved and opened, with a recovery copy
+    // written while it holds unsaved work.
+    m_document = new TQorDesignDocument(m_center, this);
+    m_document->setObjectName(QStringLiteral("Document"));
+    connect(m_document, &TQorDesignDocument::ModifiedChanged, this, &QorDemoWindow::updateTitle);
+    connect(m_document, &TQorDesignDocument::FileNameChanged, this, &QorDemoWindow::updateTitle);
     // A control moved, scaled or pasted past the stage's edge stays within
     // reach: the stage grows (the scroll area around it scrolls).
     connect(m_center, &TQorDesignCenter::OnControlsMoved, this, &QorDemoWindow::fitStageToControls);
@@ -199,6 +214,8 @@ QorDemoWindow::~QorDemoWindow()
 {
     // The stage and its manager outlive this window's members: the manager
     // lets go of the center before the center goes.
+    // A window that closes in order leaves no recovery copy behind.
+    m_document->Close();
     m_manager->SetIsDesigning(false);
     m_center->SetCompTreeView(nullptr);
     m_center->SetDesignManager(nullptr);
@@ -266,8 +283,38 @@ QIcon tangoIcon(const char *Name)
 
 } // namespace
 
+void QorDemoWindow::createFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(QString());
+    file->setObjectName(QStringLiteral("FileMenu"));
+    auto add = [this, file](const char *Name, QKeySequence Keys, const char *Icon, void (QorDemoWindow::*Slot)()) {
+        auto *action = file->addAction(QString());
+        action->setObjectName(QLatin1String(Name));
+        action->setShortcut(Keys);
+        if (Icon)
+            action->setIcon(tangoIcon(Icon));
+        connect(action, &QAction::triggered, this, Slot);
+        return action;
+    };
+    m_newAction = add("NewAction", QKeySequence::New, "document-new", &QorDemoWindow::newDesign);
+    m_openAction = add("OpenAction", QKeySequence::Open, "document-open", &QorDemoWindow::openDesign);
+    m_saveAction = add("SaveAction", QKeySequence::Save, "document-save", &QorDemoWindow::saveDesign);
+    m_saveAsAction = add("SaveAsAction", QKeySequence(), "document-save-as", &QorDemoWindow::saveDesignAs);
+    file->addSeparator();
+    m_importAction = add("ImportUiAction", QKeySequence(), nullptr, &QorDemoWindow::importUi);
+    m_exportAction = add("ExportUiAction", QKeySequence(), nullptr, &QorDemoWindow::exportUi);
+    file->addSeparator();
+    m_recentMenu = file->addMenu(QString());
+    m_recentMenu->setObjectName(QStringLiteral("RecentMenu"));
+    connect(m_recentMenu, &QMenu::aboutToShow, this, &QorDemoWindow::fillRecentMenu);
+    file->addSeparator();
+    m_quitAction = add("QuitAction", QKeySequence::Quit, "system-log-out", &QorDemoWindow::quit);
+    m_fileMenu = file;
+}
+
 void QorDemoWindow::createMenus(QWidget *StageArea)
 {
+    createFileMenu();
     // The design commands are the library's actions, linked to the center:
     // each enables itself by the selection. Their keys work while the
     // design area has the keyboard (the inspector and its editors keep
@@ -313,8 +360,27 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
     for (const char *name : {"PasteAction", "ScaleAction", "FlipSelectedAction", "FlipAllAction", "SizeAction"})
         connect(byName(name), &QAction::triggered, this, &QorDemoWindow::fitStageToControls);
 
+    // Undo and Redo: the center's history. Their keys work in the whole
+    // window; a text editor with the keyboard keeps its own.
+    m_undoAction = new TQorDesignEditUndo(this);
+    m_undoAction->setObjectName(QStringLiteral("UndoAction"));
+    m_undoAction->setShortcuts(QKeySequence::Undo);
+    m_undoAction->setIcon(tangoIcon("edit-undo"));
+    m_redoAction = new TQorDesignEditRedo(this);
+    m_redoAction->setObjectName(QStringLiteral("RedoAction"));
+    m_redoAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Shift+Z")), QKeySequence(QStringLiteral("Ctrl+Y"))});
+    m_redoAction->setIcon(tangoIcon("edit-redo"));
+    for (TQorDesignAction *action : {static_cast<TQorDesignAction *>(m_undoAction), static_cast<TQorDesignAction *>(m_redoAction)}) {
+        action->SetConsoleCenter(m_center);
+        addAction(action);
+        m_designActions.append(action);
+    }
+
     QMenu *edit = menuBar()->addMenu(QString());
     edit->setObjectName(QStringLiteral("EditMenu"));
+    edit->addAction(m_undoAction);
+    edit->addAction(m_redoAction);
+    edit->addSeparator();
     for (const char *name : {"CutAction", "CopyAction", "PasteAction", "DeleteAction"})
         edit->addAction(byName(name));
     edit->addSeparator();
@@ -378,6 +444,9 @@ void QorDemoWindow::createMenus(QWidget *StageArea)
     m_flipMenu->addAction(byName("FlipSelectedAction"));
 
     // The tool bar: the same actions, as icons.
+    m_tools->addSeparator();
+    m_tools->addAction(m_undoAction);
+    m_tools->addAction(m_redoAction);
     m_tools->addSeparator();
     for (const char *name : {"CutAction", "CopyAction", "PasteAction", "DeleteAction", "SelectAllAction"})
         m_tools->addAction(byName(name));
@@ -462,7 +531,6 @@ void QorDemoWindow::fillClassList()
 
 void QorDemoWindow::retranslate()
 {
-    setWindowTitle(tr("QorDesign demo"));
     if (auto *dock = findChild<QDockWidget *>(QStringLiteral("PaletteDock")))
         dock->setWindowTitle(tr("Palette"));
     if (auto *dock = findChild<QDockWidget *>(QStringLiteral("ComponentsDock")))
@@ -476,6 +544,16 @@ void QorDemoWindow::retranslate()
     m_inspectorSwitch->setTabText(1, tr("Events"));
     m_tools->setWindowTitle(tr("Design"));
     m_designAction->setText(tr("Design"));
+    m_fileMenu->setTitle(tr("&File"));
+    m_newAction->setText(tr("&New"));
+    m_openAction->setText(tr("&Open..."));
+    m_saveAction->setText(tr("&Save"));
+    m_saveAsAction->setText(tr("Save &As..."));
+    m_importAction->setText(tr("&Import .ui..."));
+    m_exportAction->setText(tr("&Export .ui..."));
+    m_recentMenu->setTitle(tr("&Recent Files"));
+    m_quitAction->setText(tr("&Quit"));
+    updateTitle();
     if (auto *edit = findChild<QMenu *>(QStringLiteral("EditMenu")))
         edit->setTitle(QorDsnConst::LoadStr(QorDsnConst::SEdit));
     m_arrangeMenu->setTitle(tr("&Arrange"));
@@ -555,3 +633,225 @@ void QorDemoWindow::setChinese(bool On)
     m_tree->Refresh();
 }
 
+// ---- The design as a document ----------------------------------------------
+
+TQorDesignDocument *QorDemoWindow::document() const
+{
+    return m_document;
+}
+
+void QorDemoWindow::updateTitle()
+{
+    const QString name = m_document->FileName().isEmpty() ? tr("Untitled")
+                                                          : QFileInfo(m_document->FileName()).fileName();
+    setWindowTitle(tr("%1[*] - QorDesign demo").arg(name));
+    setWindowModified(m_document->Modified());
+}
+
+bool QorDemoWindow::maybeKeepWork()
+{
+    if (!m_document->Modified())
+        return true;
+    QMessageBox box(QMessageBox::Warning, tr("QorDesign demo"),
+                    tr("The design has unsaved changes. Save them first?"),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setObjectName(QStringLiteral("UnsavedChangesBox"));
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        saveDesign();
+        return !m_document->Modified();
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void QorDemoWindow::newDesign()
+{
+    if (!maybeKeepWork())
+        return;
+    m_document->New();
+}
+
+bool QorDemoWindow::openFile(const QString &FileName)
+{
+    if (!m_document->Open(FileName)) {
+        QMessageBox::warning(this, tr("Open"), m_document->ErrorString());
+        return false;
+    }
+    if (!m_document->SkippedComponents().isEmpty())
+        QMessageBox::information(this, tr("Open"),
+                                 tr("Left out, of classes this program does not know:\n%1")
+                                     .arg(m_document->SkippedComponents().join(QLatin1Char('\n'))));
+    rememberFile(FileName);
+    fitStageToControls();
+    return true;
+}
+
+void QorDemoWindow::openDesign()
+{
+    if (!maybeKeepWork())
+        return;
+    const QString name = QFileDialog::getOpenFileName(this, tr("Open"), lastFolder(),
+                                                      tr("Designs (*.qord *.qordt);;All files (*)"));
+    if (!name.isEmpty())
+        openFile(name);
+}
+
+void QorDemoWindow::saveDesign()
+{
+    if (m_document->FileName().isEmpty()) {
+        saveDesignAs();
+        return;
+    }
+    if (!m_document->Save())
+        QMessageBox::warning(this, tr("Save"), m_document->ErrorString());
+}
+
+void QorDemoWindow::saveDesignAs()
+{
+    QString filter;
+    QString name = QFileDialog::getSaveFileName(this, tr("Save As"), lastFolder(),
+                                                tr("Designs (*.qord);;Readable designs (*.qordt)"), &filter);
+    if (name.isEmpty())
+        return;
+    const bool text = filter.contains(QLatin1String("qordt")) || name.endsWith(QLatin1String(".qordt"));
+    if (QFileInfo(name).suffix().isEmpty())
+        name += text ? QStringLiteral(".qordt") : QStringLiteral(".qord");
+    if (!m_document->SaveAs(name, text ? TQorDesignDocument::dfText : TQorDesignDocument::dfBinary)) {
+        QMessageBox::warning(this, tr("Save As"), m_document->ErrorString());
+        return;
+    }
+    rememberFile(name);
+}
+
+void QorDemoWindow::importUi()
+{
+    const QString name = QFileDialog::getOpenFileName(this, tr("Import .ui"), lastFolder(),
+                                                      tr("Qt Designer forms (*.ui)"));
+    if (name.isEmpty())
+        return;
+    // The import is one step of the history: undo takes it back.
+    QStringList skipped;
+    m_center->BeginDesignChange(tr("Import"));
+    try {
+        skipped = ImportUiFile(name, m_stage);
+    } catch (const EQorError &error) {
+        m_center->EndDesignChange();
+        QMessageBox::warning(this, tr("Import .ui"), error.message());
+        return;
+    }
+    m_center->Refresh();
+    m_center->SetDirty(true);
+    m_center->EndDesignChange();
+    fitStageToControls();
+    if (!skipped.isEmpty())
+        QMessageBox::information(this, tr("Import .ui"),
+                                 tr("Left out, of classes this program does not know:\n%1")
+                                     .arg(skipped.join(QLatin1Char('\n'))));
+}
+
+void QorDemoWindow::exportUi()
+{
+    QString name = QFileDialog::getSaveFileName(this, tr("Export .ui"), lastFolder(), tr("Qt Designer forms (*.ui)"));
+    if (name.isEmpty())
+        return;
+    if (QFileInfo(name).suffix().isEmpty())
+        name += QStringLiteral(".ui");
+    try {
+        ExportUiFile(m_stage, name);
+    } catch (const EQorError &error) {
+        QMessageBox::warning(this, tr("Export .ui"), error.message());
+    }
+}
+
+void QorDemoWindow::quit()
+{
+    close();
+}
+
+void QorDemoWindow::closeEvent(QCloseEvent *event)
+{
+    if (!maybeKeepWork()) {
+        event->ignore();
+        return;
+    }
+    // A design left on purpose needs no recovery copy.
+    m_document->Close();
+    QSettings settings;
+    settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("window/state"), saveState());
+    event->accept();
+}
+
+void QorDemoWindow::restoreLayout()
+{
+    QSettings settings;
+    restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("window/state")).toByteArray());
+}
+
+QStringList QorDemoWindow::recentFiles() const
+{
+    return QSettings().value(QStringLiteral("recentFiles")).toStringList();
+}
+
+void QorDemoWindow::rememberFile(const QString &FileName)
+{
+    QStringList files = recentFiles();
+    const QString path = QFileInfo(FileName).absoluteFilePath();
+    files.removeAll(path);
+    files.prepend(path);
+    while (files.size() > 8)
+        files.removeLast();
+    QSettings().setValue(QStringLiteral("recentFiles"), files);
+}
+
+QString QorDemoWindow::lastFolder() const
+{
+    const QStringList files = recentFiles();
+    return files.isEmpty() ? QString() : QFileInfo(files.first()).absolutePath();
+}
+
+void QorDemoWindow::fillRecentMenu()
+{
+    m_recentMenu->clear();
+    const QStringList files = recentFiles();
+    for (const QString &file : files) {
+        QAction *action = m_recentMenu->addAction(QFileInfo(file).fileName());
+        action->setToolTip(file);
+        connect(action, &QAction::triggered, this, [this, file] {
+            if (maybeKeepWork())
+                openFile(file);
+        });
+    }
+    if (files.isEmpty())
+        m_recentMenu->addAction(tr("(none)"))->setEnabled(false);
+}
+
+bool QorDemoWindow::offerRecovery()
+{
+    const QList<TQorRecoveryCopy> copies = m_document->FindRecoveryCopies();
+    if (copies.isEmpty())
+        return false;
+    const TQorRecoveryCopy &copy = copies.first();
+    QMessageBox box(QMessageBox::Question, tr("QorDesign demo"),
+                    tr("Unsaved work of %1 was found (%2). Recover it?")
+                        .arg(copy.OriginalFileName.isEmpty() ? tr("an untitled design")
+                                                             : QFileInfo(copy.OriginalFileName).fileName(),
+                             QLocale().toString(copy.Written.toLocalTime(), QLocale::ShortFormat)),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setObjectName(QStringLiteral("RecoveryBox"));
+    if (box.exec() == QMessageBox::Yes) {
+        if (!m_document->LoadRecovery(copy)) {
+            QMessageBox::warning(this, tr("Recover"), m_document->ErrorString());
+            return false;
+        }
+        fitStageToControls();
+        return true;
+    }
+    m_document->DiscardRecovery(copy);
+    return false;
+}

@@ -16,6 +16,7 @@ class QToolBar;
 class QTranslator;
 class TQorDefDesignCompPopupMenu;
 class TQorDesignAction;
+class TQorDesignDocument;
 class QTabBar;
 class TQorClassesImageList;
 class TQorCompPalleteTab;
@@ -51,6 +52,8 @@ public:
     TQorDesignClassList *classList() const { return m_classes.get(); }
     // Rename, Move Up and Move Down of the Edit menu.
     QAction *renameAction() const { return m_renameAction; }
+    TQorDesignAction *undoAction() const { return m_undoAction; }
+    TQorDesignAction *redoAction() const { return m_redoAction; }
     QAction *moveUpAction() const { return m_moveUpAction; }
     QAction *moveDownAction() const { return m_moveDownAction; }
     // The object inspector: the properties (or events) of the components
@@ -81,16 +84,44 @@ public:
     // Grows the stage to hold every control on it (it never shrinks).
     void fitStageToControls();
 
+    // The design as a document (File menu): its file, its unsaved-changes
+    // mark in the title, its recovery copy.
+    TQorDesignDocument *document() const;
+    QMenu *fileMenu() const { return m_fileMenu; }
+    // Opens a design file; false (after telling the user) when it fails.
+    bool openFile(const QString &FileName);
+    // Asks whether to keep unsaved work first: true when the work may go
+    // (saved or discarded), false when the user cancelled.
+    bool maybeKeepWork();
+    // Offers the newest recovery copy found; true when it was loaded.
+    bool offerRecovery();
+    // The window's place and docks as the last run left them.
+    void restoreLayout();
+    QStringList recentFiles() const;
+
 Q_SIGNALS:
     // The component tree was built anew from the stage.
     void componentTreeRebuilt();
 
 protected:
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QWidget *createStage();
+    void createFileMenu();
+    void updateTitle();
+    void newDesign();
+    void openDesign();
+    void saveDesign();
+    void saveDesignAs();
+    void importUi();
+    void exportUi();
+    void quit();
+    void rememberFile(const QString &FileName);
+    QString lastFolder() const;
+    void fillRecentMenu();
     void fillClassList();
     void createMenus(QWidget *StageArea);
     // The window's own texts, in the language of the installed translators.
@@ -106,6 +137,18 @@ private:
     QWidget *m_paletteHolder = nullptr;
     TQorCompTreeView *m_tree = nullptr;
     QAction *m_renameAction = nullptr;
+    TQorDesignAction *m_undoAction = nullptr;
+    TQorDesignDocument *m_document = nullptr;
+    QMenu *m_fileMenu = nullptr;
+    QMenu *m_recentMenu = nullptr;
+    QAction *m_newAction = nullptr;
+    QAction *m_openAction = nullptr;
+    QAction *m_saveAction = nullptr;
+    QAction *m_saveAsAction = nullptr;
+    QAction *m_importAction = nullptr;
+    QAction *m_exportAction = nullptr;
+    QAction *m_quitAction = nullptr;
+    TQorDesignAction *m_redoAction = nullptr;
     QAction *m_moveUpAction = nullptr;
     QAction *m_moveDownAction = nullptr;
     TQorObjInspector *m_inspector = nullptr;

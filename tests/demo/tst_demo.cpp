@@ -33,6 +33,7 @@
 #include <QScopeGuard>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
 #include <QToolBar>
@@ -403,6 +404,16 @@ private Q_SLOTS:
         const QPoint secondAt(180, 344);
         QProcess second;
         second.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // Settings and recovery copies of its own: nothing of another run
+        // places its window or offers work back.
+        QTemporaryDir home;
+        QVERIFY(home.isValid());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        second.setProcessEnvironment(environment);
+        // The title as the window system shows it (unmodified).
+        const QString title = QString(window.windowTitle()).remove(QStringLiteral("[*]"));
         second.start(QStringLiteral(QORDEMO),
                      {QStringLiteral("-qwindowgeometry"),
                       QStringLiteral("%1x%2+%3+%4").arg(window.width()).arg(window.height()).arg(secondAt.x()).arg(secondAt.y())});
@@ -411,8 +422,8 @@ private Q_SLOTS:
             second.kill();
             second.waitForFinished(10000);
         });
-        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(window.windowTitle()).topLeft() == secondAt; }, 20000));
-        QCOMPARE(RealInput::windowNamed(window.windowTitle()).size(), window.size());
+        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(title).topLeft() == secondAt; }, 20000));
+        QCOMPARE(RealInput::windowNamed(title).size(), window.size());
         // Both windows are laid out alike: a point of the second is the
         // same point of this one, moved.
         auto inSecond = [&](const QWidget *widget, const QPoint &local) {
