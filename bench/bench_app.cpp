@@ -15,6 +15,7 @@
 #include "console/qordesignpopupmenu.h"
 #include "designer/qormanager.h"
 #include "foundation/qorcomponents.h"
+#include "foundation/qorstream.h"
 #include "foundation/vhoclipbrdutils.h"
 #include "harness/qorrealinput.h"
 #include "inspector/qorinspector.h"
@@ -45,11 +46,13 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QUiLoader>
+#include <QUndoStack>
 #include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <malloc.h>
 #include <memory>
 
 namespace {
@@ -820,6 +823,23 @@ BenchRow paletteSwitchPage()
     return runRounds(name, QStringLiteral("tab_change_qtoolbuttons_100"), ours, plain);
 }
 
+// The floor of the rows that move the 1000: the plain buttons moved by a
+// pixel until painted (and put back untimed).
+double movePlainButtons(const QString &name, FloorWindow *floor, const QList<QPointer<QWidget>> &buttons)
+{
+    if (!showFloor(name, floor))
+        return -1;
+    QElapsedTimer t;
+    t.start();
+    for (const QPointer<QWidget> &b : buttons)
+        b->move(b->pos() + QPoint(1, 0));
+    const double ms = timedUntilIdle(name, t, "moving the plain buttons", {});
+    for (const QPointer<QWidget> &b : buttons)
+        b->move(b->pos() - QPoint(1, 0));
+    hideFloor(floor);
+    return ms;
+}
+
 // Real Ctrl+Right with all 1000 selected; beside moving the 1000 by one
 // pixel and painting.
 BenchRow nudgeAll()
@@ -840,20 +860,8 @@ BenchRow nudgeAll()
             return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++).translated(1, 0); });
         });
     };
-    auto plain = [&]() -> double {
-        if (!showFloor(name, floor.get()))
-            return -1;
-        QElapsedTimer t;
-        t.start();
-        for (const QPointer<QWidget> &b : floorButtons)
-            b->move(b->pos() + QPoint(1, 0));
-        const double ms = timedUntilIdle(name, t, "moving the plain buttons", {});
-        for (const QPointer<QWidget> &b : floorButtons)
-            b->move(b->pos() - QPoint(1, 0));
-        hideFloor(floor.get());
-        return ms;
-    };
-    return runRounds(name, QStringLiteral("move_1000_paint"), ours, plain);
+    return runRounds(name, QStringLiteral("move_1000_paint"), ours,
+                     [&] { return movePlainButtons(name, floor.get(), floorButtons); });
 }
 
 // With 200 of 1000 selected, a real press on a selected button, four steps
@@ -998,6 +1006,118 @@ BenchRow deleteAll()
         return ms;
     };
     return runRounds(name, QStringLiteral("delete_2000_paint"), ours, plain);
+}
+
+// Delete with the 1000 selected, then a real Ctrl+Z until the 1000 are
+// back and shown; beside reading the 1000 buttons' records onto the floor's
+// stage, shown and painted.
+BenchRow undoDelete()
+{
+    const QString name = QStringLiteral("undo.delete_1000");
+    auto floor = floorWindowLike(name);
+    QByteArray records;
+    {
+        const QList<QPointer<QWidget>> buttons = addButtons(floor->stage, 1000, false);
+        for (const QPointer<QWidget> &b : buttons)
+            records += ComponentToBytes(b);
+        qDeleteAll(buttons);
+    }
+
+    auto ours = [&]() -> double {
+        Designer d(name, 1000, 1000);
+        if (!d.ok || !d.selectAll())
+            return -1;
+        RealInput::key("Delete");
+        if (!settled(name, "Delete freeing the 1000", [&d] { return ComponentCount(d.stage()) == 0; }))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::key("z", Qt::ControlModifier);
+        return timedUntilIdle(name, t, "Ctrl+Z bringing the 1000 back", [&d] { return ownsShown(d.stage(), 1000); });
+    };
+    auto plain = [&]() -> double {
+        if (!showFloor(name, floor.get()))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        QBuffer buffer(&records);
+        buffer.open(QIODevice::ReadOnly);
+        const QList<QObject *> read = ReadComponents(buffer, floor->stage);
+        for (QObject *component : read)
+            static_cast<QWidget *>(component)->show();
+        const double ms = timedUntilIdle(name, t, "the records read onto the plain stage", {});
+        hideFloor(floor.get());
+        qDeleteAll(read);
+        return ms;
+    };
+    return runRounds(name, QStringLiteral("read_records_1000_paint"), ours, plain);
+}
+
+// Ctrl+Right with the 1000 selected, then a real Ctrl+Z until the 1000 are
+// back in place and painted; beside moving the 1000 and painting.
+BenchRow undoNudge()
+{
+    const QString name = QStringLiteral("undo.nudge_1000");
+    auto floor = floorWindowLike(name);
+    const QList<QPointer<QWidget>> floorButtons = addButtons(floor->stage, 1000, false);
+
+    auto ours = [&]() -> double {
+        Designer d(name, 1000, 1000);
+        if (!d.ok || !d.selectAll())
+            return -1;
+        RealInput::key("Right", Qt::ControlModifier);
+        if (!settled(name, "Ctrl+Right moving the 1000", [&d] {
+                return d.window->designCenter()->UndoStack()->count() == 1 && d.buttons.first()->x() == buttonGeometry(0).x() + 1;
+            }))
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::key("z", Qt::ControlModifier);
+        return timedUntilIdle(name, t, "Ctrl+Z moving the 1000 back", [&d] {
+            int i = 0;
+            return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++); });
+        });
+    };
+    return runRounds(name, QStringLiteral("move_1000_paint"), ours,
+                     [&] { return movePlainButtons(name, floor.get(), floorButtons); });
+}
+
+// The heap the history holds after 100 separate nudges of the 1000 (each
+// after a new selection: the stage alone, then Ctrl+A), measured as what
+// clearing the history gives back; beside the heap the 1000 buttons take.
+// The row's "ms" columns hold bytes.
+BenchRow undoHistory()
+{
+    const QString name = QStringLiteral("undo.history_100_nudges_1000");
+    auto heap = [] { return double(mallinfo2().uordblks); };
+    double buttonsBytes = -1;
+    {
+        QWidget holder;
+        holder.resize(stageSizeFor(1000));
+        const double before = heap();
+        const QList<QPointer<QWidget>> buttons = addButtons(&holder, 1000, false);
+        buttonsBytes = heap() - before;
+        qDeleteAll(buttons);
+    }
+    Designer d(name, 1000, 1000);
+    if (!d.ok)
+        return {name, -1, QStringLiteral("heap_1000_buttons"), buttonsBytes};
+    QUndoStack *stack = d.window->designCenter()->UndoStack();
+    for (int i = 0; i < 100; ++i) {
+        d.manager()->SelectControl(d.stage(), QPoint(-1, -1), QorDesigner::csmSelect, true, false);
+        if (!settled(name, "the stage selected alone",
+                     [&d] { return d.window->designCenter()->SelectedComps().Count() == 1; })
+            || !d.selectAll())
+            return {name, -1, QStringLiteral("heap_1000_buttons"), buttonsBytes};
+        RealInput::key("Right", Qt::ControlModifier);
+        if (!settled(name, "Ctrl+Right moving the 1000", [stack, i] { return stack->count() == i + 1; }))
+            return {name, -1, QStringLiteral("heap_1000_buttons"), buttonsBytes};
+    }
+    untilIdleAndPainted();
+    const double held = heap();
+    stack->clear();
+    const double history = held - heap();
+    return {name, history, QStringLiteral("heap_1000_buttons"), buttonsBytes};
 }
 
 // The inspector line of a property, whatever its indent and marker.
@@ -1229,7 +1349,8 @@ const QStringList kRows{QStringLiteral("app.fill_1000"),      QStringLiteral("ap
                         QStringLiteral("app.delete_all_2000"), QStringLiteral("inspector.set_enabled_1000"),
                         QStringLiteral("actions.update_1000"), QStringLiteral("menu.popup_1000"),
                         QStringLiteral("tree.generate_5000"),  QStringLiteral("tree.follow_select_all_5000"),
-                        QStringLiteral("palette.switch_page_100")};
+                        QStringLiteral("palette.switch_page_100"), QStringLiteral("undo.delete_1000"),
+                        QStringLiteral("undo.nudge_1000"),     QStringLiteral("undo.history_100_nudges_1000")};
 
 QList<BenchRow> appRows()
 {
@@ -1255,7 +1376,8 @@ QList<BenchRow> appRows()
         {kRows[6], deleteAll},                 {kRows[7], setEnabled},
         {kRows[8], actionsUpdate},             {kRows[9], menuPopup},
         {kRows[10], treeGenerate},             {kRows[11], treeFollowSelectAll},
-        {kRows[12], paletteSwitchPage},
+        {kRows[12], paletteSwitchPage},        {kRows[13], undoDelete},
+        {kRows[14], undoNudge},                {kRows[15], undoHistory},
     };
     for (const auto &[row, run] : all) {
         if (benchWanted(row)) {
