@@ -543,6 +543,16 @@ void TQorDesignCenter::EndDesignChange()
     m_history->EndChange();
 }
 
+void TQorDesignCenter::DesignerMoveStarting()
+{
+    m_history->PrepareMove();
+}
+
+void TQorDesignCenter::BeginPropertyChange(const QList<QObject *> &Objects, const QString &Property)
+{
+    m_history->BeginPropertyChange(Objects, Property);
+}
+
 void TQorDesignCenter::SetDirty(bool Value)
 {
     if (!Value && !m_followingClean)

@@ -173,6 +173,8 @@ public:
     QUndoStack *UndoStack() const;
     void BeginDesignChange(const QString &Text) override;
     void EndDesignChange() override;
+    void BeginPropertyChange(const QList<QObject *> &Objects, const QString &Property) override;
+    void DesignerMoveStarting() override;
 
 Q_SIGNALS:
     // The design manager changed the selection.

@@ -4,6 +4,8 @@
 #include "console/qordesignconsole.h"
 #include "console/qordesignrecords_p.h"
 #include "designer/qormanager.h"
+#include "designer/qorsizers.h"
+#include "designer/qorsizers_p.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
@@ -14,6 +16,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,6 +28,8 @@ struct TPlace
     QPointer<QWidget> widget;
     QString name;
     bool stage = false;
+    // A component that is no widget (kept by property steps).
+    QPointer<QObject> object;
 };
 using TPlaces = std::shared_ptr<const std::vector<TPlace>>;
 
@@ -103,18 +108,26 @@ private:
     void apply(bool Forward)
     {
         QWidget *stage = m_history->Stage();
-        QList<QObject *> moved;
         const auto &targets = *m_targets;
+        std::vector<QWidget *> found(targets.size());
+        QList<QObject *> moved;
         moved.reserve(qsizetype(targets.size()));
         for (size_t i = 0; i < targets.size(); ++i) {
-            if (QWidget *w = resolve(targets[i], stage))
-                moved.append(w);
+            found[i] = resolve(targets[i], stage);
+            if (found[i])
+                moved.append(found[i]);
         }
         m_history->BeginApplying();
+        // A plain move of what is selected goes the way a nudge goes, through
+        // the sizers: the controls and their marks move once.
+        if (m_uniform && m_history->MoveSelection(moved, Forward ? m_offset : -m_offset)) {
+            m_history->ApplyingDone();
+            return;
+        }
         {
             const QorRepaintOnce repaint(moved);
             for (size_t i = 0; i < targets.size(); ++i) {
-                QWidget *w = resolve(targets[i], stage);
+                QWidget *w = found[i];
                 if (!w)
                     continue;
                 if (targets[i].stage)
@@ -179,6 +192,73 @@ private:
     bool m_done = true;
 };
 
+// A value written to one property of some objects: their values of it
+// before and after.
+class TPropertyStep final : public QUndoCommand
+{
+public:
+    TPropertyStep(TQorDesignHistory *History, const QString &Text, std::vector<TPlace> Targets, QByteArray Property,
+                  QVariantList Before, QVariantList After)
+        : QUndoCommand(Text)
+        , m_history(History)
+        , m_targets(std::move(Targets))
+        , m_property(std::move(Property))
+        , m_before(std::move(Before))
+        , m_after(std::move(After))
+    {
+    }
+
+    void undo() override { apply(m_before); }
+
+    void redo() override
+    {
+        if (m_done) {
+            m_done = false;
+            return;
+        }
+        apply(m_after);
+    }
+
+private:
+    void apply(const QVariantList &Values)
+    {
+        QWidget *stage = m_history->Stage();
+        QList<QObject *> objects;
+        m_history->BeginApplying();
+        for (size_t i = 0; i < m_targets.size(); ++i) {
+            QWidget *target = resolve(m_targets[i], stage);
+            QObject *object = target ? target : m_targets[i].object.data();
+            if (!object || (object != stage && Owner(object) != stage))
+                continue;
+            object->setProperty(m_property.constData(), Values.at(qsizetype(i)));
+            objects.append(object);
+        }
+        m_history->SelectObjects(objects);
+    }
+
+    TQorDesignHistory *m_history;
+    std::vector<TPlace> m_targets;
+    QByteArray m_property;
+    QVariantList m_before;
+    QVariantList m_after;
+    bool m_done = true;
+};
+
+// Whether the history may keep a change of Property by its values: a
+// writable property of each object's class, and not the name the history
+// finds components by.
+bool keptByValue(const QList<QObject *> &Objects, const QByteArray &Property)
+{
+    if (Objects.isEmpty() || Property.isEmpty() || Property == "objectName")
+        return false;
+    return std::all_of(Objects.cbegin(), Objects.cend(), [&Property](const QObject *object) {
+        if (!object)
+            return false;
+        const int index = object->metaObject()->indexOfProperty(Property.constData());
+        return index >= 0 && object->metaObject()->property(index).isWritable();
+    });
+}
+
 } // namespace
 
 TQorDesignHistory::TQorDesignHistory(TQorDesignCenter *Center)
@@ -221,10 +301,91 @@ void TQorDesignHistory::BeginChange(const QString &Text)
     m_selectionBefore = SelectionNames(&m_stageBefore);
 }
 
+void TQorDesignHistory::BeginPropertyChange(const QList<QObject *> &Objects, const QString &Property)
+{
+    if (m_applying)
+        return;
+    const QByteArray property = Property.toLatin1();
+    if (m_depth > 0 || !keptByValue(Objects, property)) {
+        BeginChange(Property);
+        return;
+    }
+    ++m_depth;
+    m_text = Property;
+    m_property = property;
+    m_propertyObjects.clear();
+    m_propertyBefore.clear();
+    for (QObject *object : Objects) {
+        m_propertyObjects.append(object);
+        m_propertyBefore.append(object->property(property.constData()));
+    }
+}
+
+void TQorDesignHistory::endPropertyChange()
+{
+    QWidget *stage = Stage();
+    std::vector<TPlace> targets;
+    QVariantList before;
+    QVariantList after;
+    bool changed = false;
+    for (qsizetype i = 0; i < m_propertyObjects.size(); ++i) {
+        QObject *object = m_propertyObjects.at(i);
+        if (!object)
+            continue;
+        QVariant now = object->property(m_property.constData());
+        changed = changed || now != m_propertyBefore.at(i);
+        auto *w = qobject_cast<QWidget *>(object);
+        targets.push_back({w, object == stage ? QString() : object->objectName(), object == stage, object});
+        before.append(m_propertyBefore.at(i));
+        after.append(std::move(now));
+    }
+    if (changed)
+        m_stack->push(new TPropertyStep(this, m_text, std::move(targets), m_property, std::move(before), std::move(after)));
+    m_property.clear();
+    m_propertyObjects.clear();
+    m_propertyBefore.clear();
+}
+
+bool TQorDesignHistory::MoveSelection(const QList<QObject *> &Controls, QPoint Offset)
+{
+    TQorDesignManager *manager = m_center->DesignManager();
+    TQorSizerList *sizers = manager ? manager->Sizers() : nullptr;
+    QWidget *stage = Stage();
+    if (!sizers || Controls.isEmpty() || sizers->Count() != Controls.size())
+        return false;
+    QList<QObject *> selected = m_center->SelectedComps().toList();
+    QList<QObject *> wanted = Controls;
+    if (selected.size() != wanted.size())
+        return false;
+    std::sort(selected.begin(), selected.end());
+    std::sort(wanted.begin(), wanted.end());
+    if (selected != wanted || wanted.contains(stage))
+        return false;
+    TQorSizer *sizer = sizers->SizerOf(static_cast<QWidget *>(Controls.first()));
+    if (!sizer)
+        return false;
+    sizer->ManualMove(Offset.x(), Offset.y(), true, true);
+    return true;
+}
+
+void TQorDesignHistory::SelectObjects(const QList<QObject *> &Objects)
+{
+    if (!Objects.isEmpty())
+        m_center->SetSelectedCompsSilently(TComponentList(Objects));
+    m_center->Refresh();
+    ApplyingDone();
+}
+
 void TQorDesignHistory::EndChange()
 {
     if (m_applying || m_depth == 0 || --m_depth > 0)
         return;
+    if (!m_property.isEmpty()) {
+        ++m_run;
+        endPropertyChange();
+        m_baseStale = true;
+        return;
+    }
     QWidget *stage = Stage();
     QByteArray after = stage ? QorDesignRecords(stage) : QByteArray();
     ++m_run;
@@ -242,34 +403,49 @@ void TQorDesignHistory::EndChange()
     }
     m_before.clear();
     m_selectionBefore.clear();
-    takeBase();
+    m_baseStale = true;
 }
 
 // Where a control stands; of the stage only its size is the design's (the
 // window it is, or the area it sits in, places it).
-QRect TQorDesignHistory::placeOf(const QWidget *Control) const
+QRect TQorDesignHistory::placeOf(const QWidget *Control, const QWidget *Stage)
 {
-    return Control == Stage() ? QRect(QPoint(), Control->size()) : Control->geometry();
+    return Control == Stage ? QRect(QPoint(), Control->size()) : Control->geometry();
 }
 
 void TQorDesignHistory::takeBase()
 {
-    m_base.clear();
-    for (QObject *component : m_center->SelectedComps().toList()) {
-        if (component->isWidgetType())
-            m_base.insert(component, placeOf(static_cast<QWidget *>(component)));
+    m_baseStale = false;
+    const QWidget *stage = Stage();
+    m_baseList = m_center->SelectedComps().toList();
+    m_baseRects.resize(size_t(m_baseList.size()));
+    for (qsizetype i = 0; i < m_baseList.size(); ++i) {
+        QObject *component = m_baseList.at(i);
+        m_baseRects[size_t(i)] = component->isWidgetType() ? placeOf(static_cast<QWidget *>(component), stage) : QRect();
     }
 }
 
 void TQorDesignHistory::SelectionChanged()
 {
     ++m_run;
-    takeBase();
+    m_baseStale = true;
+}
+
+void TQorDesignHistory::PrepareMove()
+{
+    if (m_applying)
+        return;
+    m_moveAnnounced = true;
+    if (m_baseStale)
+        takeBase();
 }
 
 void TQorDesignHistory::ControlsMoved(bool ByKeys)
 {
-    if (m_applying || m_depth > 0) {
+    // Moves nobody announced (the application's own) are not steps; nor
+    // are those while a step is put back or a recorded change goes on.
+    const bool announced = std::exchange(m_moveAnnounced, false);
+    if (m_applying || m_depth > 0 || m_baseStale || !announced) {
         takeBase();
         return;
     }
@@ -280,14 +456,25 @@ void TQorDesignHistory::ControlsMoved(bool ByKeys)
     bool uniform = true;
     bool resized = false;
     QPoint offset;
-    for (QObject *component : m_center->SelectedComps().toList()) {
+    const QList<QObject *> selected = m_center->SelectedComps().toList();
+    // The selection is the one the places were taken for, entry by entry;
+    // else each control is looked up.
+    const bool aligned = selected == m_baseList;
+    QHash<const QObject *, qsizetype> at;
+    if (!aligned) {
+        for (qsizetype i = 0; i < m_baseList.size(); ++i)
+            at.insert(m_baseList.at(i), i);
+    }
+    for (qsizetype i = 0; i < selected.size(); ++i) {
+        QObject *component = selected.at(i);
         if (!component->isWidgetType())
             continue;
         auto *w = static_cast<QWidget *>(component);
-        const auto base = m_base.constFind(component);
-        if (base == m_base.constEnd())
+        const qsizetype index = aligned ? i : at.value(component, -1);
+        if (index < 0)
             continue;
-        const QRect now = placeOf(w);
+        const QRect *base = &m_baseRects[size_t(index)];
+        const QRect now = placeOf(w, stage);
         if (now == *base)
             continue;
         const QPoint by = now.topLeft() - base->topLeft();
@@ -297,7 +484,7 @@ void TQorDesignHistory::ControlsMoved(bool ByKeys)
             offset = by;
         else if (by != offset)
             uniform = false;
-        places.push_back({w, w == stage ? QString() : w->objectName(), w == stage});
+        places.push_back({w, w == stage ? QString() : w->objectName(), w == stage, nullptr});
         before.push_back(*base);
         after.push_back(now);
     }
@@ -351,20 +538,19 @@ void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringLis
     ApplyingDone();
 }
 
+// The elements follow by themselves: the sizers and the inspector's values
+// hear of moved controls through the design manager's report, a design or
+// values put back refresh the center.
 void TQorDesignHistory::ApplyingDone()
 {
-    if (TQorDesignManager *manager = m_center->DesignManager())
-        manager->RefreshSizers();
-    if (TVhoObjInspector *inspector = m_center->ObjInspector())
-        inspector->RefreshValues();
     m_applying = false;
     ++m_run;
-    takeBase();
+    m_baseStale = true;
 }
 
 void TQorDesignHistory::Clear()
 {
     m_stack->clear();
     ++m_run;
-    takeBase();
+    m_baseStale = true;
 }

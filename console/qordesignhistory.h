@@ -21,6 +21,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QRect>
+#include <QVariant>
+
+#include <vector>
 
 class QUndoStack;
 class TQorDesignCenter;
@@ -41,6 +44,11 @@ public:
     // the design is the same afterwards). While a step is undone or redone
     // nothing is recorded.
     void BeginChange(const QString &Text);
+    // As BeginChange, for a change that writes one property of these
+    // objects: the step keeps their values of it (the inspector's rows).
+    // A name, or a property an object does not have as a writable one of
+    // its class, is kept as any other change is.
+    void BeginPropertyChange(const QList<QObject *> &Objects, const QString &Property);
     void EndChange();
     bool Recording() const { return m_depth > 0; }
     bool Applying() const { return m_applying; }
@@ -48,6 +56,9 @@ public:
     // The selection changed: its controls' places are where the next move
     // starts from.
     void SelectionChanged();
+    // The selected controls are about to move: their places are taken now
+    // unless they were since the selection was made or the last move.
+    void PrepareMove();
     // The selected controls were moved or resized (a drag, a nudge): one
     // step, merged into the last when both are nudges of one selection.
     void ControlsMoved(bool ByKeys);
@@ -60,23 +71,38 @@ public:
     void BeginApplying() { m_applying = true; }
     void ApplyRecords(const QByteArray &Records, const QStringList &Selection, bool StageSelected);
     void ApplyingDone();
+    // Selects the objects a step put back (the stage when none) and
+    // refreshes the center's elements.
+    void SelectObjects(const QList<QObject *> &Objects);
+    // Moves the controls by Offset as a nudge does, when they are what is
+    // selected; false (nothing moved) otherwise.
+    bool MoveSelection(const QList<QObject *> &Controls, QPoint Offset);
     QStringList SelectionNames(bool *StageSelected) const;
 
 private:
     void takeBase();
-    QRect placeOf(const QWidget *Control) const;
+    void endPropertyChange();
+    static QRect placeOf(const QWidget *Control, const QWidget *Stage);
 
     TQorDesignCenter *m_center;
     QUndoStack *m_stack;
     int m_depth = 0;
     bool m_applying = false;
     QString m_text;
+    // A property change under way: the objects and their former values.
+    QByteArray m_property;
+    QList<QPointer<QObject>> m_propertyObjects;
+    QVariantList m_propertyBefore;
     QByteArray m_before;
     QStringList m_selectionBefore;
     bool m_stageBefore = false;
     // Where the selected controls stood when the last move ended or the
-    // selection was made.
-    QHash<const QObject *, QRect> m_base;
+    // selection was made: the selection then, and a rectangle for each
+    // entry (a selection of thousands is taken often, looked at rarely).
+    QList<QObject *> m_baseList;
+    std::vector<QRect> m_baseRects;
+    bool m_baseStale = true;
+    bool m_moveAnnounced = false;
     // A new selection or another step ends a run of nudges.
     quint64 m_run = 0;
 };

@@ -49,6 +49,9 @@ public:
     // outermost pair as one step of its history.
     virtual void BeginDesignChange(const QString &Text) { Q_UNUSED(Text) }
     virtual void EndDesignChange() {}
+    // Controls of the selection are about to move or resize (a drag, a
+    // handle, a nudge): told before each sizer moves its control.
+    virtual void DesignerMoveStarting() {}
 
 protected:
     IQorDesignCenter() = default;

@@ -693,6 +693,12 @@ void TQorDesignManager::checkMoved()
     m_movedByKeys = false;
 }
 
+void TQorDesignManager::NoteMoveStarting()
+{
+    if (m_consoleCenter && !m_destroying)
+        m_consoleCenter->DesignerMoveStarting();
+}
+
 void TQorDesignManager::SizersModified()
 {
     m_dirty = true;

@@ -75,6 +75,8 @@ public:
     // merges such nudges); set by the sizers, cleared after the report.
     bool LastMoveByKeys() const { return m_movedByKeys; }
     void NoteMoveByKeys() { m_movedByKeys = true; }
+    // A sizer is about to move its control: the center hears of it.
+    void NoteMoveStarting();
     void SetDirty(bool Value);
 
     TQorDesignWndProcProxyList *DesignProxies() const { return m_designProxies.get(); }

@@ -520,6 +520,8 @@ void TQorSizer::StartMove()
 {
     if (!m_control || m_inlineEditing)
         return;
+    if (m_sizerList && m_sizerList->DesignManager())
+        m_sizerList->DesignManager()->NoteMoveStarting();
     m_moving = true;
     if (m_sender)
         BroadcastMoveStartMsg();
@@ -532,6 +534,9 @@ void TQorSizer::EndMove()
 {
     if (m_inlineEditing)
         return;
+    // The control moves here: whoever keeps its former place takes it now.
+    if (m_sizerList && m_sizerList->DesignManager())
+        m_sizerList->DesignManager()->NoteMoveStarting();
     if (m_sender)
         BroadcastMoveEndMsg();
     const bool follower = !m_sender;

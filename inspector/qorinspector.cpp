@@ -366,11 +366,15 @@ void TVhoObjInspector::ValidateLine(int Row)
     if (Row < 0 || Row >= RowCount() || !m_propList)
         return;
     QString propName;
-    if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(Row)))
+    bool topLevel = false;
+    if (auto *item = dynamic_cast<TObjInspecPropertyItem *>(Strings()->Objects(Row))) {
         propName = item->GetPropName();
+        topLevel = m_propList->GetPropItemsByName(propName) == item;
+    }
     // A refused value leaves the line with the objects' values back, and
     // no object changed.
-    guarded(propName, [this, Row] { PropertyValueChanged(Row); });
+    const QList<QObject *> objects = m_propList->GetBasedObjects();
+    guarded(propName, [this, Row] { PropertyValueChanged(Row); }, topLevel ? &objects : nullptr);
 }
 
 void TVhoObjInspector::DoOnValidate()
@@ -592,12 +596,15 @@ void TVhoObjInspector::showError(const QString &PropName, const QString &Message
     Q_EMIT PropertyValueRejected(PropName, Message);
 }
 
-void TVhoObjInspector::guarded(const QString &PropName, const std::function<void()> &Change)
+void TVhoObjInspector::guarded(const QString &PropName, const std::function<void()> &Change,
+                               const QList<QObject *> *Objects)
 {
     // What the change does to the design is one step of the center's
     // history, named by the property.
     IQorInspectorCenter *c = center();
-    if (c)
+    if (c && Objects)
+        c->BeginPropertyChange(*Objects, PropName);
+    else if (c)
         c->BeginDesignChange(PropName);
     const auto end = qScopeGuard([this] {
         if (IQorInspectorCenter *now = center())

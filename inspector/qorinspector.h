@@ -136,7 +136,12 @@ private:
     void showError(const QString &PropName, const QString &Message);
     // Runs a change the user asked for; a value refused on the way is shown
     // and reported, never thrown into the event loop.
-    void guarded(const QString &PropName, const std::function<void()> &Change);
+    // Runs a change of a property's value, showing what it refuses; the
+    // change is one step of the center's history. Objects, when given, are
+    // the ones whose property PropName itself is written (a top-level row):
+    // the step then keeps their values alone.
+    void guarded(const QString &PropName, const std::function<void()> &Change,
+                 const QList<QObject *> *Objects = nullptr);
     void clearError();
     IQorInspectorCenter *center() const;
     void placeErrorLabel();

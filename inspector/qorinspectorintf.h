@@ -209,6 +209,13 @@ public:
     // outermost pair as one step of its history.
     virtual void BeginDesignChange(const QString &Text) { Q_UNUSED(Text) }
     virtual void EndDesignChange() {}
+    // A value of the property of these objects is about to be written (the
+    // step keeps their values of it alone); ends with EndDesignChange.
+    virtual void BeginPropertyChange(const QList<QObject *> &Objects, const QString &Property)
+    {
+        Q_UNUSED(Objects)
+        BeginDesignChange(Property);
+    }
 
 protected:
     IQorInspectorCenter() = default;

@@ -242,6 +242,8 @@ private Q_SLOTS:
         Fixture f;
         QVERIFY(f.design());
         f.select({f.b1, f.b2});
+        // As the sizers do: the center hears first that controls will move.
+        f.center->DesignerMoveStarting();
         f.b1->move(f.b1->pos() + QPoint(5, 0));
         f.b2->move(f.b2->pos() + QPoint(5, 0));
         f.center->DesignerSelCompMoved();
@@ -261,8 +263,14 @@ private Q_SLOTS:
         Fixture f;
         QVERIFY(f.design());
         f.select({f.b1});
+        f.center->DesignerMoveStarting();
         f.b1->move(30, 20);
         f.center->DesignerSelCompMoved();
+        // A move nobody announced is the application's: not a step.
+        f.b1->move(31, 20);
+        f.center->DesignerSelCompMoved();
+        QCOMPARE(f.stack()->count(), 1);
+        f.b1->move(30, 20);
         f.select({f.b3});
         f.center->DelSelCtrls();
         QCOMPARE(f.stack()->count(), 2);
