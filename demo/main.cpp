@@ -10,15 +10,21 @@
 #include "console/qordesignpopupmenu.h"
 #include "console/qordesignpossizeform.h"
 #include "designer/qormanager.h"
+#include "designer/qorsizers.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QCommandLineParser>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPixmap>
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 
 namespace {
 
@@ -27,6 +33,25 @@ int finish(bool saved, const QString &file)
     std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(file));
     QCoreApplication::exit(saved ? 0 : 1);
     return saved ? 0 : 1;
+}
+
+// Opens a menu of the window's menu bar, saves a picture of the window's
+// upper part with the menu, closes it and goes on with Next.
+void shootMenu(QMainWindow *Window, QMenu *Menu, const QString &File, const std::function<void()> &Next)
+{
+    Window->menuBar()->setActiveAction(Menu->menuAction());
+    QTimer::singleShot(300, Window, [Window, Menu, File, Next] {
+        const QRect area = Window->frameGeometry().united(Menu->geometry());
+        const QRect shot = QRect(area.topLeft(), QSize(std::min(area.width(), 760), std::min(area.height(), 420)));
+        const bool saved = Window->screen()->grabWindow(0, shot.x(), shot.y(), shot.width(), shot.height()).save(File);
+        Menu->close();
+        if (!saved) {
+            finish(false, File);
+            return;
+        }
+        std::printf("wrote %s\n", qPrintable(File));
+        QTimer::singleShot(200, Window, Next);
+    });
 }
 
 } // namespace
@@ -49,12 +74,17 @@ int main(int argc, char **argv)
                                   QStringLiteral("Save a picture of the size dialog to <file> and exit."),
                                   QStringLiteral("file"));
     QCommandLineOption chinese(QStringLiteral("chinese"), QStringLiteral("Start in Chinese."));
-    parser.addOptions({screenshot, popupShot, dialogShot, chinese});
+    QCommandLineOption menuShots(QStringLiteral("menu-screenshots"),
+                                 QStringLiteral("Nudge a control, then save pictures of the Edit and File menus "
+                                                "into <folder> and exit."),
+                                 QStringLiteral("folder"));
+    parser.addOptions({screenshot, popupShot, dialogShot, chinese, menuShots});
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A design to open."), QStringLiteral("[file]"));
     parser.process(app);
 
     QorDemoWindow window;
-    const bool picture = parser.isSet(screenshot) || parser.isSet(popupShot) || parser.isSet(dialogShot);
+    const bool picture = parser.isSet(screenshot) || parser.isSet(popupShot) || parser.isSet(dialogShot)
+        || parser.isSet(menuShots);
     if (!picture)
         window.restoreLayout();
     window.show();
@@ -99,6 +129,26 @@ int main(int argc, char **argv)
                     finish(window.screen()->grabWindow(0, shot.x(), shot.y(), shot.width(), shot.height()).save(file),
                            file);
                 });
+            });
+        });
+    } else if (parser.isSet(menuShots)) {
+        const QString folder = parser.value(menuShots);
+        QTimer::singleShot(300, &window, [&window, folder] {
+            // Two nudges of the line edit by its keys: the Edit menu offers
+            // to undo them in one step.
+            QWidget *line = window.stage()->findChild<QWidget *>(QStringLiteral("LineEdit1"));
+            window.designManager()->SelectControl(line, QPoint(-1, -1), QorDesigner::csmSelect, true, false);
+            QWidget *keys = window.designManager()->GetSelectSizer();
+            for (int i = 0; keys && i < 2; ++i) {
+                QKeyEvent press(QEvent::KeyPress, Qt::Key_Right, Qt::ControlModifier);
+                QCoreApplication::sendEvent(keys, &press);
+            }
+            QTimer::singleShot(300, &window, [&window, folder] {
+                shootMenu(&window, window.findChild<QMenu *>(QStringLiteral("EditMenu")),
+                          folder + QStringLiteral("/edit-menu.png"), [&window, folder] {
+                              shootMenu(&window, window.fileMenu(), folder + QStringLiteral("/file-menu.png"),
+                                        [folder] { finish(true, folder); });
+                          });
             });
         });
     } else if (parser.isSet(dialogShot)) {
