@@ -7,6 +7,7 @@
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesignhistory.h"
+#include "console/qorconsoleintf.h"
 #include "designer/qormanager.h"
 #include "designer/qorsizers.h"
 #include "designer/qorsizers_p.h"
@@ -26,6 +27,19 @@
 #include <QUndoStack>
 
 namespace {
+
+// A palette with a class chosen, as the center asks of one.
+class ChosenClass : public QObject, public IQorCompPallete
+{
+    Q_OBJECT
+    Q_INTERFACES(IQorCompPallete)
+
+public:
+    const QMetaObject *GetCurrClass() const override { return chosen; }
+    void DeselectComps() override { chosen = nullptr; }
+
+    const QMetaObject *chosen = nullptr;
+};
 
 struct Fixture : QorConsoleTest::StageFixture
 {
@@ -381,6 +395,80 @@ private Q_SLOTS:
         QCOMPARE(again->count(), 1);
         QCOMPARE(again->tabText(0), QStringLiteral("First"));
         QCOMPARE(f.state(), sent);
+    }
+
+    void pasteAndCutAreOneStepEach()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        const QStringList before = f.state();
+        f.select({f.b1, f.b2});
+        f.center->CopySelComps();
+        f.center->PasteComps();
+        QTRY_COMPARE(ComponentCount(f.form.get()), 8);
+        QCOMPARE(f.stack()->count(), 1);
+        QCOMPARE(f.stack()->undoText(), QStringLiteral("Paste"));
+        const QStringList pasted = f.state();
+        f.stack()->undo();
+        QCOMPARE(f.state(), before);
+        f.stack()->redo();
+        QCOMPARE(f.state(), pasted);
+        // A cut copies and deletes: one step, named by the cut.
+        f.select({f.named(QStringLiteral("Button3"))});
+        f.center->CutSelComps();
+        QVERIFY(!f.named(QStringLiteral("Button3")));
+        QCOMPARE(f.stack()->count(), 2);
+        QCOMPARE(f.stack()->undoText(), QStringLiteral("Cut"));
+        f.stack()->undo();
+        QCOMPARE(f.state(), pasted);
+    }
+
+    void theArrangeCommandsAreSteps()
+    {
+        Fixture f;
+        QVERIFY(f.design());
+        const QStringList before = f.state();
+        TQorDesignSelCtrlBringToFront front;
+        TQorDesignSelCtrlFlipAllChildren flip;
+        for (TQorDesignAction *action : {static_cast<TQorDesignAction *>(&front), static_cast<TQorDesignAction *>(&flip)})
+            action->SetConsoleCenter(f.center.get());
+        f.select({f.b1});
+        QTRY_VERIFY(front.isEnabled());
+        front.trigger();
+        const QStringList fronted = f.state();
+        QVERIFY(fronted != before);
+        f.select({f.group});
+        QTRY_VERIFY(flip.isEnabled());
+        flip.trigger();
+        const QStringList flipped = f.state();
+        QVERIFY(flipped != fronted);
+        QCOMPARE(f.stack()->count(), 2);
+        f.stack()->undo();
+        QCOMPARE(f.state(), fronted);
+        f.stack()->undo();
+        QCOMPARE(f.state(), before);
+        f.stack()->redo();
+        f.stack()->redo();
+        QCOMPARE(f.state(), flipped);
+    }
+
+    void anInsertionFromThePaletteIsAStep()
+    {
+        Fixture f;
+        ChosenClass palette;
+        f.center->SetCompPalleteToolBar(&palette);
+        QVERIFY(f.design());
+        const QStringList before = f.state();
+        palette.chosen = &QPushButton::staticMetaObject;
+        RealInput::click(f.form.get(), QPoint(150, 250));
+        QTRY_COMPARE(ComponentCount(f.form.get()), 7);
+        QTRY_COMPARE(f.stack()->count(), 1);
+        QCOMPARE(f.stack()->undoText(), QStringLiteral("Insert QPushButton"));
+        const QStringList inserted = f.state();
+        RealInput::key("z", Qt::ControlModifier);
+        QTRY_COMPARE(f.state(), before);
+        RealInput::key("z", Qt::ControlModifier | Qt::ShiftModifier);
+        QTRY_COMPARE(f.state(), inserted);
     }
 
     void theCleanStepIsTheSavedDesign()
