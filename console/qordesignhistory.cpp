@@ -9,8 +9,8 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
-#include "inspector/qorinspector.h"
 
+#include <QHash>
 #include <QUndoStack>
 #include <QWidget>
 

@@ -17,7 +17,6 @@
 
 #include "foundation/qorcomponents.h"
 
-#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QRect>
