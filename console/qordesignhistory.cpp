@@ -6,6 +6,7 @@
 #include "designer/qormanager.h"
 #include "designer/qorsizers.h"
 #include "designer/qorsizers_p.h"
+#include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorrepaintonce_p.h"
@@ -162,6 +163,8 @@ public:
         QByteArray records;
         QStringList selection;
         bool stageSelected = false;
+        // The components the stage owned at that moment.
+        QStringList names;
     };
 
     TDesignStep(TQorDesignHistory *History, const QString &Text, State Before, State After)
@@ -174,7 +177,12 @@ public:
 
     const QByteArray &after() const { return m_after.records; }
 
-    void undo() override { m_history->ApplyRecords(m_before.records, m_before.selection, m_before.stageSelected); }
+    // A component the step left on the stage that is gone now was freed
+    // by the application: the records put back leave it out.
+    void undo() override
+    {
+        m_history->ApplyRecords(m_before.records, m_before.selection, m_before.stageSelected, m_after.names);
+    }
 
     void redo() override
     {
@@ -182,7 +190,7 @@ public:
             m_done = false;
             return;
         }
-        m_history->ApplyRecords(m_after.records, m_after.selection, m_after.stageSelected);
+        m_history->ApplyRecords(m_after.records, m_after.selection, m_after.stageSelected, m_before.names);
     }
 
 private:
@@ -298,6 +306,7 @@ void TQorDesignHistory::BeginChange(const QString &Text)
     m_text = Text;
     QWidget *stage = Stage();
     m_before = stage ? QorDesignRecords(stage) : QByteArray();
+    m_namesBefore = ComponentNames(stage);
     m_selectionBefore = SelectionNames(&m_stageBefore);
 }
 
@@ -394,8 +403,8 @@ void TQorDesignHistory::EndChange()
         if (const auto *last = dynamic_cast<const TDesignStep *>(m_stack->command(m_stack->index() - 1));
             last && last->after() == m_before)
             m_before = last->after();
-        TDesignStep::State before{m_before, m_selectionBefore, m_stageBefore};
-        TDesignStep::State now{after, {}, false};
+        TDesignStep::State before{m_before, m_selectionBefore, m_stageBefore, m_namesBefore};
+        TDesignStep::State now{after, {}, false, ComponentNames(stage)};
         now.selection = SelectionNames(&now.stageSelected);
         QString text = m_text;
         text.remove(QLatin1Char('&'));
@@ -403,6 +412,7 @@ void TQorDesignHistory::EndChange()
     }
     m_before.clear();
     m_selectionBefore.clear();
+    m_namesBefore.clear();
     m_baseStale = true;
 }
 
@@ -509,12 +519,30 @@ void TQorDesignHistory::ControlsMoved(bool ByKeys)
     m_stack->push(step);
 }
 
-void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringList &Selection, bool StageSelected)
+QStringList TQorDesignHistory::ComponentNames(QWidget *Stage)
+{
+    QStringList names;
+    if (!Stage)
+        return names;
+    const QList<QObject *> owned = ComponentList(Stage);
+    names.reserve(owned.size());
+    for (const QObject *component : owned)
+        names.append(component->objectName());
+    return names;
+}
+
+void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringList &Selection, bool StageSelected,
+                                     const QStringList &Left)
 {
     TQorDesignCenter *center = m_center;
     QWidget *stage = Stage();
     if (!stage)
         return;
+    QStringList freed;
+    for (const QString &name : Left) {
+        if (!name.isEmpty() && !FindComponent(stage, name))
+            freed.append(name);
+    }
     BeginApplying();
     QStringList skipped;
     try {
@@ -523,6 +551,11 @@ void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringLis
         // The records are the history's own: reading them fails only where
         // a class left the registry meanwhile. The design stays as it was.
         qCWarning(lcQorConsole).noquote() << "The history could not put the design back:" << error.message();
+    }
+    // What the application freed stays freed (with what sits inside it).
+    for (const QString &name : std::as_const(freed)) {
+        if (QObject *component = FindComponent(stage, name))
+            FreeComponent(component);
     }
     QList<QObject *> selected;
     if (StageSelected)

@@ -68,7 +68,11 @@ public:
     // Used by the steps.
     QWidget *Stage() const;
     void BeginApplying() { m_applying = true; }
-    void ApplyRecords(const QByteArray &Records, const QStringList &Selection, bool StageSelected);
+    // Puts Records on the stage, leaving out each component named in Left
+    // that is no longer there.
+    void ApplyRecords(const QByteArray &Records, const QStringList &Selection, bool StageSelected,
+                      const QStringList &Left);
+    static QStringList ComponentNames(QWidget *Stage);
     void ApplyingDone();
     // Selects the objects a step put back (the stage when none) and
     // refreshes the center's elements.
@@ -93,6 +97,7 @@ private:
     QList<QPointer<QObject>> m_propertyObjects;
     QVariantList m_propertyBefore;
     QByteArray m_before;
+    QStringList m_namesBefore;
     QStringList m_selectionBefore;
     bool m_stageBefore = false;
     // Where the selected controls stood when the last move ended or the

@@ -270,6 +270,43 @@ private Q_SLOTS:
         QCOMPARE(f.b1->pos(), QPoint(25, 20));
     }
 
+    void aDesignStepLeavesOutComponentsTheApplicationFreed()
+    {
+        // What undo should give: the design with Button2 and without the
+        // group the application frees in between.
+        QStringList expected;
+        {
+            Fixture g;
+            delete g.group;
+            QVERIFY(g.design());
+            expected = g.state();
+        }
+        QVERIFY(expected.size() == 4);
+        Fixture f;
+        QVERIFY(f.design());
+        f.select({f.b2});
+        f.center->DelSelCtrls();
+        QTRY_VERIFY(!f.named(QStringLiteral("Button2")));
+        QCOMPARE(f.stack()->count(), 1);
+        delete f.group;
+        QVERIFY(!f.named(QStringLiteral("Label1")));
+
+        f.stack()->undo();
+        QCOMPARE(f.state(), expected);
+        QVERIFY(!f.named(QStringLiteral("GroupBox1")));
+        QVERIFY(!f.named(QStringLiteral("Label1")));
+        QCOMPARE(f.selectionNames(), QStringList{QStringLiteral("Button2")});
+
+        // Freed again, now that the step is undone: redo leaves it out too.
+        delete f.named(QStringLiteral("Button3"));
+        f.stack()->redo();
+        QVERIFY(!f.named(QStringLiteral("Button2")));
+        QVERIFY(!f.named(QStringLiteral("Button3")));
+        QVERIFY(!f.named(QStringLiteral("GroupBox1")));
+        QVERIFY(f.named(QStringLiteral("Button1")));
+        QCOMPARE(ComponentList(f.form.get()).size(), 2);
+    }
+
     void aMoveIsUndoneAfterTheDesignWasReadAnew()
     {
         // The nudge's controls are found by name once a later step's undo
