@@ -2,7 +2,8 @@
 // The demo designer's history and files, used as a user uses them with
 // real input: a drag and a run of nudges taken back with Ctrl+Z, a deletion
 // undone and redone, a design saved, replaced by a new one and opened
-// again, and the question before unsaved work is dropped.
+// again, the question before unsaved work is dropped, and the work of a
+// demo program killed with SIGKILL offered back when it starts again.
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesigndocument.h"
@@ -14,6 +15,10 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QDirIterator>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QToolBar>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -216,6 +221,117 @@ private Q_SLOTS:
         QTRY_VERIFY(*discarded);
         QTRY_COMPARE(ComponentCount(d.stage), 0);
         QVERIFY(!d.window.isWindowModified());
+    }
+
+    // The demo program is killed with SIGKILL while its design holds
+    // unsaved work: its recovery copy holds that work, and the next start
+    // offers it back.
+    void workOfAKilledDemoIsOfferedBackAtTheNextStart()
+    {
+        // This window lays out as the program's does: a point of it is the
+        // same point of the program's window, moved.
+        Demo d;
+        QVERIFY(d.start());
+        d.window.designAction()->setChecked(false);
+        const QRect lineBefore = d.line->geometry();
+        QToolBar *bar = d.window.findChild<QToolBar *>(QStringLiteral("DesignToolBar"));
+        QVERIFY(bar);
+        QWidget *designButton = bar->widgetForAction(d.window.designAction());
+        QVERIFY(designButton);
+        const QPoint programAt(40, 30);
+        auto inProgram = [&](const QWidget *widget) {
+            return programAt + widget->mapTo(&d.window, widget->rect().center());
+        };
+        const QPoint designSpot = inProgram(designButton);
+        const QPoint lineSpot = inProgram(d.line);
+        const QSize size = d.window.size();
+        d.window.hide();
+
+        // Settings and recovery copies of the program's own.
+        QTemporaryDir home;
+        QVERIFY(home.isValid());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        const QStringList arguments{QStringLiteral("-qwindowgeometry"), QStringLiteral("%1x%2+%3+%4")
+                                                                             .arg(size.width())
+                                                                             .arg(size.height())
+                                                                             .arg(programAt.x())
+                                                                             .arg(programAt.y())};
+        const QString title = QStringLiteral("Untitled - QorDesign demo");
+        const QString modifiedTitle = QStringLiteral("Untitled* - QorDesign demo");
+        auto recoveryCopies = [&home] {
+            QStringList found;
+            QDirIterator it(home.filePath(QStringLiteral("data")), QDir::Files, QDirIterator::Subdirectories);
+            while (it.hasNext()) {
+                const QString file = it.next();
+                if (!file.endsWith(QStringLiteral(".lock")))
+                    found << file;
+            }
+            return found;
+        };
+
+        QProcess first;
+        first.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        first.setProcessEnvironment(environment);
+        first.start(QStringLiteral(QORDEMO), arguments);
+        QVERIFY(first.waitForStarted(10000));
+        auto stopFirst = qScopeGuard([&first] {
+            first.kill();
+            first.waitForFinished(10000);
+        });
+        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(title, Qt::MatchExactly).topLeft() == programAt; }, 20000));
+        QVERIFY(recoveryCopies().isEmpty());
+        // Designing starts, the line edit is chosen and nudged down.
+        QVERIFY(RealInput::focusWindowAt(designSpot));
+        RealInput::clickAt(designSpot);
+        RealInput::clickAt(lineSpot);
+        RealInput::key("Down", Qt::ControlModifier);
+        QVERIFY(QTest::qWaitFor([&] { return !RealInput::windowNamed(modifiedTitle, Qt::MatchExactly).isEmpty(); }, 10000));
+        QVERIFY(QTest::qWaitFor([&] { return !recoveryCopies().isEmpty(); }, 20000));
+        first.kill();
+        QVERIFY(first.waitForFinished(10000));
+        QCOMPARE(first.exitStatus(), QProcess::CrashExit);
+        stopFirst.dismiss();
+        const QStringList left = recoveryCopies();
+        QVERIFY2(!left.isEmpty(), "the killed program's recovery copy is gone");
+
+        // The next start asks; Yes brings the work back, unsaved.
+        QProcess second;
+        second.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        second.setProcessEnvironment(environment);
+        second.start(QStringLiteral(QORDEMO), arguments);
+        QVERIFY(second.waitForStarted(10000));
+        const auto stopSecond = qScopeGuard([&second] {
+            second.kill();
+            second.waitForFinished(10000);
+        });
+        QRect question;
+        QVERIFY(QTest::qWaitFor([&] {
+            question = RealInput::windowNamed(QStringLiteral("QorDesign demo"), Qt::MatchExactly);
+            return !question.isEmpty();
+        }, 20000));
+        QVERIFY(RealInput::focusWindowAt(question.center()));
+        RealInput::key("Return");
+        QVERIFY(QTest::qWaitFor([&] { return !RealInput::windowNamed(modifiedTitle, Qt::MatchExactly).isEmpty(); }, 20000));
+        QVERIFY(RealInput::windowNamed(QStringLiteral("QorDesign demo"), Qt::MatchExactly).isEmpty());
+
+        // What the copy holds: the line edit one step down.
+        QTemporaryDir folder;
+        QVERIFY(folder.isValid());
+        QVERIFY(QFile::copy(left.first(), folder.filePath(QFileInfo(left.first()).fileName())));
+        Demo reader;
+        QVERIFY(reader.start());
+        reader.window.document()->SetRecoveryFolder(folder.path());
+        const QList<TQorRecoveryCopy> copies = reader.window.document()->FindRecoveryCopies();
+        QCOMPARE(copies.size(), 1);
+        QVERIFY2(reader.window.document()->LoadRecovery(copies.first()),
+                 qPrintable(reader.window.document()->ErrorString()));
+        auto *line = qobject_cast<QLineEdit *>(FindComponent(reader.stage, QStringLiteral("LineEdit1")));
+        QVERIFY(line);
+        QVERIFY(line != reader.line);
+        QCOMPARE(line->geometry(), lineBefore.translated(0, 1));
+        QVERIFY(reader.window.document()->Modified());
     }
 };
 
