@@ -113,6 +113,12 @@ struct PropertyInfo
     bool hasDefault = false;
     QVariant defaultValue;
     int defaultInt = 0;
+    // A switch of the class, stored before this property, that changes its
+    // fresh value when turned (a group box made checkable checks itself):
+    // while the switch is turned, the value it gives is the default.
+    int switchedBy = -1;
+    QVariant switchedValue;
+    int switchedInt = 0;
 };
 
 struct ClassInfo
@@ -129,6 +135,9 @@ void readDefaults(ClassInfo &info);
 // True when the widget's own setting of a gated property is to be written.
 bool gateOpen(const QWidget *w, Gate gate);
 bool equalValues(const QVariant &a, const QVariant &b);
+// True when the object's value of the property is its default, the value
+// the reader leaves it with when the stream holds none.
+bool isDefaultValue(const ClassInfo &info, const PropertyInfo &pi, const QObject *object, const QVariant &value);
 
 // ---------------------------------------------------------------------------
 // Writing, reading and the text form.

@@ -14,6 +14,7 @@
 #include <QWidget>
 
 #include <cstring>
+#include <memory>
 
 namespace QorStreamPrivate {
 namespace {
@@ -136,13 +137,14 @@ void readDefaults(ClassInfo &info)
     if (info.defaultsRead)
         return;
     info.defaultsRead = true;
-    QObject *fresh = NewRegisteredInstance(info.metaObject);
+    std::unique_ptr<QObject> fresh(NewRegisteredInstance(info.metaObject));
     if (!fresh)
         return;
-    for (PropertyInfo &pi : info.properties) {
+    auto &properties = info.properties;
+    for (PropertyInfo &pi : properties) {
         if (!pi.stored)
             continue;
-        const QVariant v = pi.property.read(fresh);
+        const QVariant v = pi.property.read(fresh.get());
         if (!v.isValid())
             continue;
         pi.hasDefault = true;
@@ -151,7 +153,51 @@ void readDefaults(ClassInfo &info)
         else
             pi.defaultValue = v;
     }
-    delete fresh;
+    // Each stored switch is turned on an instance of its own, and the
+    // properties stored after it that change with it are noted: written
+    // against the value the switch gives them, they read back as they were.
+    for (size_t b = 0; b < properties.size(); ++b) {
+        const PropertyInfo &sw = properties[b];
+        if (!sw.stored || !sw.hasDefault || sw.kind != kValue || sw.gate != Gate::None
+            || sw.defaultValue.metaType().id() != QMetaType::Bool)
+            continue;
+        std::unique_ptr<QObject> turned(NewRegisteredInstance(info.metaObject));
+        const bool on = !sw.defaultValue.toBool();
+        if (!turned || !sw.property.write(turned.get(), on) || sw.property.read(turned.get()).toBool() != on)
+            continue;
+        for (size_t i = b + 1; i < properties.size(); ++i) {
+            PropertyInfo &pi = properties[i];
+            if (!pi.stored || !pi.hasDefault || pi.switchedBy >= 0 || pi.deferred)
+                continue;
+            const QVariant v = pi.property.read(turned.get());
+            if (!v.isValid())
+                continue;
+            if (pi.kind == kEnumKey || pi.kind == kFlagKeys) {
+                if (int(OrdinalOf(v)) != pi.defaultInt) {
+                    pi.switchedBy = int(b);
+                    pi.switchedInt = int(OrdinalOf(v));
+                }
+            } else if (pi.kind == kValue && !equalValues(v, pi.defaultValue)) {
+                pi.switchedBy = int(b);
+                pi.switchedValue = v;
+            }
+        }
+    }
+}
+
+bool isDefaultValue(const ClassInfo &info, const PropertyInfo &pi, const QObject *object, const QVariant &value)
+{
+    if (!pi.hasDefault)
+        return false;
+    const bool enumerated = pi.kind == kEnumKey || pi.kind == kFlagKeys;
+    bool switched = false;
+    if (pi.switchedBy >= 0) {
+        const PropertyInfo &sw = info.properties[size_t(pi.switchedBy)];
+        switched = sw.property.read(object).toBool() != sw.defaultValue.toBool();
+    }
+    if (enumerated)
+        return int(OrdinalOf(value)) == (switched ? pi.switchedInt : pi.defaultInt);
+    return equalValues(value, switched ? pi.switchedValue : pi.defaultValue);
 }
 
 } // namespace QorStreamPrivate

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Writing live components into the component stream's plain tree: the
-// stored properties that differ from a fresh instance, what a container
-// keeps about its pages, and the owned components nested under their visual
-// parents.
+// stored properties that differ from a fresh instance (or from what a
+// switch set before them gives), what a container keeps about its pages,
+// and the owned components nested under their visual parents.
 #include "foundation/qorstream_p.h"
 
 #include "foundation/qorcomponents.h"
@@ -104,9 +104,9 @@ StoredObject storeObject(QObject *c, QObject *container)
         StoredProperty p;
         p.name = pi.name;
         if (pi.kind == kEnumKey || pi.kind == kFlagKeys) {
-            const int value = int(OrdinalOf(v));
-            if (pi.hasDefault && value == pi.defaultInt)
+            if (isDefaultValue(info, pi, c, v))
                 continue;
+            const int value = int(OrdinalOf(v));
             const QMetaEnum me = pi.property.enumerator();
             p.keys = pi.kind == kFlagKeys ? me.valueToKeys(value) : QByteArray(me.valueToKey(value));
             bool ok = false;
@@ -126,7 +126,7 @@ StoredObject storeObject(QObject *c, QObject *container)
             p.kind = kReference;
             p.reference = target->objectName();
         } else {
-            if (pi.hasDefault && equalValues(v, pi.defaultValue))
+            if (isDefaultValue(info, pi, c, v))
                 continue;
             // What a reader refuses is not written (a value of a property
             // typed QVariant may be of any type).
