@@ -233,10 +233,12 @@ QWidget *QorDemoWindow::createStage()
     auto *stage = new QWidget;
     stage->setObjectName(QStringLiteral("Stage"));
     stage->setMinimumSize(560, 460);
+    // White as an empty form is, through its role: a palette set on the
+    // stage would give each control on it a palette of its own, and the
+    // style caches a button's look per palette (a thousand buttons would
+    // each be drawn from scratch).
     stage->setAutoFillBackground(true);
-    QPalette palette = stage->palette();
-    palette.setColor(QPalette::Window, palette.color(QPalette::Base));
-    stage->setPalette(palette);
+    stage->setBackgroundRole(QPalette::Base);
     if (m_start == StartStage::Empty)
         return stage;
 

@@ -7,6 +7,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 #include "foundation/qorquietshow_p.h"
+#include "foundation/qorrepaintonce_p.h"
 #include "foundation/qorstream.h"
 #include "foundation/qorvaluecheck_p.h"
 #include "foundation/vhosysutils.h"
@@ -140,19 +141,42 @@ private:
     static quint64 key(const QPoint &Point) { return (quint64(quint32(Point.x())) << 32) | quint32(Point.y()); }
 
     // The grab holder is made for the paste's first widget and kept for the
-    // rest of it.
+    // rest of it. A paste of many widgets holds the parent's repainting
+    // until it ends: each widget shown marks its own area, and every widget
+    // of a region of a thousand areas is painted clipped to all of them.
     void show(QWidget *Widget)
     {
         if (!m_quiet)
             m_quiet = std::make_unique<QorQuietShow>(m_parent);
+        if (++m_shown == QorRepaintOnce::kFrom && m_parent->isVisible() && m_parent->updatesEnabled()) {
+            m_parent->setUpdatesEnabled(false);
+            m_held.widget = m_parent;
+        }
         Widget->show();
     }
+
+    // Gives the parent's repainting back, with one repaint of it, when the
+    // paste ends.
+    struct Held
+    {
+        QPointer<QWidget> widget;
+        Held() = default;
+        Held(const Held &) = delete;
+        Held &operator=(const Held &) = delete;
+        ~Held()
+        {
+            if (widget)
+                widget->setUpdatesEnabled(true);
+        }
+    };
 
     QWidget *m_parent;
     int m_dx;
     int m_dy;
     QSet<quint64> m_corners;
     std::unique_ptr<QorQuietShow> m_quiet;
+    qsizetype m_shown = 0;
+    Held m_held;
 };
 
 // Frees a pasted component that could not be kept; a widget leaves its

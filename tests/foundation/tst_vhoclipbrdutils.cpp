@@ -21,6 +21,8 @@
 #include <QLabel>
 #include <QBuffer>
 
+#include <algorithm>
+
 namespace {
 
 struct Form
@@ -101,6 +103,35 @@ private Q_SLOTS:
         QCOMPARE(QWidget::mouseGrabber(), &holder);
         holder.releaseMouse();
         QCOMPARE(QWidget::mouseGrabber(), nullptr);
+    }
+
+    // A paste of many widgets holds the form's repainting while it goes on
+    // and gives it back at the end; a hold of the application's own stays.
+    void aLargePasteGivesTheFormItsRepaintingBack()
+    {
+        Form f;
+        QList<QObject *> copied;
+        for (int i = 0; i < 100; ++i) {
+            auto *b = new QPushButton(QStringLiteral("B%1").arg(i), f.form.get());
+            b->setObjectName(QStringLiteral("Many%1").arg(i));
+            b->setGeometry(200 + (i % 10) * 30, (i / 10) * 20, 28, 18);
+            InsertComponent(f.form.get(), b);
+            copied.append(b);
+        }
+        QVERIFY(QorGuiTest::showAndActivate(f.form.get()));
+        VhoClipboard()->SetComponents(TComponentList(copied), false);
+        QVERIFY(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QVERIFY(f.form->updatesEnabled());
+        const auto buttons = f.form->findChildren<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(buttons.size(), 201);
+        QVERIFY(std::all_of(buttons.cbegin(), buttons.cend(),
+                            [](const QPushButton *b) { return b->isVisible() && b->updatesEnabled(); }));
+
+        f.form->setUpdatesEnabled(false);
+        QVERIFY(VhoClipboard()->GetComponents(nullptr, f.form.get(), 8, 6));
+        QCOMPARE(f.form->findChildren<QPushButton *>(QString(), Qt::FindDirectChildrenOnly).size(), 301);
+        QVERIFY(!f.form->updatesEnabled());
+        f.form->setUpdatesEnabled(true);
     }
 
     // Widgets pasted together step past each other's new corners too.
