@@ -520,18 +520,58 @@ void TQorDesignManager::ReSelectComps()
             m_stageSizer->SetControl(nullptr);
         return;
     }
-    m_sizers->ClearSizer();
-    bool first = true;
+    QList<QWidget *> wanted;
+    bool stageWanted = false;
     for (QObject *component : m_selectedComps.toList()) {
         // The stage in the list is selected too (by the stage sizer): a
         // deletion through the center leaves it as the selection.
         if (component != m_designStage
             && (!component->isWidgetType() || !ComponentBelongToStage(component) || IsQorDesignCtrl(component)))
             continue;
-        SelectControl(static_cast<QWidget *>(component), QPoint(-1, -1), first ? csmSelect : csmAdd, false,
-                      false);
+        if (component == m_designStage)
+            stageWanted = true;
+        wanted.append(static_cast<QWidget *>(component));
+    }
+    // Sizers that stand for the selection already (the inspector or the
+    // tree refreshing the design after a change) are kept and follow their
+    // controls: made anew, the marks of a large selection would be taken
+    // off the screen and put back, and the design under them repainted.
+    if (m_enabled && keepsSizersFor(wanted, stageWanted)) {
+        for (int i = 0; i < m_sizers->Count(); ++i) {
+            TQorSizer *sizer = m_sizers->Sizers(i);
+            sizer->SetPopupMenu(m_designPopupMenu);
+            sizer->UpdateBounds();
+        }
+        // The one sizer of a single selection shows its marks itself; those
+        // of a multiple one are painted by the overlay as their controls go.
+        if (m_sizers->Count() == 1)
+            m_sizers->UpdateAllShapes();
+        if (m_stageSizer && stageWanted)
+            m_stageSizer->UpdateBounds();
+        return;
+    }
+    m_sizers->ClearSizer();
+    bool first = true;
+    for (QWidget *control : std::as_const(wanted)) {
+        SelectControl(control, QPoint(-1, -1), first ? csmSelect : csmAdd, false, false);
         first = false;
     }
+}
+
+bool TQorDesignManager::keepsSizersFor(const QList<QWidget *> &Controls, bool StageWanted) const
+{
+    if (StageWanted != (m_stageSizer && m_stageSizer->Control() == m_designStage))
+        return false;
+    int at = 0;
+    for (QWidget *control : Controls) {
+        if (control == m_designStage)
+            continue;
+        TQorSizer *sizer = at < m_sizers->Count() ? m_sizers->Sizers(at) : nullptr;
+        if (!sizer || sizer->Control() != control)
+            return false;
+        ++at;
+    }
+    return at == m_sizers->Count() && (at > 0 || StageWanted);
 }
 
 void TQorDesignManager::DeselectUnsiblingControl(QWidget *Control, bool DeleteNonControls)

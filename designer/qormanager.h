@@ -239,6 +239,8 @@ Q_SIGNALS:
 private:
     void Notification(QObject *Component, TQorCompOperation Operation);
     void notifyCenterSelection();
+    // True when the sizers stand for Controls in their order already.
+    bool keepsSizersFor(const QList<QWidget *> &Controls, bool StageWanted) const;
     void queueMovedCheck();
     void checkMoved();
     // The sizers show exactly the selected components.

@@ -95,7 +95,7 @@ protected:
         case QEvent::FocusIn:
             if (static_cast<QFocusEvent *>(event)->reason() == Qt::PopupFocusReason)
                 return interceptsFor(w);
-            return false;
+            return designedStage(w);
         case QEvent::Show:
         case QEvent::Hide:
             // Also when an ancestor is shown or hidden (a tab page that
@@ -122,9 +122,18 @@ protected:
             return false;
         }
         // Moves, resizes and focus changes have happened already: the
-        // widget always sees them, whatever the proxies did.
+        // widget always sees them, whatever the proxies did; but the stage
+        // being designed, which holds the keys for a multiple selection, is
+        // not told of its focus: a widget repaints itself, and so the whole
+        // design, each time it gains or loses it.
         dispatch(w, message);
-        return false;
+        return event->type() == QEvent::FocusOut && designedStage(w);
+    }
+
+    bool designedStage(const QWidget *w) const
+    {
+        auto *proxy = dynamic_cast<TQorDesignStageProxy *>(top(w));
+        return proxy && proxy->IsInterceptMsgs();
     }
 };
 

@@ -160,7 +160,7 @@ private Q_SLOTS:
 
     void cleanupTestCase() { stopDesigner(); }
 
-    // Edge cases worth testing
+    // Edge cases
     void thePluginIsFoundWhereQtsPluginPathLeadsDesigner()
     {
         const QFileInfo file(QString::fromLocal8Bit(pluginFile));

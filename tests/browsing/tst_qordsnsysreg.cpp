@@ -53,7 +53,7 @@ class tst_QorDsnSysReg : public QObject
 private Q_SLOTS:
     void cleanup() { UnRegisterComponentsAndActions(); }
 
-    // Edge cases worth testing
+    // Edge cases
     void nothingIsRegisteredBeforeRegister()
     {
         QVERIFY(RegisteredComponentPages().isEmpty());

@@ -132,7 +132,7 @@ private:
     }
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
     void aNullClassHasNoImage() { QVERIFY(QorClassImage(static_cast<const QMetaObject *>(nullptr)).isNull()); }
 
     void aNameWithoutImageGivesANullIcon()

@@ -218,7 +218,7 @@ class tst_QorDesignCenter : public QorGuiTest::RealInputTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
 
     void linkingTheSameDesignManagerTwiceNotifiesOnce()
     {

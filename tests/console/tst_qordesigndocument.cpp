@@ -349,7 +349,7 @@ private Q_SLOTS:
         m_dir.reset();
     }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void aSaveOntoAFolderInTheWayFailsAndKeepsTheDesignDirty()
     {

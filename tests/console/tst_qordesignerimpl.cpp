@@ -51,7 +51,7 @@ class tst_QorDesignerImpl : public QObject
 private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void anEmptySelectionHasNoRootAndNoRootClassName()
     {

@@ -61,7 +61,7 @@ class tst_QorArrange : public QObject
 private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void twoButtonsAlignToTheirBoxAndCentreFromTheParentsOrigin()
     {

@@ -107,7 +107,7 @@ class tst_QorDesigner : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
     void pointOnTheRightOrBottomEdgeIsInside()
     {
         const QRect r = RectFromEdges(10, 20, 110, 70);

@@ -36,7 +36,7 @@ class tst_QorProxies : public QorGuiTest::RealInputTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
 
     void destroyingAProxyDuringInlineEditingEndsTheEditingFirst()
     {

@@ -20,7 +20,7 @@ class tst_QorSizers : public QorGuiTest::RealInputTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
 
     void aSizerOverA40By20ControlIs44By24WithTheTopMiddleHandleAt19To24()
     {

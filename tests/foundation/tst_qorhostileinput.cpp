@@ -353,7 +353,7 @@ private Q_SLOTS:
 
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void rectanglesAtTheEndsOfTheRangeThroughTheConverters_data()
     {

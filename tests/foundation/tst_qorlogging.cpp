@@ -111,7 +111,7 @@ private Q_SLOTS:
         QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0);
     }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void aDamagedClipboardRecordIsSkippedSilentlyByDefault()
     {

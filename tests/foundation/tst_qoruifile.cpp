@@ -85,7 +85,7 @@ private Q_SLOTS:
     void initTestCase() { RegisterClass<TSwatch>(); }
     void cleanupTestCase() { UnRegisterClass(&TSwatch::staticMetaObject); }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void aDamagedFormThrowsAndLeavesTheStageAsItWas_data()
     {

@@ -49,7 +49,7 @@ class tst_VhoClipbrdUtils : public QObject
 private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(QorGuiTest::liveTopLevelWidgets(), 0); }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void copyingNothingLeavesTheClipboardAsItWas()
     {

@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(ComponentCount(qApp), 0);
     }
 
-    // Edge cases worth testing
+    // Edge cases
 
     void uniqueNameCountsTheOwnersOwnName()
     {

@@ -50,7 +50,7 @@ class TstFuzzRegressions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
     void everyTargetHasSeeds()
     {
         for (const QorFuzzTarget &target : QorFuzzTargets()) {

@@ -1016,7 +1016,7 @@ class tst_QorSoak : public QorGuiTest::RealInputTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    // ---- Edge cases worth testing ----
+    // ---- Edge cases ----
 
     // A drag of a selected control's body with the mouse while a control on
     // a tab page that is not showing is selected too: a control of another

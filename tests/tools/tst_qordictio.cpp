@@ -61,7 +61,7 @@ class tst_QorDictIo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
 
     void anEmptySourceIsAProblemNotARow()
     {

@@ -41,7 +41,7 @@ class tst_ObjTranslate : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Edge cases worth testing
+    // Edge cases
 
     void everyHookReturnsItsTextWhateverTheTypeInformation_data()
     {
