@@ -228,6 +228,16 @@ QString joinPath(const QString &Owner, const QString &Name)
     return Owner.isEmpty() ? Name : Owner + QLatin1Char('.') + Name;
 }
 
+// A free name like Name: its stem (without trailing digits) numbered as new
+// components are ("Check1" taken gives "Check2").
+QString freeNameLike(const QString &Name, QObject *Owner)
+{
+    qsizetype end = Name.size();
+    while (end > 0 && Name.at(end - 1).isDigit())
+        --end;
+    return GetUniqueName(end > 0 ? Name.left(end) : Name, Owner);
+}
+
 QObject *resolvePath(QObject *Stage, const QString &Path)
 {
     if (Path.isEmpty())
@@ -741,7 +751,7 @@ private:
             }
         }
         for (const auto &[o, e] : pending) {
-            const QString unique = GetUniqueName(e->newName, Owner(o));
+            const QString unique = freeNameLike(e->newName, Owner(o));
             SetComponentName(o, unique);
             report(e->key, QByteArray(), tr("%1 could not be renamed to %2, which is taken: it is named %3")
                                              .arg(shownPath(e->key), e->newName, unique));
@@ -795,7 +805,7 @@ private:
         QString name = E.has(fRenamed) ? E.newName : lastPart(E.key);
         if (FindComponent(owner, name)
             || (!name.isEmpty() && QString::compare(owner->objectName(), name, Qt::CaseInsensitive) == 0)) {
-            const QString unique = GetUniqueName(name, owner);
+            const QString unique = freeNameLike(name, owner);
             report(E.key, QByteArray(), tr("%1 was added as %2: its name is taken").arg(path, unique));
             name = unique;
         }
@@ -1174,8 +1184,12 @@ TQorCustomization TQorCustomization::Diff(const QByteArray &BaseRecords, QWidget
 
     // Stacking order: the components that kept their order stay, the
     // others are placed above their neighbour below, bottom to top.
-    for (auto it = now.widgets.cbegin(); it != now.widgets.cend(); ++it) {
-        const QString &parentKey = it.key();
+    QStringList parents = now.preOrder;
+    parents.prepend(QString());
+    for (const QString &parentKey : std::as_const(parents)) {
+        const auto it = now.widgets.constFind(parentKey);
+        if (it == now.widgets.constEnd())
+            continue;
         const QStringList &target = it.value();
         QStringList before;
         const bool parentKept = parentKey.isEmpty() || (base.byKey.contains(parentKey) && !replaced.contains(parentKey));
