@@ -52,6 +52,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -75,11 +76,6 @@ enum EntryFlag : quint8 {
 };
 
 enum PropertyOp : quint8 { opSet = 1, opReset = 2, opDynamicSet = 3, opDynamicRemove = 4 };
-
-QString tr(const char *Text)
-{
-    return QCoreApplication::translate("TQorCustomization", Text);
-}
 
 QString fold(const QString &S)
 {
@@ -324,7 +320,7 @@ QString valueText(const PropChange &C)
 
 QString shownPath(const QString &Path)
 {
-    return Path.isEmpty() ? tr("The form") : Path;
+    return Path.isEmpty() ? QCoreApplication::translate("TQorCustomization", "The form") : Path;
 }
 
 // ---- The longest run of components that keep their order -----------------
@@ -386,7 +382,7 @@ struct FlatDesign
     {
         if (depth > kMaxDepth)
             damaged();
-        QStringList &children = widgets[key];
+        QStringList children;
         for (const StoredObject &child : node.children) {
             if (child.name.isEmpty())
                 continue;
@@ -401,6 +397,7 @@ struct FlatDesign
                 children.append(childKey);
             flatten(child, childKey, depth + 1);
         }
+        widgets.insert(key, children);
     }
 
     explicit FlatDesign(const QByteArray &Records)
@@ -669,7 +666,7 @@ public:
             if (e->has(fDeleted) || !e->has(fAdded))
                 live(e->key);
             if (m_locks.IsComponentLocked(e->key)) {
-                report(e->key, QByteArray(), tr("%1 is locked: its changes were not applied").arg(shownPath(e->key)));
+                report(e->key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 is locked: its changes were not applied").arg(shownPath(e->key)));
                 continue;
             }
             if (!e->has(fAdded) && !e->has(fDeleted) && !live(e->key)) {
@@ -712,13 +709,13 @@ private:
     {
         const QString path = shownPath(E.key);
         if (E.has(fRenamed))
-            report(E.key, QByteArray(), tr("%1 no longer exists: its renaming to %2 is lost").arg(path, E.newName));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 no longer exists: its renaming to %2 is lost").arg(path, E.newName));
         if (E.has(fParent))
-            report(E.key, QByteArray(), tr("%1 no longer exists: its move onto %2 is lost").arg(path, shownPath(E.parent)));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 no longer exists: its move onto %2 is lost").arg(path, shownPath(E.parent)));
         if (E.has(fZOrder) || E.has(fOwnerOrder))
-            report(E.key, QByteArray(), tr("%1 no longer exists: its new place in the order is lost").arg(path));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 no longer exists: its new place in the order is lost").arg(path));
         for (const auto &[name, change] : E.props)
-            report(E.key, name, tr("%1 no longer exists: its change of %2 is lost").arg(path, QString::fromUtf8(name)));
+            report(E.key, name, QCoreApplication::translate("TQorCustomization", "%1 no longer exists: its change of %2 is lost").arg(path, QString::fromUtf8(name)));
     }
 
     void renameComponents(const std::vector<const Entry *> &Entries)
@@ -753,7 +750,7 @@ private:
         for (const auto &[o, e] : pending) {
             const QString unique = freeNameLike(e->newName, Owner(o));
             SetComponentName(o, unique);
-            report(e->key, QByteArray(), tr("%1 could not be renamed to %2, which is taken: it is named %3")
+            report(e->key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 could not be renamed to %2, which is taken: it is named %3")
                                              .arg(shownPath(e->key), e->newName, unique));
         }
     }
@@ -794,19 +791,19 @@ private:
         const QString path = shownPath(E.key);
         QObject *owner = resolvePath(m_stage, ownerPart(E.key));
         if (!owner) {
-            report(E.key, QByteArray(), tr("%1 could not be added: its owner %2 is gone").arg(path, ownerPart(E.key)));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 could not be added: its owner %2 is gone").arg(path, ownerPart(E.key)));
             return;
         }
         QObject *parent = E.parent.isEmpty() ? m_stage : live(E.parent);
         if (!parent) {
-            report(E.key, QByteArray(), tr("%1 was put onto the form: its parent %2 is gone").arg(path, E.parent));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 was put onto the form: its parent %2 is gone").arg(path, E.parent));
             parent = m_stage;
         }
         QString name = E.has(fRenamed) ? E.newName : lastPart(E.key);
         if (FindComponent(owner, name)
             || (!name.isEmpty() && QString::compare(owner->objectName(), name, Qt::CaseInsensitive) == 0)) {
             const QString unique = freeNameLike(name, owner);
-            report(E.key, QByteArray(), tr("%1 was added as %2: its name is taken").arg(path, unique));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 was added as %2: its name is taken").arg(path, unique));
             name = unique;
         }
         QObject *made = nullptr;
@@ -817,7 +814,7 @@ private:
                 area = qobject_cast<QWidget *>(parent);
             made = ComponentFromBytes(E.record, nullptr, area, nullptr);
         } catch (const EQorError &error) {
-            report(E.key, QByteArray(), tr("%1 could not be added: %2").arg(path, error.message()));
+            report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 could not be added: %2").arg(path, error.message()));
             return;
         }
         if (made->objectName() != name)
@@ -836,7 +833,7 @@ private:
                 continue;
             QObject *parent = e->parent.isEmpty() ? m_stage : live(e->parent);
             if (!parent) {
-                report(e->key, QByteArray(), tr("%1 was left where it is: its new parent %2 is gone")
+                report(e->key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 was left where it is: its new parent %2 is gone")
                                                  .arg(shownPath(e->key), e->parent));
                 continue;
             }
@@ -852,14 +849,25 @@ private:
         if (!o)
             return;
         const QMetaObject *mo = o->metaObject();
-        for (const auto &[name, change] : E.props) {
+        // Written in the order of the class's properties, as the stream
+        // reads them: one property may change another (a button made
+        // checkable, a slider's value and its position).
+        const ClassInfo &info = classInfo(mo);
+        std::vector<std::pair<int, const std::pair<const QByteArray, PropChange> *>> ordered;
+        ordered.reserve(E.props.size());
+        for (const auto &item : E.props)
+            ordered.emplace_back(info.byName.value(item.first, std::numeric_limits<int>::max()), &item);
+        std::stable_sort(ordered.begin(), ordered.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+        for (const auto &[index, item] : ordered) {
+            const QByteArray &name = item->first;
+            const PropChange &change = item->second;
             if (m_locks.IsPropertyLocked(E.key, mo, name)) {
-                report(E.key, name, tr("%1: %2 is locked; the change was not applied")
+                report(E.key, name, QCoreApplication::translate("TQorCustomization", "%1: %2 is locked; the change was not applied")
                                         .arg(shownPath(E.key), QString::fromUtf8(name)));
                 continue;
             }
             if (!writeProperty(o, name, change))
-                report(E.key, name, tr("%1: %2 could not be set; the class %3 no longer takes it")
+                report(E.key, name, QCoreApplication::translate("TQorCustomization", "%1: %2 could not be set; the class %3 no longer takes it")
                                         .arg(shownPath(E.key), QString::fromUtf8(name), QString::fromLatin1(mo->className())));
         }
     }
@@ -1115,10 +1123,17 @@ QVariant TQorCustomization::PropertyValue(const QString &Path, const QByteArray 
     return c.value;
 }
 
+QByteArray TQorCustomization::FormRecords(QWidget *Stage)
+{
+    if (!Stage)
+        throw EQorError(QCoreApplication::translate("TQorCustomization", "There is no design stage"));
+    return QorDesignRecords(Stage);
+}
+
 TQorCustomization TQorCustomization::Diff(const QByteArray &BaseRecords, QWidget *Stage, const TQorCustomizationLocks &Locks)
 {
     if (!Stage)
-        throw EQorError(tr("There is no design stage"));
+        throw EQorError(QCoreApplication::translate("TQorCustomization", "There is no design stage"));
     const FlatDesign base(BaseRecords);
     const FlatDesign now(QorDesignRecords(Stage));
     TQorCustomization result;
@@ -1234,7 +1249,7 @@ TQorCustomization TQorCustomization::Diff(const QByteArray &BaseRecords, QWidget
 QList<TQorCustomizationIssue> TQorCustomization::Apply(QWidget *Stage, const TQorCustomizationLocks &Locks) const
 {
     if (!Stage)
-        throw EQorError(tr("There is no design stage"));
+        throw EQorError(QCoreApplication::translate("TQorCustomization", "There is no design stage"));
     std::vector<const Entry *> entries;
     entries.reserve(d->entries.size());
     for (const Entry &e : d->entries) {
@@ -1254,26 +1269,26 @@ QStringList TQorCustomization::Describe() const
             continue;
         const QString path = shownPath(e.key);
         if (e.has(fDeleted))
-            out.append(tr("%1 deleted").arg(path));
+            out.append(QCoreApplication::translate("TQorCustomization", "%1 deleted").arg(path));
         if (e.has(fAdded))
-            out.append(tr("%1 added on %2").arg(e.has(fRenamed) ? joinPath(ownerPart(e.key), e.newName) : path,
-                                               e.parent.isEmpty() ? tr("the form") : e.parent));
+            out.append(QCoreApplication::translate("TQorCustomization", "%1 added on %2").arg(e.has(fRenamed) ? joinPath(ownerPart(e.key), e.newName) : path,
+                                               e.parent.isEmpty() ? QCoreApplication::translate("TQorCustomization", "the form") : e.parent));
         if (e.has(fRenamed) && !e.has(fAdded))
-            out.append(tr("%1 renamed to %2").arg(path, e.newName));
+            out.append(QCoreApplication::translate("TQorCustomization", "%1 renamed to %2").arg(path, e.newName));
         if (e.has(fParent) && !e.has(fAdded))
-            out.append(tr("%1 moved onto %2").arg(path, e.parent.isEmpty() ? tr("the form") : e.parent));
+            out.append(QCoreApplication::translate("TQorCustomization", "%1 moved onto %2").arg(path, e.parent.isEmpty() ? QCoreApplication::translate("TQorCustomization", "the form") : e.parent));
         if (e.has(fZOrder))
-            out.append(e.zAbove.isEmpty() ? tr("%1 sent to the back").arg(path)
-                                          : tr("%1 placed above %2").arg(path, e.zAbove));
+            out.append(e.zAbove.isEmpty() ? QCoreApplication::translate("TQorCustomization", "%1 sent to the back").arg(path)
+                                          : QCoreApplication::translate("TQorCustomization", "%1 placed above %2").arg(path, e.zAbove));
         if (e.has(fOwnerOrder))
-            out.append(e.ownerAfter.isEmpty() ? tr("%1 first in the component order").arg(path)
-                                              : tr("%1 after %2 in the component order").arg(path, e.ownerAfter));
+            out.append(e.ownerAfter.isEmpty() ? QCoreApplication::translate("TQorCustomization", "%1 first in the component order").arg(path)
+                                              : QCoreApplication::translate("TQorCustomization", "%1 after %2 in the component order").arg(path, e.ownerAfter));
         for (const auto &[name, change] : e.props) {
             const QString property = QString::fromUtf8(name);
             if (change.op == opReset || change.op == opDynamicRemove)
-                out.append(tr("%1: %2 set back to its default").arg(path, property));
+                out.append(QCoreApplication::translate("TQorCustomization", "%1: %2 set back to its default").arg(path, property));
             else
-                out.append(tr("%1: %2 changed to %3").arg(path, property, valueText(change)));
+                out.append(QCoreApplication::translate("TQorCustomization", "%1: %2 changed to %3").arg(path, property, valueText(change)));
         }
     }
     return out;
@@ -1326,14 +1341,14 @@ QByteArray TQorCustomization::ToBytes() const
 TQorCustomization TQorCustomization::FromBytes(const QByteArray &Bytes)
 {
     if (Bytes.size() < 8 || std::memcmp(Bytes.constData(), kMagic, 4) != 0)
-        throw EReadError(tr("These bytes hold no customization"));
+        throw EReadError(QCoreApplication::translate("TQorCustomization", "These bytes hold no customization"));
     if (Bytes.size() > QorLimits::kMaxRecordBytes)
         damaged();
     Reader r(Bytes);
     r.need(4);
     r.u32(); // the magic, checked above
     if (r.u32() != kVersion)
-        throw EReadError(tr("The customization was written by a later version of the library"));
+        throw EReadError(QCoreApplication::translate("TQorCustomization", "The customization was written by a later version of the library"));
     TQorCustomization result;
     TQorCustomizationPrivate &p = *result.d;
     const quint32 count = r.u32();

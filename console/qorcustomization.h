@@ -93,8 +93,13 @@ public:
     TQorCustomization &operator=(TQorCustomization &&Other) noexcept;
     ~TQorCustomization();
 
+    // The form's design as the component stream's records (the stage with
+    // every component it owns, and their owner order): what the application
+    // keeps of its form as built, before the user designs, to diff against.
+    static QByteArray FormRecords(QWidget *Stage);
+
     // The delta between the form as the application built it (its records,
-    // QorDesignRecords of the stage taken before the user designs) and the
+    // FormRecords of the stage taken before the user designs) and the
     // stage now. Applied to the unchanged form, it gives the stage's design
     // exactly. A renamed component is seen as deleted and added again: only
     // the incremental setters know that one component took another name.

@@ -18,11 +18,6 @@
 
 namespace {
 
-QString tr(const char *Text)
-{
-    return QCoreApplication::translate("TQorCustomizationStore", Text);
-}
-
 const char *const kSchema = "CREATE TABLE IF NOT EXISTS QorCustomization ("
                             " UserName TEXT NOT NULL, FormName TEXT NOT NULL, Version TEXT NOT NULL,"
                             " Delta BLOB NOT NULL, Written INTEGER NOT NULL,"
@@ -103,7 +98,7 @@ public:
 
     bool fail(const QString &What)
     {
-        error = db ? What.arg(QString::fromUtf8(sqlite3_errmsg(db))) : What.arg(tr("the store is not open"));
+        error = db ? What.arg(QString::fromUtf8(sqlite3_errmsg(db))) : What.arg(QCoreApplication::translate("TQorCustomizationStore", "the store is not open"));
         return false;
     }
 
@@ -117,7 +112,7 @@ public:
     {
         Statement s(db, "SELECT Version FROM QorCustomization WHERE UserName = ?1 AND FormName = ?2");
         if (!s.ok())
-            return fail(tr("The customization store cannot be read: %1"));
+            return fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
         s.bind(1, User);
         s.bind(2, Form);
         QStringList versions;
@@ -125,7 +120,7 @@ public:
         while ((step = s.step()) == SQLITE_ROW)
             versions.append(s.text(0));
         if (step != SQLITE_DONE)
-            return fail(tr("The customization store cannot be read: %1"));
+            return fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
         Found.clear();
         for (const QString &v : std::as_const(versions)) {
             if (v == Version) {
@@ -153,14 +148,14 @@ bool TQorCustomizationStore::Open(const QString &FileName)
     d->fileName = FileName;
     const QByteArray path = QFile::encodeName(FileName);
     if (sqlite3_open_v2(path.constData(), &d->db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
-        d->fail(tr("The customization store %1 cannot be opened: %2").arg(FileName, QStringLiteral("%1")));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store %1 cannot be opened: %2").arg(FileName, QStringLiteral("%1")));
         d->close();
         return false;
     }
     sqlite3_busy_timeout(d->db, d->busyTimeout);
     // A damaged file, or one that is no database, opens and fails here.
     if (!d->exec(kSchema) || !d->exec("SELECT count(*) FROM QorCustomization")) {
-        d->fail(tr("The customization store %1 cannot be opened: %2").arg(FileName, QStringLiteral("%1")));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store %1 cannot be opened: %2").arg(FileName, QStringLiteral("%1")));
         d->close();
         return false;
     }
@@ -199,13 +194,13 @@ QList<TQorCustomizationInfo> TQorCustomizationStore::List(const QString &User, c
     QList<TQorCustomizationInfo> out;
     d->error.clear();
     if (!d->db) {
-        d->fail(tr("The customization store cannot be read: %1"));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
         return out;
     }
     Statement s(d->db, "SELECT UserName, FormName, Version, length(Delta), Written FROM QorCustomization"
                        " WHERE (?1 IS NULL OR UserName = ?1) AND (?2 IS NULL OR FormName = ?2)");
     if (!s.ok()) {
-        d->fail(tr("The customization store cannot be read: %1"));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
         return out;
     }
     if (!User.isNull())
@@ -223,7 +218,7 @@ QList<TQorCustomizationInfo> TQorCustomizationStore::List(const QString &User, c
         out.append(info);
     }
     if (step != SQLITE_DONE)
-        d->fail(tr("The customization store cannot be read: %1"));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
     std::sort(out.begin(), out.end(), [](const TQorCustomizationInfo &a, const TQorCustomizationInfo &b) {
         if (a.User != b.User)
             return a.User < b.User;
@@ -245,15 +240,15 @@ bool TQorCustomizationStore::WriteBytes(const QString &User, const QString &Form
 {
     d->error.clear();
     if (!d->db)
-        return d->fail(tr("The customization cannot be written: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be written: %1"));
     try {
         TQorCustomization::FromBytes(Bytes);
     } catch (const EQorError &error) {
-        d->error = tr("The customization cannot be written: %1").arg(error.message());
+        d->error = QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be written: %1").arg(error.message());
         return false;
     }
     if (!d->exec("BEGIN IMMEDIATE"))
-        return d->fail(tr("The customization cannot be written: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be written: %1"));
     Statement s(d->db, "INSERT OR REPLACE INTO QorCustomization (UserName, FormName, Version, Delta, Written)"
                        " VALUES (?1, ?2, ?3, ?4, ?5)");
     bool ok = s.ok();
@@ -268,7 +263,7 @@ bool TQorCustomizationStore::WriteBytes(const QString &User, const QString &Form
     if (ok)
         ok = d->exec("COMMIT");
     if (!ok) {
-        d->fail(tr("The customization cannot be written: %1"));
+        d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be written: %1"));
         d->exec("ROLLBACK");
     }
     return ok;
@@ -279,7 +274,7 @@ bool TQorCustomizationStore::ReadBytes(const QString &User, const QString &Form,
 {
     d->error.clear();
     if (!d->db)
-        return d->fail(tr("The customization store cannot be read: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
     QString found;
     if (!d->findVersion(User, Form, Version, found))
         return false;
@@ -287,12 +282,12 @@ bool TQorCustomizationStore::ReadBytes(const QString &User, const QString &Form,
         return false;
     Statement s(d->db, "SELECT Delta FROM QorCustomization WHERE UserName = ?1 AND FormName = ?2 AND Version = ?3");
     if (!s.ok())
-        return d->fail(tr("The customization store cannot be read: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
     s.bind(1, User);
     s.bind(2, Form);
     s.bind(3, found);
     if (s.step() != SQLITE_ROW)
-        return d->fail(tr("The customization store cannot be read: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
     Bytes = s.blob(0);
     if (FoundVersion)
         *FoundVersion = found;
@@ -308,7 +303,7 @@ bool TQorCustomizationStore::Read(const QString &User, const QString &Form, cons
     try {
         Delta = TQorCustomization::FromBytes(bytes);
     } catch (const EQorError &error) {
-        d->error = tr("The stored customization of %1 for %2 is damaged: %3").arg(Form, User, error.message());
+        d->error = QCoreApplication::translate("TQorCustomizationStore", "The stored customization of %1 for %2 is damaged: %3").arg(Form, User, error.message());
         return false;
     }
     return true;
@@ -318,15 +313,15 @@ bool TQorCustomizationStore::Remove(const QString &User, const QString &Form, co
 {
     d->error.clear();
     if (!d->db)
-        return d->fail(tr("The customization cannot be removed: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be removed: %1"));
     Statement s(d->db, "DELETE FROM QorCustomization WHERE UserName = ?1 AND FormName = ?2 AND Version = ?3");
     if (!s.ok())
-        return d->fail(tr("The customization cannot be removed: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be removed: %1"));
     s.bind(1, User);
     s.bind(2, Form);
     s.bind(3, Version);
     if (s.step() != SQLITE_DONE)
-        return d->fail(tr("The customization cannot be removed: %1"));
+        return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be removed: %1"));
     return sqlite3_changes(d->db) > 0;
 }
 
@@ -336,7 +331,7 @@ bool TQorCustomizationStore::Export(const QString &User, const QString &Form, co
     TQorCustomization delta;
     if (!Read(User, Form, Version, delta)) {
         if (d->error.isEmpty())
-            d->error = tr("There is no customization of %1 for %2").arg(Form, User);
+            d->error = QCoreApplication::translate("TQorCustomizationStore", "There is no customization of %1 for %2").arg(Form, User);
         return false;
     }
     return ExportToFile(delta, FileName, &d->error);
@@ -362,7 +357,7 @@ bool TQorCustomizationStore::ExportToFile(const TQorCustomization &Delta, const 
     QSaveFile file(FileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         if (ErrorString)
-            *ErrorString = tr("Cannot write the customization file %1: %2").arg(FileName, file.errorString());
+            *ErrorString = QCoreApplication::translate("TQorCustomizationStore", "Cannot write the customization file %1: %2").arg(FileName, file.errorString());
         return false;
     }
     return true;
@@ -372,13 +367,13 @@ TQorCustomization TQorCustomizationStore::ImportFromFile(const QString &FileName
 {
     QFile file(FileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw EReadError(tr("Cannot open the customization file %1: %2").arg(FileName, file.errorString()));
+        throw EReadError(QCoreApplication::translate("TQorCustomizationStore", "Cannot open the customization file %1: %2").arg(FileName, file.errorString()));
     if (file.size() > QorLimits::kMaxRecordBytes)
-        throw EReadError(tr("The file %1 is too large to hold a customization").arg(FileName));
+        throw EReadError(QCoreApplication::translate("TQorCustomizationStore", "The file %1 is too large to hold a customization").arg(FileName));
     const QByteArray bytes = file.readAll();
     try {
         return TQorCustomization::FromBytes(bytes);
     } catch (const EQorError &error) {
-        throw EReadError(tr("The file %1 holds no customization that can be read: %2").arg(FileName, error.message()));
+        throw EReadError(QCoreApplication::translate("TQorCustomizationStore", "The file %1 holds no customization that can be read: %2").arg(FileName, error.message()));
     }
 }

@@ -4,7 +4,6 @@
 // version of it by each merge rule, locks, the delta's words, its bytes
 // (every registered class, and damaged bytes), and a delta kept step by step.
 #include "console/qorcustomization.h"
-#include "console/qordesignrecords_p.h"
 #include "foundation/qorclasses.h"
 #include "foundation/qorcomponents.h"
 #include "foundation/qorerror.h"
@@ -81,7 +80,7 @@ struct Form
         return qobject_cast<T *>(FindComponent(stage.get(), QLatin1String(Name)));
     }
 
-    QByteArray records() const { return QorDesignRecords(stage.get()); }
+    QByteArray records() const { return TQorCustomization::FormRecords(stage.get()); }
 };
 
 // The first property (or place) in which the components of two designs
@@ -102,7 +101,10 @@ QString differingProperty(QWidget *A, QWidget *B)
         const QMetaObject *mo = a->metaObject();
         for (int i = 0; i < mo->propertyCount(); ++i) {
             const QMetaProperty p = mo->property(i);
-            if (!p.isStored() || !p.isWritable() || !p.metaType().isEqualityComparable())
+            // Objects a component keeps (a text edit's document) are its
+            // own in each design.
+            if (!p.isStored() || !p.isWritable() || !p.metaType().isEqualityComparable()
+                || (p.metaType().flags() & QMetaType::PointerToQObject))
                 continue;
             if (p.read(a) != p.read(b))
                 return QStringLiteral("%1.%2").arg(a->objectName(), QLatin1String(p.name()));
@@ -154,10 +156,14 @@ void customize(Form &F)
 }
 
 // A stored value other than the fresh instance's for each of the class's
-// own plain properties; how many were changed.
+// own plain properties; how many were changed. A value equal to the fresh
+// instance's is not written: the component stream leaves such a value out
+// even where another property changed it (a group box made checkable checks
+// itself).
 int giveNonDefaults(QObject *O)
 {
     const QMetaObject *mo = O->metaObject();
+    const std::unique_ptr<QObject> fresh(CreateRegisteredComponent(mo));
     const int from = O->isWidgetType() ? QWidget::staticMetaObject.propertyCount() : QObject::staticMetaObject.propertyCount();
     int changed = 0;
     for (int i = from; i < mo->propertyCount(); ++i) {
@@ -182,6 +188,8 @@ int giveNonDefaults(QObject *O)
         default:
             continue;
         }
+        if (value == p.read(fresh.get()))
+            continue;
         if (p.write(O, value) && p.read(O) == value)
             ++changed;
         else
@@ -354,6 +362,7 @@ private Q_SLOTS:
         const TQorCustomization added = TQorCustomization::FromBytes(TQorCustomization::Diff(base, user.stage.get()).ToBytes());
         Form fresh;
         QVERIFY(added.Apply(fresh.stage.get()).isEmpty());
+        QCOMPARE(ComponentBinaryToText(fresh.records()), ComponentBinaryToText(user.records()));
         QCOMPARE(fresh.records(), user.records());
 
         const QByteArray second = user.records();
