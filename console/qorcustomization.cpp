@@ -51,6 +51,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <map>
@@ -188,6 +189,9 @@ public:
         entries.push_back(std::move(e));
         return entries.back();
     }
+
+    // The entry of a component a structural step names; none for the form.
+    Entry *structural(const QString &path) { return path.isEmpty() ? nullptr : &touch(keyOf(path)); }
 
     // The delta's key of a component the stage now shows under Path.
     QString keyOf(const QString &path) const
@@ -579,6 +583,31 @@ void placeAbove(QWidget *W, QWidget *Below)
         W->raise();
 }
 
+// What a tab widget or a tool box keeps about a page: its text, icon, tip
+// and enabled state, named as the stream names them.
+template<typename Container>
+bool writePageInfo(QWidget *W, const QByteArray &Name, const QVariant &Value, const std::array<QByteArray, 4> &Names,
+                   void (Container::*SetText)(int, const QString &), void (Container::*SetIcon)(int, const QIcon &),
+                   void (Container::*SetTip)(int, const QString &), void (Container::*SetEnabled)(int, bool))
+{
+    auto *container = pageContainerOf<Container>(W);
+    if (!container)
+        return false;
+    const int i = container->indexOf(W);
+    const bool reset = !Value.isValid();
+    if (Name == Names[0])
+        (container->*SetText)(i, reset ? QString() : Value.toString());
+    else if (Name == Names[1])
+        (container->*SetIcon)(i, reset ? QIcon() : Value.value<QIcon>());
+    else if (Name == Names[2])
+        (container->*SetTip)(i, reset ? QString() : Value.toString());
+    else if (Name == Names[3])
+        (container->*SetEnabled)(i, reset || Value.toBool());
+    else
+        return false;
+    return true;
+}
+
 // The stream's own pseudo properties: what a container keeps about its
 // page, and a widget hidden on purpose. Value invalid: back to the default.
 bool writePseudo(QObject *O, const QByteArray &Name, const QVariant &Value)
@@ -593,40 +622,14 @@ bool writePseudo(QObject *O, const QByteArray &Name, const QVariant &Value)
     }
     if (Name == kScrollAreaWidget)
         return true;
-    if (Name.startsWith("qor.tab")) {
-        auto *tabs = pageContainerOf<QTabWidget>(w);
-        if (!tabs)
-            return false;
-        const int i = tabs->indexOf(w);
-        if (Name == kTabText)
-            tabs->setTabText(i, reset ? QString() : Value.toString());
-        else if (Name == kTabIcon)
-            tabs->setTabIcon(i, reset ? QIcon() : Value.value<QIcon>());
-        else if (Name == kTabToolTip)
-            tabs->setTabToolTip(i, reset ? QString() : Value.toString());
-        else if (Name == kTabEnabled)
-            tabs->setTabEnabled(i, reset ? true : Value.toBool());
-        else
-            return false;
-        return true;
-    }
-    if (Name.startsWith("qor.item")) {
-        auto *box = pageContainerOf<QToolBox>(w);
-        if (!box)
-            return false;
-        const int i = box->indexOf(w);
-        if (Name == kItemText)
-            box->setItemText(i, reset ? QString() : Value.toString());
-        else if (Name == kItemIcon)
-            box->setItemIcon(i, reset ? QIcon() : Value.value<QIcon>());
-        else if (Name == kItemToolTip)
-            box->setItemToolTip(i, reset ? QString() : Value.toString());
-        else if (Name == kItemEnabled)
-            box->setItemEnabled(i, reset ? true : Value.toBool());
-        else
-            return false;
-        return true;
-    }
+    if (Name.startsWith("qor.tab"))
+        return writePageInfo<QTabWidget>(w, Name, Value, {kTabText, kTabIcon, kTabToolTip, kTabEnabled},
+                                         &QTabWidget::setTabText, &QTabWidget::setTabIcon,
+                                         &QTabWidget::setTabToolTip, &QTabWidget::setTabEnabled);
+    if (Name.startsWith("qor.item"))
+        return writePageInfo<QToolBox>(w, Name, Value, {kItemText, kItemIcon, kItemToolTip, kItemEnabled},
+                                       &QToolBox::setItemText, &QToolBox::setItemIcon, &QToolBox::setItemToolTip,
+                                       &QToolBox::setItemEnabled);
     return false;
 }
 
@@ -810,8 +813,13 @@ private:
         try {
             QWidget *area = nullptr;
             const QMetaObject *mo = FindClass(E.className);
-            if (IsWidgetClass(mo))
+            // A control whose parent is no widget (the delta's bytes said so)
+            // goes onto the form rather than into a window of its own.
+            if (IsWidgetClass(mo)) {
                 area = qobject_cast<QWidget *>(parent);
+                if (!area)
+                    area = m_stage;
+            }
             made = ComponentFromBytes(E.record, nullptr, area, nullptr);
         } catch (const EQorError &error) {
             report(E.key, QByteArray(), QCoreApplication::translate("TQorCustomization", "%1 could not be added: %2").arg(path, error.message()));
@@ -1466,6 +1474,9 @@ void TQorCustomization::SetPropertyValue(const QString &Path, const QString &Cla
 
 void TQorCustomization::AddComponent(const QString &Path, const QByteArray &Record, const QString &ParentPath)
 {
+    // The form itself is neither added, deleted, renamed nor moved.
+    if (Path.isEmpty())
+        return;
     const StoredObject added = decodeOne(Record);
     StoredObject alone = added;
     alone.children.clear();
@@ -1486,6 +1497,8 @@ void TQorCustomization::AddComponent(const QString &Path, const QByteArray &Reco
 
 void TQorCustomization::DeleteComponent(const QString &Path, const QString &ClassName)
 {
+    if (Path.isEmpty())
+        return;
     const QString key = d->keyOf(Path);
     d->currentToKey.remove(fold(Path));
     Entry &e = d->touch(key, ClassName);
@@ -1500,6 +1513,8 @@ void TQorCustomization::DeleteComponent(const QString &Path, const QString &Clas
 
 void TQorCustomization::RenameComponent(const QString &Path, const QString &NewName)
 {
+    if (Path.isEmpty())
+        return;
     const QString key = d->keyOf(Path);
     d->currentToKey.remove(fold(Path));
     Entry &e = d->touch(key);
@@ -1516,23 +1531,29 @@ void TQorCustomization::RenameComponent(const QString &Path, const QString &NewN
 
 void TQorCustomization::ReparentComponent(const QString &Path, const QString &NewParentPath)
 {
-    Entry &e = d->touch(d->keyOf(Path));
-    e.flags |= fParent;
-    e.parent = d->keyOf(NewParentPath);
+    Entry *e = d->structural(Path);
+    if (!e)
+        return;
+    e->flags |= fParent;
+    e->parent = d->keyOf(NewParentPath);
 }
 
 void TQorCustomization::SetZOrder(const QString &Path, const QString &AboveSiblingPath)
 {
-    Entry &e = d->touch(d->keyOf(Path));
-    e.flags |= fZOrder;
-    e.zAbove = d->keyOf(AboveSiblingPath);
-    e.zSeq = ++d->seq;
+    Entry *e = d->structural(Path);
+    if (!e)
+        return;
+    e->flags |= fZOrder;
+    e->zAbove = d->keyOf(AboveSiblingPath);
+    e->zSeq = ++d->seq;
 }
 
 void TQorCustomization::SetOwnerOrder(const QString &Path, const QString &AfterPath)
 {
-    Entry &e = d->touch(d->keyOf(Path));
-    e.flags |= fOwnerOrder;
-    e.ownerAfter = d->keyOf(AfterPath);
-    e.ownerSeq = ++d->seq;
+    Entry *e = d->structural(Path);
+    if (!e)
+        return;
+    e->flags |= fOwnerOrder;
+    e->ownerAfter = d->keyOf(AfterPath);
+    e->ownerSeq = ++d->seq;
 }

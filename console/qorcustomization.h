@@ -131,7 +131,8 @@ public:
     // ---- Incremental changes -----------------------------------------
     // A recorder keeps a delta up to date step by step with these. Path is
     // the component's path as the stage shows it now (after renames the
-    // delta already holds). Each takes time independent of the number of
+    // delta already holds). The form itself (the empty path) takes property
+    // changes only. Each takes time independent of the number of
     // components the delta holds, but for a logarithmic look-up.
 
     // A property's new value (Value invalid: the property went back to its

@@ -49,6 +49,13 @@ public:
         sqlite3_bind_blob(m_statement, Index, Bytes.constData(), int(Bytes.size()), SQLITE_TRANSIENT);
     }
     void bind(int Index, qint64 Value) { sqlite3_bind_int64(m_statement, Index, Value); }
+    // The key of one stored delta, as ?1, ?2 and ?3.
+    void bindKey(const QString &User, const QString &Form, const QString &Version)
+    {
+        bind(1, User);
+        bind(2, Form);
+        bind(3, Version);
+    }
     int step() { return sqlite3_step(m_statement); }
     QString text(int Column) const
     {
@@ -253,9 +260,7 @@ bool TQorCustomizationStore::WriteBytes(const QString &User, const QString &Form
                        " VALUES (?1, ?2, ?3, ?4, ?5)");
     bool ok = s.ok();
     if (ok) {
-        s.bind(1, User);
-        s.bind(2, Form);
-        s.bind(3, Version);
+        s.bindKey(User, Form, Version);
         s.bind(4, Bytes);
         s.bind(5, QDateTime::currentMSecsSinceEpoch());
         ok = s.step() == SQLITE_DONE;
@@ -283,9 +288,7 @@ bool TQorCustomizationStore::ReadBytes(const QString &User, const QString &Form,
     Statement s(d->db, "SELECT Delta FROM QorCustomization WHERE UserName = ?1 AND FormName = ?2 AND Version = ?3");
     if (!s.ok())
         return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
-    s.bind(1, User);
-    s.bind(2, Form);
-    s.bind(3, found);
+    s.bindKey(User, Form, found);
     if (s.step() != SQLITE_ROW)
         return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization store cannot be read: %1"));
     Bytes = s.blob(0);
@@ -317,9 +320,7 @@ bool TQorCustomizationStore::Remove(const QString &User, const QString &Form, co
     Statement s(d->db, "DELETE FROM QorCustomization WHERE UserName = ?1 AND FormName = ?2 AND Version = ?3");
     if (!s.ok())
         return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be removed: %1"));
-    s.bind(1, User);
-    s.bind(2, Form);
-    s.bind(3, Version);
+    s.bindKey(User, Form, Version);
     if (s.step() != SQLITE_DONE)
         return d->fail(QCoreApplication::translate("TQorCustomizationStore", "The customization cannot be removed: %1"));
     return sqlite3_changes(d->db) > 0;

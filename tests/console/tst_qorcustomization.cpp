@@ -155,6 +155,23 @@ void customize(Form &F)
     F.find<QTimer>("Timer1")->setInterval(750);
 }
 
+// The user's changes made on the first version, taken as a delta and
+// applied to the second.
+struct OnVersion2
+{
+    Form user;
+    Form version2{2};
+    QList<TQorCustomizationIssue> issues;
+
+    template<typename Change>
+    explicit OnVersion2(Change Changes)
+    {
+        const QByteArray base = user.records();
+        Changes(user);
+        issues = TQorCustomization::Diff(base, user.stage.get()).Apply(version2.stage.get());
+    }
+};
+
 // A stored value other than the fresh instance's for each of the class's
 // own plain properties; how many were changed. A value equal to the fresh
 // instance's is not written: the component stream leaves such a value out
@@ -378,12 +395,8 @@ private Q_SLOTS:
 
     void aPropertyTheUserChangedWinsOverTheNewDefault()
     {
-        Form user;
-        const QByteArray base = user.records();
-        customize(user);
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2);
-        delta.Apply(version2.stage.get());
+        const OnVersion2 merged(customize);
+        const Form &version2 = merged.version2;
         QCOMPARE(version2.find("Button1")->geometry(), QRect(20, 30, 90, 25));
         QCOMPARE(version2.find<QPushButton>("Button1")->text(), QStringLiteral("Go"));
         // What the user left alone takes the new version's value.
@@ -392,13 +405,12 @@ private Q_SLOTS:
 
     void changesToAComponentTheNewVersionRemovedAreReportedOneByOne()
     {
-        Form user;
-        const QByteArray base = user.records();
-        user.find<QLabel>("Label1")->setText(QStringLiteral("Full name"));
-        user.find("Label1")->resize(120, 20);
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2);
-        const QList<TQorCustomizationIssue> issues = delta.Apply(version2.stage.get());
+        const OnVersion2 merged([](Form &user) {
+            user.find<QLabel>("Label1")->setText(QStringLiteral("Full name"));
+            user.find("Label1")->resize(120, 20);
+        });
+        const QList<TQorCustomizationIssue> &issues = merged.issues;
+        const Form &version2 = merged.version2;
         QVERIFY(hasIssue(issues, QStringLiteral("Label1"), "text"));
         QVERIFY(hasIssue(issues, QStringLiteral("Label1"), "geometry"));
         QCOMPARE(issues.size(), 2);
@@ -407,12 +419,8 @@ private Q_SLOTS:
 
     void aComponentTheNewVersionAddedStaysWhereItWasPut()
     {
-        Form user;
-        const QByteArray base = user.records();
-        customize(user);
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2);
-        delta.Apply(version2.stage.get());
+        const OnVersion2 merged(customize);
+        const Form &version2 = merged.version2;
         auto *check = version2.find("Check1");
         QVERIFY(check);
         QCOMPARE(check->geometry(), QRect(300, 300, 100, 20));
@@ -421,12 +429,9 @@ private Q_SLOTS:
 
     void aUserAddedComponentWhoseParentIsGoneGoesToTheForm()
     {
-        Form user;
-        const QByteArray base = user.records();
-        customize(user); // adds Label3 on Group1
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2);
-        const QList<TQorCustomizationIssue> issues = delta.Apply(version2.stage.get());
+        const OnVersion2 merged(customize); // adds Label3 on Group1
+        const QList<TQorCustomizationIssue> &issues = merged.issues;
+        const Form &version2 = merged.version2;
         auto *label = version2.find<QLabel>("Label3");
         QVERIFY(label);
         QCOMPARE(label->parentWidget(), version2.stage.get());
@@ -437,13 +442,11 @@ private Q_SLOTS:
 
     void aUserAddedComponentWhoseNameIsTakenGetsAUniqueName()
     {
-        Form user;
-        const QByteArray base = user.records();
-        auto *mine = user.add<QCheckBox>("Check1", QRect(5, 350, 90, 20));
-        mine->setText(QStringLiteral("Mine"));
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2);
-        const QList<TQorCustomizationIssue> issues = delta.Apply(version2.stage.get());
+        const OnVersion2 merged([](Form &user) {
+            user.add<QCheckBox>("Check1", QRect(5, 350, 90, 20))->setText(QStringLiteral("Mine"));
+        });
+        const QList<TQorCustomizationIssue> &issues = merged.issues;
+        const Form &version2 = merged.version2;
         QVERIFY(hasIssue(issues, QStringLiteral("Check1")));
         QCOMPARE(version2.find<QCheckBox>("Check1")->text(), QString());
         QCOMPARE(version2.find<QCheckBox>("Check2")->text(), QStringLiteral("Mine"));
@@ -471,13 +474,13 @@ private Q_SLOTS:
 
     void aPropertyTheNewClassNoLongerHasIsReportedNotFatal()
     {
-        Form user;
-        const QByteArray base = user.records();
-        user.find<QLabel>("Info1")->setWordWrap(true);
-        user.find<QLabel>("Info1")->setText(QStringLiteral("More"));
-        const TQorCustomization delta = TQorCustomization::Diff(base, user.stage.get());
-        Form version2(2); // Info1 is a button there
-        const QList<TQorCustomizationIssue> issues = delta.Apply(version2.stage.get());
+        const OnVersion2 merged([](Form &user) {
+            user.find<QLabel>("Info1")->setWordWrap(true);
+            user.find<QLabel>("Info1")->setText(QStringLiteral("More"));
+        });
+        // Info1 is a button in the second version.
+        const QList<TQorCustomizationIssue> &issues = merged.issues;
+        const Form &version2 = merged.version2;
         QVERIFY(hasIssue(issues, QStringLiteral("Info1"), "wordWrap"));
         QCOMPARE(issues.size(), 1);
         QCOMPARE(version2.find<QPushButton>("Info1")->text(), QStringLiteral("More"));
