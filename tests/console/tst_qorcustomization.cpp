@@ -325,6 +325,40 @@ private Q_SLOTS:
         QCOMPARE(TQorCustomization::Diff(base, fresh.stage.get()).ToBytes(), delta.ToBytes());
     }
 
+    void pagesAndHiddenControlsComeBackExactly()
+    {
+        Form user;
+        const QByteArray base = user.records();
+        auto *tabs = user.find<QTabWidget>("Tabs1");
+        auto *page2 = new QWidget;
+        page2->setObjectName(QStringLiteral("Page2"));
+        tabs->insertTab(0, page2, QStringLiteral("Second"));
+        InsertComponent(user.stage.get(), page2);
+        tabs->setTabToolTip(1, QStringLiteral("The first page"));
+        tabs->setTabEnabled(1, false);
+        // A control taken off a page onto the new page, one off the form
+        // onto the page, and one hidden on purpose.
+        auto *edit2 = user.find("Edit2");
+        edit2->setParent(page2);
+        edit2->show();
+        auto *button2 = user.find("Button2");
+        button2->setParent(page2);
+        button2->show();
+        user.find("Edit1")->hide();
+        const TQorCustomization delta = TQorCustomization::FromBytes(TQorCustomization::Diff(base, user.stage.get()).ToBytes());
+        Form fresh;
+        const QList<TQorCustomizationIssue> issues = delta.Apply(fresh.stage.get());
+        QVERIFY2(issues.isEmpty(), qPrintable(issuesText(issues)));
+        QCOMPARE(ComponentBinaryToText(fresh.records()), ComponentBinaryToText(user.records()));
+        QCOMPARE(fresh.records(), user.records());
+        auto *freshTabs = fresh.find<QTabWidget>("Tabs1");
+        QCOMPARE(freshTabs->count(), 2);
+        QCOMPARE(freshTabs->widget(0)->objectName(), QStringLiteral("Page2"));
+        QCOMPARE(freshTabs->tabText(0), QStringLiteral("Second"));
+        QVERIFY(!freshTabs->isTabEnabled(1));
+        QVERIFY(fresh.find("Edit1")->isHidden());
+    }
+
     void reorderingsOfManySiblingsComeBackExactly()
     {
         Form user;
