@@ -88,6 +88,7 @@ private Q_SLOTS:
             QStringLiteral("browsing/qordsnsysreg.h"),
             QStringLiteral("console/qorattribeditors.h"),   QStringLiteral("console/qorcompeditors.h"),
             QStringLiteral("console/qorconsoleintf.h"),     QStringLiteral("console/qordesignactions.h"),
+            QStringLiteral("console/qorcustomization.h"),   QStringLiteral("console/qorcustomizationstore.h"),
             QStringLiteral("console/qordesignconsole.h"),   QStringLiteral("console/qordesigndocument.h"),
             QStringLiteral("console/qordesignhistory.h"),
             QStringLiteral("console/qordesignintfimpls.h"),
