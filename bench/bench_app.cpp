@@ -10,7 +10,10 @@
 #include "qorbench.h"
 
 #include "designer/qordesigner_p.h"
+#include "console/qorcustomization.h"
+#include "console/qorcustomizationrecorder.h"
 #include "console/qordesignactions.h"
+#include "console/qordesignhistory.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesignpopupmenu.h"
 #include "designer/qormanager.h"
@@ -864,6 +867,50 @@ BenchRow nudgeAll()
                      [&] { return movePlainButtons(name, floor.get(), floorButtons); });
 }
 
+// A user's customization recorded while the user designs: a real
+// Ctrl+Right with all 1000 selected, the time the recorder takes to keep
+// the 1000 new places in the delta; beside the nudge itself, from the key
+// until the window is idle and painted, in the same gesture.
+BenchRow customRecord()
+{
+    const QString name = QStringLiteral("custom.record_1000");
+    double nudgeMs = -1;
+    auto ours = [&]() -> double {
+        nudgeMs = -1;
+        Designer d(name, 1000, 1000);
+        if (!d.ok)
+            return -1;
+        TQorDesignCenter *center = d.window->designCenter();
+        TQorCustomizationRecorder recorder(center);
+        // Slots run in the order they were connected: one before the
+        // recorder's and one after it time the recorder alone.
+        QElapsedTimer recording;
+        double recordedMs = 0;
+        QObject::connect(center->History(), &TQorDesignHistory::DesignChanged, &recorder,
+                         [&recording] { recording.start(); });
+        recorder.Start();
+        QObject::connect(center->History(), &TQorDesignHistory::DesignChanged, &recorder,
+                         [&recording, &recordedMs] { recordedMs += recording.nsecsElapsed() / 1e6; });
+        if (!d.selectAll())
+            return -1;
+        QElapsedTimer t;
+        t.start();
+        RealInput::key("Right", Qt::ControlModifier);
+        nudgeMs = timedUntilIdle(name, t, "Ctrl+Right moving the 1000 by one pixel", [&d] {
+            int i = 0;
+            return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++).translated(1, 0); });
+        });
+        const TQorCustomization delta = recorder.Delta();
+        if (nudgeMs < 0 || delta.ComponentCount() != 1000
+            || delta.PropertyValue(QStringLiteral("PushButton1000"), "geometry").toRect() != buttonGeometry(999).translated(1, 0)) {
+            note(name, QStringLiteral("the delta does not hold the 1000 new places"));
+            return -1;
+        }
+        return recordedMs;
+    };
+    return runRounds(name, QStringLiteral("nudge_1000_until_painted"), ours, [&] { return nudgeMs; });
+}
+
 // With 200 of 1000 selected, a real press on a selected button, four steps
 // of 10 px and the release, until the 200 have moved and all is painted;
 // beside the same four moves of the 200 and one setGeometry of each,
@@ -1350,7 +1397,8 @@ const QStringList kRows{QStringLiteral("app.fill_1000"),      QStringLiteral("ap
                         QStringLiteral("actions.update_1000"), QStringLiteral("menu.popup_1000"),
                         QStringLiteral("tree.generate_5000"),  QStringLiteral("tree.follow_select_all_5000"),
                         QStringLiteral("palette.switch_page_100"), QStringLiteral("undo.delete_1000"),
-                        QStringLiteral("undo.nudge_1000"),     QStringLiteral("undo.history_100_nudges_1000")};
+                        QStringLiteral("undo.nudge_1000"),     QStringLiteral("undo.history_100_nudges_1000"),
+                        QStringLiteral("custom.record_1000")};
 
 QList<BenchRow> appRows()
 {
@@ -1378,6 +1426,7 @@ QList<BenchRow> appRows()
         {kRows[10], treeGenerate},             {kRows[11], treeFollowSelectAll},
         {kRows[12], paletteSwitchPage},        {kRows[13], undoDelete},
         {kRows[14], undoNudge},                {kRows[15], undoHistory},
+        {kRows[16], customRecord},
     };
     for (const auto &[row, run] : all) {
         if (benchWanted(row)) {

@@ -123,6 +123,7 @@ private:
         // the sizers: the controls and their marks move once.
         if (m_uniform && m_history->MoveSelection(moved, Forward ? m_offset : -m_offset)) {
             m_history->ApplyingDone();
+            m_history->ReportChange(moved, "geometry");
             return;
         }
         {
@@ -140,6 +141,24 @@ private:
             }
         }
         m_history->ApplyingDone();
+        reportMoved(moved, stage);
+    }
+
+    void reportMoved(const QList<QObject *> &Moved, QWidget *Stage)
+    {
+        QList<QObject *> controls;
+        controls.reserve(Moved.size());
+        bool stageResized = false;
+        for (QObject *object : Moved) {
+            if (object == Stage)
+                stageResized = true;
+            else
+                controls.append(object);
+        }
+        if (!controls.isEmpty())
+            m_history->ReportChange(controls, "geometry");
+        if (stageResized)
+            m_history->ReportChange({Stage}, "size");
     }
 
     TQorDesignHistory *m_history;
@@ -242,6 +261,7 @@ private:
             objects.append(object);
         }
         m_history->SelectObjects(objects);
+        m_history->ReportChange(objects, m_property);
     }
 
     TQorDesignHistory *m_history;
@@ -348,8 +368,14 @@ void TQorDesignHistory::endPropertyChange()
         before.append(m_propertyBefore.at(i));
         after.append(std::move(now));
     }
-    if (changed)
+    if (changed) {
+        QList<QObject *> objects;
+        objects.reserve(qsizetype(targets.size()));
+        for (const TPlace &place : targets)
+            objects.append(place.object.data());
         m_stack->push(new TPropertyStep(this, m_text, std::move(targets), m_property, std::move(before), std::move(after)));
+        ReportChange(objects, m_property);
+    }
     m_property.clear();
     m_propertyObjects.clear();
     m_propertyBefore.clear();
@@ -409,6 +435,7 @@ void TQorDesignHistory::EndChange()
         QString text = m_text;
         text.remove(QLatin1Char('&'));
         m_stack->push(new TDesignStep(this, text, std::move(before), std::move(now)));
+        ReportChange({}, {});
     }
     m_before.clear();
     m_selectionBefore.clear();
@@ -516,7 +543,22 @@ void TQorDesignHistory::ControlsMoved(bool ByKeys)
         step->setOffset(offset);
     else
         step->setRects(std::move(before), std::move(after));
+    // Taken before the push: a nudge merged into the last step is gone
+    // after it.
+    QList<QObject *> controls;
+    controls.reserve(qsizetype(step->targets()->size()));
+    bool stageResized = false;
+    for (const TPlace &place : *step->targets()) {
+        if (place.stage)
+            stageResized = true;
+        else if (place.widget)
+            controls.append(place.widget.data());
+    }
     m_stack->push(step);
+    if (!controls.isEmpty())
+        ReportChange(controls, "geometry");
+    if (stageResized)
+        ReportChange({stage}, "size");
 }
 
 QStringList TQorDesignHistory::ComponentNames(QWidget *Stage)
@@ -569,6 +611,12 @@ void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringLis
     center->SetSelectedCompsSilently(TComponentList(selected));
     center->Refresh();
     ApplyingDone();
+    ReportChange({}, {});
+}
+
+void TQorDesignHistory::ReportChange(const QList<QObject *> &Objects, const QByteArray &Property)
+{
+    Q_EMIT DesignChanged(Objects, Property);
 }
 
 // The elements follow by themselves: the sizers and the inspector's values

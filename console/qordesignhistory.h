@@ -81,6 +81,15 @@ public:
     // selected; false (nothing moved) otherwise.
     bool MoveSelection(const QList<QObject *> &Controls, QPoint Offset);
     QStringList SelectionNames(bool *StageSelected) const;
+    // Tells who follows the design what a step (done, undone or redone)
+    // changed.
+    void ReportChange(const QList<QObject *> &Objects, const QByteArray &Property);
+
+Q_SIGNALS:
+    // A step was done, undone or redone. With objects: it changed their
+    // Property ("geometry" of moved controls, "size" of the stage); without:
+    // the design as a whole.
+    void DesignChanged(const QList<QObject *> &Objects, const QByteArray &Property);
 
 private:
     void takeBase();
