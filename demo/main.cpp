@@ -78,7 +78,11 @@ int main(int argc, char **argv)
                                  QStringLiteral("Nudge a control, then save pictures of the Edit and File menus "
                                                 "into <folder> and exit."),
                                  QStringLiteral("folder"));
-    parser.addOptions({screenshot, popupShot, dialogShot, chinese, menuShots});
+    QCommandLineOption formVersion(QStringLiteral("form-version"),
+                                   QStringLiteral("Build version <n> (1 or 2) of the sample form and apply the "
+                                                  "user's customization kept for it."),
+                                   QStringLiteral("n"), QStringLiteral("1"));
+    parser.addOptions({screenshot, popupShot, dialogShot, chinese, menuShots, formVersion});
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A design to open."), QStringLiteral("[file]"));
     parser.process(app);
 
@@ -88,7 +92,10 @@ int main(int argc, char **argv)
     if (!picture)
         window.restoreLayout();
     window.show();
-    // Work a crash left unsaved is offered first; else the file named.
+    // The user's customization of the sample form comes back; work a crash
+    // left unsaved is offered first; else the file named.
+    if (!picture)
+        window.startCustomizing(std::clamp(parser.value(formVersion).toInt(), 1, 2));
     if (!picture && !window.offerRecovery() && !parser.positionalArguments().isEmpty())
         window.openFile(parser.positionalArguments().constFirst());
     if (parser.isSet(chinese))

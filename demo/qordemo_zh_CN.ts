@@ -177,5 +177,33 @@
         <source>Recover</source>
         <translation>恢复</translation>
     </message>
+    <message>
+        <source>&amp;Customize</source>
+        <translation>自定义(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Form Version &amp;1</source>
+        <translation>表单版本 &amp;1</translation>
+    </message>
+    <message>
+        <source>Form Version &amp;2</source>
+        <translation>表单版本 &amp;2</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Default</source>
+        <translation>恢复默认(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Customize</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>Some of your changes could not be kept in version %1 of the form.</source>
+        <translation>您的部分更改无法保留在表单的版本 %1 中。</translation>
+    </message>
+    <message>
+        <source>Version %1 of the form</source>
+        <translation>表单版本 %1</translation>
+    </message>
 </context>
 </TS>

@@ -6,6 +6,8 @@
 #include "browsing/qorimages.h"
 #include "browsing/qorpallete.h"
 #include "console/qorcompeditors.h"
+#include "console/qorcustomizationrecorder.h"
+#include "console/qorcustomizationstore.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesignhistory.h"
@@ -24,7 +26,11 @@
 #include "inspector/qortransinspector.h"
 #include "translation/qortransutils.h"
 
+#include <QActionGroup>
 #include <QCheckBox>
+#include <QDir>
+#include <QStackedWidget>
+#include <QStandardPaths>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -203,6 +209,7 @@ QorDemoWindow::QorDemoWindow(QWidget *parent, StartStage start)
                 statusBar()->showMessage(tr("Stage: %1, %2").arg(x).arg(y));
             });
     createMenus(stageFrame);
+    createCustomizeMenu();
     retranslate();
     m_tree->Refresh();
     // The first window shows the whole stage beside the docks.
@@ -214,6 +221,8 @@ QorDemoWindow::~QorDemoWindow()
 {
     // The stage and its manager outlive this window's members: the manager
     // lets go of the center before the center goes.
+    // The user's customization of the form is kept for the next start.
+    keepCustomization();
     // A window that closes in order leaves no recovery copy behind.
     m_document->Close();
     m_manager->SetIsDesigning(false);
@@ -241,16 +250,28 @@ QWidget *QorDemoWindow::createStage()
     stage->setBackgroundRole(QPalette::Base);
     if (m_start == StartStage::Empty)
         return stage;
+    buildSampleForm(stage, 1);
+    return stage;
+}
 
+void QorDemoWindow::buildSampleForm(QWidget *stage, int Version)
+{
     auto *group = place(new QGroupBox(QStringLiteral("Customer"), stage), "GroupBox1", QRect(16, 16, 250, 120));
     place(new QLabel(QStringLiteral("Name:"), group), "Label1", QRect(14, 34, 60, 24));
     place(new QPushButton(QStringLiteral("Look up"), group), "Button1", QRect(80, 74, 150, 30));
 
     place(new QLineEdit(QStringLiteral("Ada Lovelace"), stage), "LineEdit1", QRect(290, 24, 240, 28));
-    place(new QCheckBox(QStringLiteral("Regular customer"), stage), "CheckBox1", QRect(290, 64, 240, 24));
-    auto *combo = place(new QComboBox(stage), "ComboBox1", QRect(290, 100, 240, 28));
+    // The second version of the form moves the check box down, names the
+    // combo box after what it holds, drops the spin box and asks for an
+    // e-mail address where it was.
+    place(new QCheckBox(QStringLiteral("Regular customer"), stage), "CheckBox1",
+          Version >= 2 ? QRect(290, 184, 240, 24) : QRect(290, 64, 240, 24));
+    auto *combo = place(new QComboBox(stage), Version >= 2 ? "KindCombo" : "ComboBox1", QRect(290, 100, 240, 28));
     combo->addItems({QStringLiteral("Retail"), QStringLiteral("Wholesale"), QStringLiteral("Online")});
-    place(new QSpinBox(stage), "SpinBox1", QRect(290, 140, 100, 28))->setValue(3);
+    if (Version >= 2)
+        place(new QLineEdit(QStringLiteral("ada@example.org"), stage), "EmailEdit", QRect(290, 140, 240, 28));
+    else
+        place(new QSpinBox(stage), "SpinBox1", QRect(290, 140, 100, 28))->setValue(3);
 
     auto *memo = place(new QTextEdit(stage), "TextEdit1", QRect(16, 150, 250, 110));
     memo->setPlainText(QStringLiteral("Notes about the customer."));
@@ -263,7 +284,6 @@ QWidget *QorDemoWindow::createStage()
     auto *second = new QWidget;
     second->setObjectName(QStringLiteral("TabPage2"));
     tabs->addTab(second, QStringLiteral("Invoices"));
-    return stage;
 }
 
 namespace {
@@ -312,6 +332,138 @@ void QorDemoWindow::createFileMenu()
     file->addSeparator();
     m_quitAction = add("QuitAction", QKeySequence::Quit, "system-log-out", &QorDemoWindow::quit);
     m_fileMenu = file;
+}
+
+void QorDemoWindow::createCustomizeMenu()
+{
+    m_customizeMenu = menuBar()->addMenu(QString());
+    m_customizeMenu->setObjectName(QStringLiteral("CustomizeMenu"));
+    auto *versions = new QActionGroup(this);
+    m_version1Action = m_customizeMenu->addAction(QString(), this, [this] { switchFormVersion(1); });
+    m_version1Action->setObjectName(QStringLiteral("FormVersion1Action"));
+    m_version2Action = m_customizeMenu->addAction(QString(), this, [this] { switchFormVersion(2); });
+    m_version2Action->setObjectName(QStringLiteral("FormVersion2Action"));
+    for (QAction *action : {m_version1Action, m_version2Action}) {
+        action->setCheckable(true);
+        versions->addAction(action);
+    }
+    m_customizeMenu->addSeparator();
+    m_resetAction = m_customizeMenu->addAction(QString(), this, [this] {
+        if (m_recorder && m_recorder->IsRecording())
+            m_recorder->ResetToDefault();
+    });
+    m_resetAction->setObjectName(QStringLiteral("ResetToDefaultAction"));
+    m_customizeMenu->setEnabled(false);
+}
+
+bool QorDemoWindow::startCustomizing(int Version, const QString &StoreFile)
+{
+    const QString file = StoreFile.isEmpty()
+        ? QDir(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation))
+              .filePath(QStringLiteral("customizations.db"))
+        : StoreFile;
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    auto store = std::make_unique<TQorCustomizationStore>();
+    if (!store->Open(file)) {
+        QMessageBox::warning(this, tr("Customize"), store->ErrorString());
+        return false;
+    }
+    m_customizations = std::move(store);
+    if (!m_recorder)
+        m_recorder = new TQorCustomizationRecorder(m_center, this);
+    m_customizeMenu->setEnabled(true);
+    switchFormVersion(Version);
+    return true;
+}
+
+namespace {
+
+// Whose customization the demo keeps, and of which form.
+QString customizingUser()
+{
+    return qEnvironmentVariable("USER", QStringLiteral("user"));
+}
+
+const QString kCustomerForm = QStringLiteral("CustomerForm");
+
+} // namespace
+
+bool QorDemoWindow::keepCustomization()
+{
+    if (!m_customizations || !m_recorder || m_formVersion == 0 || !m_recorder->IsRecording())
+        return false;
+    // An empty delta is kept too: the form of this version as it was built
+    // is what the user wants, not the older version's customization.
+    if (!m_customizations->Write(customizingUser(), kCustomerForm, QString::number(m_formVersion),
+                                 m_recorder->Delta())) {
+        statusBar()->showMessage(m_customizations->ErrorString());
+        return false;
+    }
+    return true;
+}
+
+void QorDemoWindow::switchFormVersion(int Version)
+{
+    if (!m_customizations || !m_recorder)
+        return;
+    keepCustomization();
+    m_recorder->Stop();
+    // The form as this version of the program builds it, designed again if
+    // it was.
+    const bool designing = m_manager->IsDesigning();
+    const QList<QObject *> former = ComponentList(m_stage);
+    QList<QPointer<QWidget>> formerControls;
+    for (QObject *component : former) {
+        auto *w = qobject_cast<QWidget *>(component);
+        if (w && w->parentWidget() == m_stage)
+            formerControls.append(w);
+    }
+    m_document->New();
+    m_manager->SetIsDesigning(false);
+    // Not designed, the stage is no design to the document: what it still
+    // owns goes here.
+    for (QObject *component : ComponentList(m_stage)) {
+        if (Owner(component) == m_stage)
+            FreeComponent(component);
+    }
+    // The freed controls leave the stage now, before they are destroyed:
+    // the new form's controls take their names.
+    for (const QPointer<QWidget> &w : std::as_const(formerControls)) {
+        if (w && !Owner(w))
+            w->setParent(nullptr);
+    }
+    m_center->History()->Clear();
+    buildSampleForm(m_stage, Version);
+    AdoptNamedDescendants(m_stage);
+    for (QObject *component : ComponentList(m_stage)) {
+        auto *w = qobject_cast<QWidget *>(component);
+        // A tab widget shows its pages itself.
+        if (w && !qobject_cast<QStackedWidget *>(w->parentWidget()))
+            w->show();
+    }
+    m_formVersion = Version;
+    (Version == 2 ? m_version2Action : m_version1Action)->setChecked(true);
+    m_manager->SetIsDesigning(designing);
+    TQorCustomization saved;
+    if (!m_customizations->Read(customizingUser(), kCustomerForm, QString::number(Version), saved)
+        && !m_customizations->ErrorString().isEmpty())
+        statusBar()->showMessage(m_customizations->ErrorString());
+    m_customizationIssues = m_recorder->Start(saved);
+    m_center->SetDirty(false);
+    m_tree->Refresh();
+    fitStageToControls();
+    statusBar()->showMessage(tr("Version %1 of the form").arg(Version));
+    if (m_customizationIssues.isEmpty())
+        return;
+    QStringList lines;
+    for (const TQorCustomizationIssue &issue : std::as_const(m_customizationIssues))
+        lines << issue.Text;
+    QMessageBox box(QMessageBox::Information, tr("Customize"),
+                    tr("Some of your changes could not be kept in version %1 of the form.").arg(Version),
+                    QMessageBox::Ok, this);
+    box.setObjectName(QStringLiteral("CustomizationReport"));
+    box.setInformativeText(lines.join(QLatin1Char('\n')));
+    box.exec();
 }
 
 void QorDemoWindow::createMenus(QWidget *StageArea)
@@ -547,6 +699,10 @@ void QorDemoWindow::retranslate()
     m_tools->setWindowTitle(tr("Design"));
     m_designAction->setText(tr("Design"));
     m_fileMenu->setTitle(tr("&File"));
+    m_customizeMenu->setTitle(tr("&Customize"));
+    m_version1Action->setText(tr("Form Version &1"));
+    m_version2Action->setText(tr("Form Version &2"));
+    m_resetAction->setText(tr("&Reset to Default"));
     m_newAction->setText(tr("&New"));
     m_openAction->setText(tr("&Open..."));
     m_saveAction->setText(tr("&Save"));
@@ -674,11 +830,16 @@ void QorDemoWindow::newDesign()
 {
     if (!maybeKeepWork())
         return;
+    // Another design is no customization of the form.
+    keepCustomization();
+    if (m_recorder)
+        m_recorder->Stop();
     m_document->New();
 }
 
 bool QorDemoWindow::openFile(const QString &FileName)
 {
+    keepCustomization();
     if (!m_document->Open(FileName)) {
         QMessageBox::warning(this, tr("Open"), m_document->ErrorString());
         return false;
@@ -687,6 +848,8 @@ bool QorDemoWindow::openFile(const QString &FileName)
         QMessageBox::information(this, tr("Open"),
                                  tr("Left out, of classes this program does not know:\n%1")
                                      .arg(m_document->SkippedComponents().join(QLatin1Char('\n'))));
+    if (m_recorder)
+        m_recorder->Stop();
     rememberFile(FileName);
     fitStageToControls();
     return true;
@@ -851,6 +1014,9 @@ bool QorDemoWindow::offerRecovery()
             QMessageBox::warning(this, tr("Recover"), m_document->ErrorString());
             return false;
         }
+        // The recovered design is not the form the customization is of.
+        if (m_recorder)
+            m_recorder->Stop();
         fitStageToControls();
         return true;
     }

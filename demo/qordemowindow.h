@@ -3,6 +3,7 @@
 // palette and the component tree on the left, the inspector on the right.
 #pragma once
 
+#include "console/qorcustomization.h"
 #include "designer/qordesignintf.h"
 
 #include <QMainWindow>
@@ -17,6 +18,8 @@ class QTranslator;
 class TQorDefDesignCompPopupMenu;
 class TQorDesignAction;
 class TQorDesignDocument;
+class TQorCustomizationRecorder;
+class TQorCustomizationStore;
 class QTabBar;
 class TQorClassesImageList;
 class TQorCompPalleteTab;
@@ -99,6 +102,22 @@ public:
     void restoreLayout();
     QStringList recentFiles() const;
 
+    // The user's customization of the sample form, kept as a delta over the
+    // form of the version the demo plays: recorded while the user designs,
+    // stored per user, form and version in StoreFile (the settings folder
+    // when empty) when the window goes or the version changes, and applied
+    // when a version of the form is built. Off until this is called: the
+    // window then rebuilds the sample form as Version and applies what is
+    // stored. False (after telling the user) when the store cannot be opened.
+    bool startCustomizing(int Version, const QString &StoreFile = QString());
+    // The version of the sample form the window shows (0: not customizing).
+    int formVersion() const { return m_formVersion; }
+    TQorCustomizationRecorder *customizationRecorder() const { return m_recorder; }
+    // Keeps the user's changes in the store; false when that failed.
+    bool keepCustomization();
+    // What the last applied customization could not keep.
+    QList<TQorCustomizationIssue> customizationIssues() const { return m_customizationIssues; }
+
 Q_SIGNALS:
     // The component tree was built anew from the stage.
     void componentTreeRebuilt();
@@ -110,6 +129,11 @@ protected:
 
 private:
     QWidget *createStage();
+    // The sample customer form, as the given version of the program builds
+    // it, onto an empty stage.
+    void buildSampleForm(QWidget *Stage, int Version);
+    void createCustomizeMenu();
+    void switchFormVersion(int Version);
     void createFileMenu();
     void updateTitle();
     void newDesign();
@@ -128,6 +152,14 @@ private:
     void retranslate();
 
     StartStage m_start = StartStage::Sample;
+    int m_formVersion = 0;
+    TQorCustomizationRecorder *m_recorder = nullptr;
+    std::unique_ptr<TQorCustomizationStore> m_customizations;
+    QList<TQorCustomizationIssue> m_customizationIssues;
+    QMenu *m_customizeMenu = nullptr;
+    QAction *m_version1Action = nullptr;
+    QAction *m_version2Action = nullptr;
+    QAction *m_resetAction = nullptr;
     QWidget *m_stage = nullptr;
     std::unique_ptr<TQorClassesImageList> m_images;
     std::unique_ptr<TQorDesignClassList> m_classes;

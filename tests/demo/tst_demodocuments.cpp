@@ -4,6 +4,8 @@
 // undone and redone, a design saved, replaced by a new one and opened
 // again, the question before unsaved work is dropped, and the work of a
 // demo program killed with SIGKILL offered back when it starts again.
+#include "console/qorcustomization.h"
+#include "console/qorcustomizationrecorder.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesigndocument.h"
@@ -26,6 +28,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
+
+#include <algorithm>
 
 namespace {
 
@@ -332,6 +336,72 @@ private Q_SLOTS:
         QVERIFY(line != reader.line);
         QCOMPARE(line->geometry(), lineBefore.translated(0, 1));
         QVERIFY(reader.window.document()->Modified());
+    }
+
+    // A user's customization of version 1 of the form, made with real
+    // input, comes back in version 2 when the window starts again: what
+    // version 2 dropped is reported, what it added stays where it put it.
+    // Reset to Default puts version 2's form back, and Ctrl+Z the user's.
+    void aCustomizationOfVersion1ComesBackInVersion2()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString store = dir.filePath(QStringLiteral("customizations.db"));
+        auto named = [](QWidget *stage, const char *name) {
+            return qobject_cast<QWidget *>(FindComponent(stage, QLatin1String(name)));
+        };
+        QRect lineMoved;
+        {
+            Demo d;
+            QVERIFY(d.start());
+            QVERIFY(d.window.startCustomizing(1, store));
+            QCOMPARE(d.window.formVersion(), 1);
+            QWidget *line = named(d.stage, "LineEdit1");
+            QWidget *spin = named(d.stage, "SpinBox1");
+            QVERIFY(line && spin && d.window.designManager()->IsDesigning());
+            RealInput::click(line);
+            auto selectedName = [&d] {
+                QObject *first = d.window.designCenter()->SelectedComps().First();
+                return first ? first->objectName() : QString();
+            };
+            QTRY_COMPARE(selectedName(), QStringLiteral("LineEdit1"));
+            RealInput::key("Down", Qt::ControlModifier);
+            RealInput::key("Down", Qt::ControlModifier);
+            QTRY_COMPARE(line->y(), 26);
+            RealInput::click(spin);
+            QTRY_COMPARE(selectedName(), QStringLiteral("SpinBox1"));
+            RealInput::key("Right", Qt::ControlModifier);
+            QTRY_COMPARE(spin->x(), 291);
+            lineMoved = line->geometry();
+            QVERIFY(d.window.customizationRecorder()->Delta().HasComponent(QStringLiteral("SpinBox1")));
+        }
+
+        Demo d;
+        QVERIFY(d.start());
+        QString boxName;
+        auto reported = answerMessageBox(QMessageBox::Ok, &boxName);
+        QVERIFY(d.window.startCustomizing(2, store));
+        QTRY_VERIFY(*reported);
+        QCOMPARE(boxName, QStringLiteral("CustomizationReport"));
+        QCOMPARE(d.window.formVersion(), 2);
+        const QList<TQorCustomizationIssue> issues = d.window.customizationIssues();
+        QVERIFY(std::any_of(issues.cbegin(), issues.cend(),
+                            [](const TQorCustomizationIssue &i) { return i.Path == QLatin1String("SpinBox1"); }));
+        QCOMPARE(named(d.stage, "LineEdit1")->geometry(), lineMoved);
+        QVERIFY(!named(d.stage, "SpinBox1"));
+        QCOMPARE(named(d.stage, "EmailEdit")->geometry(), QRect(290, 140, 240, 28));
+        QCOMPARE(named(d.stage, "CheckBox1")->geometry(), QRect(290, 184, 240, 24));
+        QVERIFY(named(d.stage, "KindCombo"));
+
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "CustomizeMenu", "ResetToDefaultAction"));
+        QTRY_COMPARE(named(d.stage, "LineEdit1")->geometry(), QRect(290, 24, 240, 28));
+        // The stream carries no combo box items: the reset box keeps
+        // none, which the delta notes of KindCombo.
+        QVERIFY(!d.window.customizationRecorder()->Delta().HasComponent(QStringLiteral("LineEdit1")));
+        RealInput::click(d.stage, QPoint(d.stage->width() - 20, d.stage->height() - 20));
+        RealInput::key("z", Qt::ControlModifier);
+        QTRY_COMPARE(named(d.stage, "LineEdit1")->geometry(), lineMoved);
+        QVERIFY(d.window.customizationRecorder()->Delta().HasComponent(QStringLiteral("LineEdit1")));
     }
 };
 
