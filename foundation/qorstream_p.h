@@ -53,6 +53,8 @@ inline const QByteArray kItemToolTip = QByteArrayLiteral("qor.itemToolTip");
 inline const QByteArray kItemEnabled = QByteArrayLiteral("qor.itemEnabled");
 inline const QByteArray kScrollAreaWidget = QByteArrayLiteral("qor.scrollAreaWidget");
 inline const QByteArray kHidden = QByteArrayLiteral("qor.hidden");
+// The texts of a combo box's items, which no property of it holds.
+inline const QByteArray kComboItems = QByteArrayLiteral("qor.comboItems");
 
 // Throws the EReadError of a record whose bytes make no sense.
 [[noreturn]] void damaged();

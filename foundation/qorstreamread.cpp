@@ -10,6 +10,7 @@
 #include "foundation/qorerror.h"
 #include "foundation/qorlogging_p.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QIcon>
 #include <QMetaEnum>
@@ -66,6 +67,7 @@ void checkPseudo(const QString &className, const StoredProperty &p, Plan &plan)
         {kItemText, QMetaType::fromType<QString>()},   {kItemIcon, QMetaType::fromType<QIcon>()},
         {kItemToolTip, QMetaType::fromType<QString>()}, {kItemEnabled, QMetaType::fromType<bool>()},
         {kScrollAreaWidget, QMetaType::fromType<bool>()}, {kHidden, QMetaType::fromType<bool>()},
+        {kComboItems, QMetaType::fromType<QStringList>()},
     };
     const auto it = types.constFind(p.name);
     if (it == types.constEnd())
@@ -290,6 +292,13 @@ private:
 
     void fill(QObject *o, const Plan &plan)
     {
+        // The items first: the current index and text pick among them.
+        if (o != m_instance) {
+            if (auto *combo = qobject_cast<QComboBox *>(o); combo && plan.pseudo.contains(kComboItems)) {
+                combo->clear();
+                combo->addItems(plan.pseudo.value(kComboItems).toStringList());
+            }
+        }
         for (const PlannedProperty &pp : plan.properties) {
             if (!pp.info->deferred)
                 write(o, pp);

@@ -2,7 +2,8 @@
 // Writing live components into the component stream's plain tree: the
 // stored properties that differ from a fresh instance (or from what a
 // switch set before them gives), what a container keeps about its pages,
-// and the owned components nested under their visual parents.
+// the texts of a combo box's items, and the owned components nested under
+// their visual parents.
 #include "foundation/qorstream_p.h"
 
 #include "foundation/qorcomponents.h"
@@ -10,6 +11,7 @@
 #include "foundation/qortypinfo.h"
 #include "foundation/qorvaluecheck_p.h"
 
+#include <QComboBox>
 #include <QIcon>
 #include <QMetaEnum>
 #include <QScrollArea>
@@ -91,6 +93,13 @@ StoredObject storeObject(QObject *c, QObject *container)
         const bool page = container && storePageOf(container, w, o.properties);
         if (!page && explicitlyHidden(w))
             o.properties.append(pseudo(kHidden, true));
+        if (auto *combo = qobject_cast<QComboBox *>(w); combo && combo->count() > 0) {
+            QStringList items;
+            items.reserve(combo->count());
+            for (int i = 0; i < combo->count(); ++i)
+                items.append(combo->itemText(i));
+            o.properties.append(pseudo(kComboItems, items));
+        }
     }
 
     ClassInfo &info = classInfo(mo);

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QPointer>
+#include <QComboBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
@@ -437,6 +438,27 @@ private Q_SLOTS:
         QCOMPARE(box2->itemText(1), QStringLiteral("Text of ItemTwo"));
         QCOMPARE(box2->itemToolTip(0), QStringLiteral("first"));
         QCOMPARE(box2->currentIndex(), 1);
+    }
+
+    void comboBoxItemsAndTheCurrentOneComeBack()
+    {
+        QWidget form;
+        form.setObjectName(QStringLiteral("Form1"));
+        auto *combo = ownedWidget<QComboBox>(&form, &form, "Combo1");
+        combo->addItems({QStringLiteral("Retail"), QStringLiteral("Wholesale"), QStringLiteral("Online")});
+        combo->setCurrentIndex(2);
+        ownedWidget<QComboBox>(&form, &form, "Combo2");
+
+        auto copy = readBack(&form);
+        auto *combo2 = copy->findChild<QComboBox *>(QStringLiteral("Combo1"));
+        QVERIFY(combo2);
+        QCOMPARE(combo2->count(), 3);
+        QCOMPARE(combo2->itemText(1), QStringLiteral("Wholesale"));
+        QCOMPARE(combo2->currentIndex(), 2);
+        QCOMPARE(combo2->currentText(), QStringLiteral("Online"));
+        QCOMPARE(copy->findChild<QComboBox *>(QStringLiteral("Combo2"))->count(), 0);
+        const QByteArray bytes = ComponentToBytes(&form);
+        QVERIFY(bytes.contains("qor.comboItems"));
     }
 
     void stackedPagesKeepThePageOrder()
