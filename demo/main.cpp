@@ -82,7 +82,8 @@ int main(int argc, char **argv)
                                    QStringLiteral("Build version <n> (1 or 2) of the sample form and apply the "
                                                   "user's customization kept for it."),
                                    QStringLiteral("n"), QStringLiteral("1"));
-    parser.addOptions({screenshot, popupShot, dialogShot, chinese, menuShots, formVersion});
+    QCommandLineOption design(QStringLiteral("design"), QStringLiteral("Start with designing on."));
+    parser.addOptions({screenshot, popupShot, dialogShot, chinese, menuShots, formVersion, design});
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A design to open."), QStringLiteral("[file]"));
     parser.process(app);
 
@@ -98,6 +99,8 @@ int main(int argc, char **argv)
         window.startCustomizing(std::clamp(parser.value(formVersion).toInt(), 1, 2));
     if (!picture && !window.offerRecovery() && !parser.positionalArguments().isEmpty())
         window.openFile(parser.positionalArguments().constFirst());
+    if (parser.isSet(design))
+        window.designAction()->setChecked(true);
     if (parser.isSet(chinese))
         window.chineseSwitch()->setChecked(true);
     if (picture) {

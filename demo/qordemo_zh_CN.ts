@@ -205,5 +205,19 @@
         <source>Version %1 of the form</source>
         <translation>表单版本 %1</translation>
     </message>
+    <message>
+        <source>&amp;What I Changed...</source>
+        <translation>我的更改(&amp;W)...</translation>
+    </message>
+    <message>
+        <source>The form is as the program built it.</source>
+        <translation>表单与程序构建时相同。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n change(s) to the form as the program built it:</source>
+        <translation>
+            <numerusform>对程序构建的表单的 %n 处更改：</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

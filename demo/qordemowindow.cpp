@@ -353,6 +353,21 @@ void QorDemoWindow::createCustomizeMenu()
             m_recorder->ResetToDefault();
     });
     m_resetAction->setObjectName(QStringLiteral("ResetToDefaultAction"));
+    // What an administrator would read: the customization in words.
+    m_changesAction = m_customizeMenu->addAction(QString(), this, [this] {
+        if (!m_recorder)
+            return;
+        const QStringList lines = m_recorder->Delta().Describe();
+        QMessageBox box(QMessageBox::Information, tr("Customize"),
+                        lines.isEmpty() ? tr("The form is as the program built it.")
+                                        : tr("%n change(s) to the form as the program built it:", nullptr,
+                                             int(lines.size())),
+                        QMessageBox::Ok, this);
+        box.setObjectName(QStringLiteral("CustomizationChanges"));
+        box.setInformativeText(lines.join(QLatin1Char('\n')));
+        box.exec();
+    });
+    m_changesAction->setObjectName(QStringLiteral("CustomizationChangesAction"));
     m_customizeMenu->setEnabled(false);
 }
 
@@ -703,6 +718,7 @@ void QorDemoWindow::retranslate()
     m_version1Action->setText(tr("Form Version &1"));
     m_version2Action->setText(tr("Form Version &2"));
     m_resetAction->setText(tr("&Reset to Default"));
+    m_changesAction->setText(tr("&What I Changed..."));
     m_newAction->setText(tr("&New"));
     m_openAction->setText(tr("&Open..."));
     m_saveAction->setText(tr("&Save"));
@@ -810,6 +826,10 @@ bool QorDemoWindow::maybeKeepWork()
 {
     if (!m_document->Modified())
         return true;
+    // Changes to the sample form are the user's customization, kept by
+    // themselves: nothing to ask.
+    if (m_recorder && m_recorder->IsRecording() && m_document->FileName().isEmpty())
+        return keepCustomization();
     QMessageBox box(QMessageBox::Warning, tr("QorDesign demo"),
                     tr("The design has unsaved changes. Save them first?"),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);

@@ -94,7 +94,8 @@ public:
     // Opens a design file; false (after telling the user) when it fails.
     bool openFile(const QString &FileName);
     // Asks whether to keep unsaved work first: true when the work may go
-    // (saved or discarded), false when the user cancelled.
+    // (saved or discarded), false when the user cancelled. Changes to the
+    // customized sample form are kept without asking.
     bool maybeKeepWork();
     // Offers the newest recovery copy found; true when it was loaded.
     bool offerRecovery();
@@ -160,6 +161,7 @@ private:
     QAction *m_version1Action = nullptr;
     QAction *m_version2Action = nullptr;
     QAction *m_resetAction = nullptr;
+    QAction *m_changesAction = nullptr;
     QWidget *m_stage = nullptr;
     std::unique_ptr<TQorClassesImageList> m_images;
     std::unique_ptr<TQorDesignClassList> m_classes;

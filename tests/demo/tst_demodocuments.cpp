@@ -2,10 +2,13 @@
 // The demo designer's history and files, used as a user uses them with
 // real input: a drag and a run of nudges taken back with Ctrl+Z, a deletion
 // undone and redone, a design saved, replaced by a new one and opened
-// again, the question before unsaved work is dropped, and the work of a
-// demo program killed with SIGKILL offered back when it starts again.
+// again, the question before unsaved work is dropped, the work of a demo
+// program killed with SIGKILL offered back when it starts again, and a
+// user's customization of the sample form carried from its first version
+// to its second.
 #include "console/qorcustomization.h"
 #include "console/qorcustomizationrecorder.h"
+#include "console/qorcustomizationstore.h"
 #include "console/qordesignactions.h"
 #include "console/qordesignconsole.h"
 #include "console/qordesigndocument.h"
@@ -22,6 +25,7 @@
 #include <QProcess>
 #include <QScopeGuard>
 #include <QToolBar>
+#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -403,6 +407,117 @@ private Q_SLOTS:
         RealInput::key("z", Qt::ControlModifier);
         QTRY_COMPARE(named(d.stage, "LineEdit1")->geometry(), lineMoved);
         QVERIFY(d.window.customizationRecorder()->Delta().HasComponent(QStringLiteral("LineEdit1")));
+    }
+
+    // The demo program as a user runs it: version 1 customized with real
+    // input and quit from the File menu's keys, then version 2 started,
+    // which reports what it could not keep and holds the rest.
+    void aCustomizationSurvivesQuittingAndTheNextVersion()
+    {
+        Demo d;
+        QVERIFY(d.start());
+        const QPoint programAt(40, 30);
+        // An empty spot of the stage, right of the controls.
+        const QPoint empty(548, 240);
+        QVERIFY(!d.stage->childAt(empty));
+        const QPoint stageSpot = programAt + d.stage->mapTo(&d.window, empty);
+        const QRect lineBefore = d.line->geometry();
+        const QSize size = d.window.size();
+        d.window.hide();
+
+        QTemporaryDir home;
+        QVERIFY(home.isValid());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        environment.insert(QStringLiteral("USER"), QStringLiteral("ada"));
+        const QString geometry =
+            QStringLiteral("%1x%2+%3+%4").arg(size.width()).arg(size.height()).arg(programAt.x()).arg(programAt.y());
+        const QString title = QStringLiteral("Untitled - QorDesign demo");
+        const QString store = home.filePath(QStringLiteral("config/QorDesign/qordemo/customizations.db"));
+        auto run = [&](QProcess &program, int version) {
+            program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            program.setProcessEnvironment(environment);
+            program.start(QStringLiteral(QORDEMO), {QStringLiteral("-qwindowgeometry"), geometry, QStringLiteral("--design"),
+                                                    QStringLiteral("--form-version=%1").arg(version)});
+            return program.waitForStarted(10000);
+        };
+        auto stored = [&store](const char *version) {
+            TQorCustomizationStore customizations;
+            TQorCustomization delta;
+            if (!customizations.Open(store)
+                || !customizations.Read(QStringLiteral("ada"), QStringLiteral("CustomerForm"), QLatin1String(version),
+                                        delta))
+                return TQorCustomization();
+            return delta;
+        };
+
+        // Version 1: everything selected and nudged right, until the title
+        // shows the change, then quit. Keys that reach the program before it
+        // took the click are lost, as a user's would be: a run whose keys
+        // did not all arrive is tried again.
+        const QString modified = QStringLiteral("Untitled* - QorDesign demo");
+        auto customizeVersion1 = [&]() -> TQorCustomization {
+            QFile::remove(store);
+            QProcess first;
+            if (!run(first, 1))
+                return {};
+            auto stopFirst = qScopeGuard([&first] {
+                first.kill();
+                first.waitForFinished(10000);
+            });
+            if (!QTest::qWaitFor([&] { return RealInput::windowNamed(title, Qt::MatchExactly).topLeft() == programAt; },
+                                 20000)
+                || !RealInput::focusWindowAt(stageSpot))
+                return {};
+            RealInput::clickAt(stageSpot);
+            RealInput::key("a", Qt::ControlModifier);
+            RealInput::key("Right", Qt::ControlModifier);
+            if (!QTest::qWaitFor([&] { return !RealInput::windowNamed(modified, Qt::MatchExactly).isEmpty(); }, 5000))
+                return {};
+            // Quit: the customization is kept without a question.
+            RealInput::key("q", Qt::ControlModifier);
+            if (!first.waitForFinished(20000) || first.exitStatus() != QProcess::NormalExit)
+                return {};
+            stopFirst.dismiss();
+            return stored("1");
+        };
+        TQorCustomization kept;
+        QRect lineKept;
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            kept = customizeVersion1();
+            lineKept = kept.PropertyValue(QStringLiteral("LineEdit1"), "geometry").toRect();
+            if (lineKept.x() > lineBefore.x() && kept.HasComponent(QStringLiteral("SpinBox1")))
+                break;
+        }
+        QVERIFY(lineKept.x() > lineBefore.x());
+        QCOMPARE(lineKept.y(), lineBefore.y());
+        QVERIFY(kept.HasComponent(QStringLiteral("SpinBox1")));
+
+        // Version 2: the spin box is gone, which is reported; the rest is kept.
+        QProcess second;
+        QVERIFY(run(second, 2));
+        auto stopSecond = qScopeGuard([&second] {
+            second.kill();
+            second.waitForFinished(10000);
+        });
+        QRect report;
+        QVERIFY(QTest::qWaitFor([&] {
+            report = RealInput::windowNamed(QStringLiteral("Customize"), Qt::MatchExactly);
+            return !report.isEmpty();
+        }, 20000));
+        QVERIFY(RealInput::focusWindowAt(report.center()));
+        RealInput::key("Return");
+        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(QStringLiteral("Customize"), Qt::MatchExactly).isEmpty(); }, 10000));
+        const QRect main = RealInput::windowNamed(title, Qt::MatchExactly);
+        QVERIFY(!main.isEmpty());
+        QVERIFY(RealInput::focusWindowAt(main.center()));
+        RealInput::key("q", Qt::ControlModifier);
+        QVERIFY(second.waitForFinished(20000));
+        stopSecond.dismiss();
+        const TQorCustomization inVersion2 = stored("2");
+        QCOMPARE(inVersion2.PropertyValue(QStringLiteral("LineEdit1"), "geometry").toRect(), lineKept);
+        QVERIFY(!inVersion2.HasComponent(QStringLiteral("SpinBox1")));
     }
 };
 
