@@ -28,12 +28,16 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
+#include <QImage>
+#include <QGuiApplication>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -458,45 +462,53 @@ private Q_SLOTS:
             return delta;
         };
 
-        // Version 1: everything selected and nudged right, until the title
-        // shows the change, then quit. Keys that reach the program before it
-        // took the click are lost, as a user's would be: a run whose keys
-        // did not all arrive is tried again.
-        const QString modified = QStringLiteral("Untitled* - QorDesign demo");
-        auto customizeVersion1 = [&]() -> TQorCustomization {
-            QFile::remove(store);
-            QProcess first;
-            if (!run(first, 1))
-                return {};
-            auto stopFirst = qScopeGuard([&first] {
-                first.kill();
-                first.waitForFinished(10000);
-            });
-            if (!QTest::qWaitFor([&] { return RealInput::windowNamed(title, Qt::MatchExactly).topLeft() == programAt; },
-                                 20000)
-                || !RealInput::focusWindowAt(lineSpot))
-                return {};
-            // A click on a control gives its sizer the keyboard.
-            RealInput::clickAt(lineSpot);
-            RealInput::key("a", Qt::ControlModifier);
-            RealInput::key("Right", Qt::ControlModifier);
-            if (!QTest::qWaitFor([&] { return !RealInput::windowNamed(modified, Qt::MatchExactly).isEmpty(); }, 5000))
-                return {};
-            // Quit: the customization is kept without a question.
-            RealInput::key("q", Qt::ControlModifier);
-            if (!first.waitForFinished(20000) || first.exitStatus() != QProcess::NormalExit)
-                return {};
-            stopFirst.dismiss();
-            return stored("1");
+        // Version 1: the line edit chosen, everything selected and nudged
+        // right, then quit. The program shows each step on the screen (the
+        // marks of the chosen controls), and each key is sent once the step
+        // before it shows: keys that come earlier may be lost, as a user's
+        // typing ahead would be.
+        auto marked = [](const QPoint &global) {
+            const QImage pixel = QGuiApplication::primaryScreen()->grabWindow(0, global.x(), global.y(), 1, 1).toImage();
+            return !pixel.isNull() && qGray(pixel.pixel(0, 0)) < 160;
         };
-        TQorCustomization kept;
-        QRect lineKept;
-        for (int attempt = 0; attempt < 3; ++attempt) {
-            kept = customizeVersion1();
-            lineKept = kept.PropertyValue(QStringLiteral("LineEdit1"), "geometry").toRect();
-            if (lineKept.x() > lineBefore.x() && kept.HasComponent(QStringLiteral("SpinBox1")))
-                break;
-        }
+        // Two pixels outside a control's top left corner: the stage's
+        // white until the control's marks cover it.
+        auto cornerOf = [&](const QWidget *control) {
+            return programAt + d.stage->mapTo(&d.window, control->geometry().topLeft() - QPoint(2, 2));
+        };
+        const QPoint lineCorner = cornerOf(d.line);
+        const QPoint spinCorner = cornerOf(d.stage->findChild<QWidget *>(QStringLiteral("SpinBox1")));
+        auto untilShown = [&](const std::function<void()> &Step, const std::function<bool()> &Shown) {
+            for (int attempt = 0; attempt < 5; ++attempt) {
+                Step();
+                if (QTest::qWaitFor(Shown, 3000))
+                    return true;
+            }
+            return false;
+        };
+        const QString modified = QStringLiteral("Untitled* - QorDesign demo");
+        QProcess first;
+        QVERIFY(run(first, 1));
+        auto stopFirst = qScopeGuard([&first] {
+            first.kill();
+            first.waitForFinished(10000);
+        });
+        QVERIFY(QTest::qWaitFor([&] { return RealInput::windowNamed(title, Qt::MatchExactly).topLeft() == programAt; },
+                                20000));
+        // Painted, and nothing chosen yet.
+        QVERIFY(QTest::qWaitFor([&] { return !marked(lineCorner) && !marked(spinCorner); }, 10000));
+        QVERIFY(RealInput::focusWindowAt(lineSpot));
+        QVERIFY(untilShown([&] { RealInput::clickAt(lineSpot); }, [&] { return marked(lineCorner); }));
+        QVERIFY(untilShown([] { RealInput::key("a", Qt::ControlModifier); }, [&] { return marked(spinCorner); }));
+        QVERIFY(untilShown([] { RealInput::key("Right", Qt::ControlModifier); },
+                           [&] { return !RealInput::windowNamed(modified, Qt::MatchExactly).isEmpty(); }));
+        // Quit: the customization is kept without a question.
+        RealInput::key("q", Qt::ControlModifier);
+        QVERIFY(first.waitForFinished(20000));
+        stopFirst.dismiss();
+        QCOMPARE(first.exitStatus(), QProcess::NormalExit);
+        const TQorCustomization kept = stored("1");
+        const QRect lineKept = kept.PropertyValue(QStringLiteral("LineEdit1"), "geometry").toRect();
         QVERIFY(lineKept.x() > lineBefore.x());
         QCOMPARE(lineKept.y(), lineBefore.y());
         QVERIFY(kept.HasComponent(QStringLiteral("SpinBox1")));
