@@ -106,6 +106,22 @@ std::shared_ptr<bool> answerMessageBox(QMessageBox::StandardButton Button, QStri
     });
 }
 
+// The demo program's environment with settings, recovery copies and
+// customizations of its own under Home, not the user's.
+QProcessEnvironment environmentUnder(const QTemporaryDir &Home)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), Home.filePath(QStringLiteral("config")));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), Home.filePath(QStringLiteral("data")));
+    return environment;
+}
+
+// The program's window of Size at At, as Qt's command line places it.
+QString windowGeometry(const QSize &Size, const QPoint &At)
+{
+    return QStringLiteral("%1x%2+%3+%4").arg(Size.width()).arg(Size.height()).arg(At.x()).arg(At.y());
+}
+
 // Waits for another program's window titled Title (a question or a
 // report), gives it the keyboard and accepts it with Return.
 bool acceptWindowOfOtherProgram(const QString &Title)
@@ -267,17 +283,10 @@ private Q_SLOTS:
         const QSize size = d.window.size();
         d.window.hide();
 
-        // Settings and recovery copies of the program's own.
         QTemporaryDir home;
         QVERIFY(home.isValid());
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
-        const QStringList arguments{QStringLiteral("-qwindowgeometry"), QStringLiteral("%1x%2+%3+%4")
-                                                                             .arg(size.width())
-                                                                             .arg(size.height())
-                                                                             .arg(programAt.x())
-                                                                             .arg(programAt.y()),
+        const QProcessEnvironment environment = environmentUnder(home);
+        const QStringList arguments{QStringLiteral("-qwindowgeometry"), windowGeometry(size, programAt),
                                     QStringLiteral("--design")};
         const QString title = QStringLiteral("Untitled - QorDesign demo");
         const QString modifiedTitle = QStringLiteral("Untitled* - QorDesign demo");
@@ -437,12 +446,9 @@ private Q_SLOTS:
 
         QTemporaryDir home;
         QVERIFY(home.isValid());
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        QProcessEnvironment environment = environmentUnder(home);
         environment.insert(QStringLiteral("USER"), QStringLiteral("ada"));
-        const QString geometry =
-            QStringLiteral("%1x%2+%3+%4").arg(size.width()).arg(size.height()).arg(programAt.x()).arg(programAt.y());
+        const QString geometry = windowGeometry(size, programAt);
         const QString title = QStringLiteral("Untitled - QorDesign demo");
         const QString store = home.filePath(QStringLiteral("config/QorDesign/qordemo/customizations.db"));
         auto run = [&](QProcess &program, int version) {
