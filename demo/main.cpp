@@ -20,6 +20,7 @@
 #include <QMenuBar>
 #include <QPixmap>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
@@ -75,7 +76,7 @@ int main(int argc, char **argv)
                                   QStringLiteral("file"));
     QCommandLineOption chinese(QStringLiteral("chinese"), QStringLiteral("Start in Chinese."));
     QCommandLineOption menuShots(QStringLiteral("menu-screenshots"),
-                                 QStringLiteral("Nudge a control, then save pictures of the Edit and File menus "
+                                 QStringLiteral("Nudge a control, then save pictures of the Edit, File and Customize menus "
                                                 "into <folder> and exit."),
                                  QStringLiteral("folder"));
     QCommandLineOption formVersion(QStringLiteral("form-version"),
@@ -93,10 +94,14 @@ int main(int argc, char **argv)
     if (!picture)
         window.restoreLayout();
     window.show();
-    // The user's customization of the sample form comes back; work a crash
-    // left unsaved is offered first; else the file named.
+    // The user's customization of the sample form comes back (the pictures
+    // customize a form of their own, in a store that goes with them); work
+    // a crash left unsaved is offered first; else the file named.
+    QTemporaryDir pictureStore;
     if (!picture)
         window.startCustomizing(std::clamp(parser.value(formVersion).toInt(), 1, 2));
+    else if (pictureStore.isValid())
+        window.startCustomizing(1, pictureStore.filePath(QStringLiteral("customizations.db")));
     if (!picture && !window.offerRecovery() && !parser.positionalArguments().isEmpty())
         window.openFile(parser.positionalArguments().constFirst());
     if (parser.isSet(design))
@@ -157,7 +162,11 @@ int main(int argc, char **argv)
                 shootMenu(&window, window.findChild<QMenu *>(QStringLiteral("EditMenu")),
                           folder + QStringLiteral("/edit-menu.png"), [&window, folder] {
                               shootMenu(&window, window.fileMenu(), folder + QStringLiteral("/file-menu.png"),
-                                        [folder] { finish(true, folder); });
+                                        [&window, folder] {
+                                            shootMenu(&window, window.findChild<QMenu *>(QStringLiteral("CustomizeMenu")),
+                                                      folder + QStringLiteral("/customize-menu.png"),
+                                                      [folder] { finish(true, folder); });
+                                        });
                           });
             });
         });
