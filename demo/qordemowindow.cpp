@@ -339,9 +339,17 @@ void QorDemoWindow::createCustomizeMenu()
     m_customizeMenu = menuBar()->addMenu(QString());
     m_customizeMenu->setObjectName(QStringLiteral("CustomizeMenu"));
     auto *versions = new QActionGroup(this);
-    m_version1Action = m_customizeMenu->addAction(QString(), this, [this] { switchFormVersion(1); });
+    // A design of a file with unsaved changes is asked about first; kept,
+    // the version that shows stays checked.
+    auto chooseVersion = [this](int Version) {
+        if (maybeKeepWork())
+            switchFormVersion(Version);
+        else
+            (m_formVersion == 2 ? m_version2Action : m_version1Action)->setChecked(true);
+    };
+    m_version1Action = m_customizeMenu->addAction(QString(), this, [chooseVersion] { chooseVersion(1); });
     m_version1Action->setObjectName(QStringLiteral("FormVersion1Action"));
-    m_version2Action = m_customizeMenu->addAction(QString(), this, [this] { switchFormVersion(2); });
+    m_version2Action = m_customizeMenu->addAction(QString(), this, [chooseVersion] { chooseVersion(2); });
     m_version2Action->setObjectName(QStringLiteral("FormVersion2Action"));
     for (QAction *action : {m_version1Action, m_version2Action}) {
         action->setCheckable(true);

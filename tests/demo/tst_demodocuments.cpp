@@ -431,6 +431,33 @@ private Q_SLOTS:
         QVERIFY(d.window.customizationRecorder()->Delta().HasComponent(QStringLiteral("LineEdit1")));
     }
 
+    // Switching the form's version while a file's design holds unsaved
+    // changes asks first; cancelled, the design and the version stay.
+    void anotherVersionAsksBeforeUnsavedWorkGoes()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        Demo d;
+        QVERIFY(d.start());
+        QVERIFY(d.window.startCustomizing(1, dir.filePath(QStringLiteral("customizations.db"))));
+        auto *line = qobject_cast<QWidget *>(FindComponent(d.stage, QStringLiteral("LineEdit1")));
+        QVERIFY(line);
+        QVERIFY(d.window.document()->SaveAs(dir.filePath(QStringLiteral("mine.qord"))));
+        RealInput::click(line);
+        QTRY_COMPARE(d.window.designCenter()->SelectedComps().First(), line);
+        RealInput::key("Down", Qt::ControlModifier);
+        QTRY_VERIFY(d.window.isWindowModified());
+        QString boxName;
+        auto cancelled = answerMessageBox(QMessageBox::Cancel, &boxName);
+        QVERIFY(QorGuiTest::chooseFromMenu(&d.window, "CustomizeMenu", "FormVersion2Action"));
+        QTRY_VERIFY(*cancelled);
+        QCOMPARE(boxName, QStringLiteral("UnsavedChangesBox"));
+        QCOMPARE(d.window.formVersion(), 1);
+        QVERIFY(d.window.findChild<QAction *>(QStringLiteral("FormVersion1Action"))->isChecked());
+        QCOMPARE(FindComponent(d.stage, QStringLiteral("LineEdit1")), line);
+        QVERIFY(d.window.isWindowModified());
+    }
+
     // The demo program as a user runs it: version 1 customized with real
     // input and quit from the File menu's keys, then version 2 started,
     // which reports what it could not keep and holds the rest.
