@@ -401,6 +401,13 @@ struct Designer
     {
         return std::all_of(buttons.begin(), buttons.end(), [&](const QPointer<QWidget> &b) { return b && Test(b); });
     }
+
+    // Every button where it was made, moved by Offset.
+    bool allButtonsMovedBy(const QPoint &Offset) const
+    {
+        int i = 0;
+        return allButtons([&i, &Offset](QWidget *b) { return b->geometry() == buttonGeometry(i++).translated(Offset); });
+    }
 };
 
 // A paste is done when every component the stage owns shows, not when
@@ -858,10 +865,7 @@ BenchRow nudgeAll()
         QElapsedTimer t;
         t.start();
         RealInput::key("Right", Qt::ControlModifier);
-        return timedUntilIdle(name, t, "Ctrl+Right moving the 1000 by one pixel", [&d] {
-            int i = 0;
-            return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++).translated(1, 0); });
-        });
+        return timedUntilIdle(name, t, "Ctrl+Right moving the 1000 by one pixel", [&d] { return d.allButtonsMovedBy(QPoint(1, 0)); });
     };
     return runRounds(name, QStringLiteral("move_1000_paint"), ours,
                      [&] { return movePlainButtons(name, floor.get(), floorButtons); });
@@ -896,10 +900,7 @@ BenchRow customRecord()
         QElapsedTimer t;
         t.start();
         RealInput::key("Right", Qt::ControlModifier);
-        nudgeMs = timedUntilIdle(name, t, "Ctrl+Right moving the 1000 by one pixel", [&d] {
-            int i = 0;
-            return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++).translated(1, 0); });
-        });
+        nudgeMs = timedUntilIdle(name, t, "Ctrl+Right moving the 1000 by one pixel", [&d] { return d.allButtonsMovedBy(QPoint(1, 0)); });
         const TQorCustomization delta = recorder.Delta();
         if (nudgeMs < 0 || delta.ComponentCount() != 1000
             || delta.PropertyValue(QStringLiteral("PushButton1000"), "geometry").toRect() != buttonGeometry(999).translated(1, 0)) {
@@ -1120,10 +1121,7 @@ BenchRow undoNudge()
         QElapsedTimer t;
         t.start();
         RealInput::key("z", Qt::ControlModifier);
-        return timedUntilIdle(name, t, "Ctrl+Z moving the 1000 back", [&d] {
-            int i = 0;
-            return d.allButtons([&i](QWidget *b) { return b->geometry() == buttonGeometry(i++); });
-        });
+        return timedUntilIdle(name, t, "Ctrl+Z moving the 1000 back", [&d] { return d.allButtonsMovedBy(QPoint()); });
     };
     return runRounds(name, QStringLiteral("move_1000_paint"), ours,
                      [&] { return movePlainButtons(name, floor.get(), floorButtons); });

@@ -123,7 +123,7 @@ private:
         // the sizers: the controls and their marks move once.
         if (m_uniform && m_history->MoveSelection(moved, Forward ? m_offset : -m_offset)) {
             m_history->ApplyingDone();
-            m_history->ReportChange(moved, "geometry");
+            m_history->ReportMoved(moved);
             return;
         }
         {
@@ -141,24 +141,7 @@ private:
             }
         }
         m_history->ApplyingDone();
-        reportMoved(moved, stage);
-    }
-
-    void reportMoved(const QList<QObject *> &Moved, QWidget *Stage)
-    {
-        QList<QObject *> controls;
-        controls.reserve(Moved.size());
-        bool stageResized = false;
-        for (QObject *object : Moved) {
-            if (object == Stage)
-                stageResized = true;
-            else
-                controls.append(object);
-        }
-        if (!controls.isEmpty())
-            m_history->ReportChange(controls, "geometry");
-        if (stageResized)
-            m_history->ReportChange({Stage}, "size");
+        m_history->ReportMoved(moved);
     }
 
     TQorDesignHistory *m_history;
@@ -545,20 +528,14 @@ void TQorDesignHistory::ControlsMoved(bool ByKeys)
         step->setRects(std::move(before), std::move(after));
     // Taken before the push: a nudge merged into the last step is gone
     // after it.
-    QList<QObject *> controls;
-    controls.reserve(qsizetype(step->targets()->size()));
-    bool stageResized = false;
+    QList<QObject *> moved;
+    moved.reserve(qsizetype(step->targets()->size()));
     for (const TPlace &place : *step->targets()) {
-        if (place.stage)
-            stageResized = true;
-        else if (place.widget)
-            controls.append(place.widget.data());
+        if (place.widget)
+            moved.append(place.widget.data());
     }
     m_stack->push(step);
-    if (!controls.isEmpty())
-        ReportChange(controls, "geometry");
-    if (stageResized)
-        ReportChange({stage}, "size");
+    ReportMoved(moved);
 }
 
 QStringList TQorDesignHistory::ComponentNames(QWidget *Stage)
@@ -617,6 +594,24 @@ void TQorDesignHistory::ApplyRecords(const QByteArray &Records, const QStringLis
 void TQorDesignHistory::ReportChange(const QList<QObject *> &Objects, const QByteArray &Property)
 {
     Q_EMIT DesignChanged(Objects, Property);
+}
+
+void TQorDesignHistory::ReportMoved(const QList<QObject *> &Moved)
+{
+    QWidget *stage = Stage();
+    QList<QObject *> controls;
+    controls.reserve(Moved.size());
+    bool stageResized = false;
+    for (QObject *object : Moved) {
+        if (object == stage)
+            stageResized = true;
+        else
+            controls.append(object);
+    }
+    if (!controls.isEmpty())
+        ReportChange(controls, "geometry");
+    if (stageResized)
+        ReportChange({stage}, "size");
 }
 
 // The elements follow by themselves: the sizers and the inspector's values

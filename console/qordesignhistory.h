@@ -84,6 +84,9 @@ public:
     // Tells who follows the design what a step (done, undone or redone)
     // changed.
     void ReportChange(const QList<QObject *> &Objects, const QByteArray &Property);
+    // The same for moved or resized controls: their geometry, the stage's
+    // size.
+    void ReportMoved(const QList<QObject *> &Moved);
 
 Q_SIGNALS:
     // A step was done, undone or redone. With objects: it changed their
